@@ -1,0 +1,285 @@
+#include "foundation/numtext.h"
+
+#include <locale.h>
+#include <string.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace optxv {
+
+namespace {
+
+constexpr bool isdigit(char c) {
+  return c >= '0' && c <= '9';
+}
+constexpr bool ishexmark(char c) {
+  return c == 'x' || c == 'X';
+}
+constexpr bool isexponentmark(char c) {
+  return c == 'e' || c == 'E';
+}
+
+/// The value of a digit in any base up to 36, 36 for any other byte.
+constexpr int digitvalue(char c) {
+  if (isdigit(c)) return c - '0';
+  const char lower = static_cast<char>(c | 0x20);
+  return lower >= 'a' && lower <= 'z' ? lower - 'a' + 10 : 36;
+}
+
+/// Reads a text from the left; what lies behind its end looks like a zero byte, which is no part
+/// of any number.
+struct cursor {
+  std::string_view text;
+  std::size_t at = 0;
+
+  char peek(std::size_t ahead = 0) const {
+    return at + ahead < text.size() ? text[at + ahead] : '\0';
+  }
+  bool done() const { return at >= text.size(); }
+  /// The position of the next byte, from 1.
+  int position() const { return static_cast<int>(at) + 1; }
+  int codehere() const { return done() ? 0 : position(); }
+
+  void skipdigits() {
+    while (isdigit(peek())) ++at;
+  }
+  /// Passes blanks and a sign; true for a minus.
+  bool passsign() {
+    while (peek() == ' ') ++at;
+    const bool minus = peek() == '-';
+    if (minus || peek() == '+') ++at;
+    return minus;
+  }
+};
+
+/// The digits at the cursor with their sign, as strtol reads them, held in 32 bits.
+std::int32_t convertdigits(cursor& c, int base, bool minus) {
+  if (base == 16 && c.peek() == '0' && ishexmark(c.peek(1)) && digitvalue(c.peek(2)) < 16)
+    c.at += 2;
+  constexpr std::int64_t limit = std::int64_t{1} << 31;
+  std::int64_t magnitude = 0;
+  for (int digit; (digit = digitvalue(c.peek())) < base; ++c.at)
+    magnitude = std::min(magnitude * base + digit, limit);
+  return static_cast<std::int32_t>(minus ? -magnitude : std::min(magnitude, limit - 1));
+}
+
+/// The base of the digits at the cursor, which is moved to where strtol would begin; 0 if there
+/// are none, with the cursor on the bad byte.
+int findbase(cursor& c) {
+  if (c.peek() == '$') {
+    ++c.at;
+    return digitvalue(c.peek()) < 16 ? 16 : 0;
+  }
+  if (!isdigit(c.peek())) return 0;
+  if (c.peek() != '0' || c.at + 1 == c.text.size() || isdigit(c.peek(1))) return 10;
+  return ishexmark(c.peek(1)) ? 16 : 0;
+}
+
+}  // namespace
+
+std::int32_t _Q9_Val_SPD(std::string_view s, int& code) {
+  cursor c{s};
+  const bool minus = c.passsign();
+  const int base = findbase(c);
+  if (base == 0) {
+    code = c.position();
+    return 0;
+  }
+  const std::int32_t value = convertdigits(c, base, minus);
+  code = c.codehere();
+  return value;
+}
+
+namespace {
+
+/// The exponent at the cursor, if one stands there whole; 0 otherwise, with the cursor unmoved.
+/// Held at a size that no count of digits makes up for.
+std::int64_t passexponent(cursor& c) {
+  if (!isexponentmark(c.peek())) return 0;
+  const bool hassign = c.peek(1) == '+' || c.peek(1) == '-';
+  if (!isdigit(c.peek(hassign ? 2 : 1))) return 0;
+  const bool minus = c.peek(1) == '-';
+  c.at += hassign ? 2 : 1;
+  std::int64_t exponent = 0;
+  for (; isdigit(c.peek()); ++c.at)
+    exponent = std::min<std::int64_t>(exponent * 10 + (c.peek() - '0'), std::int64_t{1} << 50);
+  return minus ? -exponent : exponent;
+}
+
+/// What a number beyond the reals stands for, by the decimal exponent of its first digit that is
+/// not zero: 0.ddd times ten to a positive power overflows, anything else underflows.
+double beyondreals(std::string_view mantissa, std::int64_t exponent) {
+  const std::size_t first = mantissa.find_first_of("123456789");
+  if (first == std::string_view::npos) return 0;
+  const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+  const std::int64_t scale = point - static_cast<std::int64_t>(first) + exponent;
+  return scale > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+}
+
+/// The unsigned decimal number at the cursor as strtod reads it. Takes nothing and gives 0 if
+/// there is no digit in front of the exponent.
+double convertreal(cursor& c) {
+  const std::size_t start = c.at;
+  c.skipdigits();
+  std::size_t digits = c.at - start;
+  if (c.peek() == '.') {
+    ++c.at;
+    const std::size_t fraction = c.at;
+    c.skipdigits();
+    digits += c.at - fraction;
+  }
+  if (digits == 0) {
+    c.at = start;
+    return 0;
+  }
+  const std::string_view mantissa = c.text.substr(start, c.at - start);
+  const std::int64_t exponent = passexponent(c);
+  double value = 0;
+  const char* text = c.text.data();
+  const auto result = std::from_chars(text + start, text + c.at, value);
+  if (result.ec == std::errc::result_out_of_range) return beyondreals(mantissa, exponent);
+  return value;
+}
+
+/// A number that begins with a point, at the cursor.
+double convertpoint(cursor& c) {
+  if (c.at + 1 == c.text.size()) {
+    c.at = c.text.size();
+    return 0;
+  }
+  if (!isexponentmark(c.peek(1))) return convertreal(c);
+  ++c.at;  // the point counts as a 0, whatever the exponent
+  passexponent(c);
+  return 0;
+}
+
+}  // namespace
+
+double _Q9_Val_d(std::string_view s, int& code) {
+  cursor c{s};
+  const bool minus = c.passsign();
+  if (isdigit(c.peek()) && ishexmark(c.peek(1))) {
+    code = c.position() + 1;
+    return 0;
+  }
+  if (!isdigit(c.peek()) && c.peek() != '.') {
+    code = c.position();
+    return 0;
+  }
+  const bool lonepoint = c.peek() == '.' && c.at + 1 == s.size();
+  const double value = c.peek() == '.' ? convertpoint(c) : convertreal(c);
+  code = c.codehere();
+  return minus && !lonepoint ? -value : value;
+}
+
+namespace {
+
+// No double has more than 1074 decimals: what printf adds behind them is zeros, and they begin
+// beyond the 255 bytes of any result.
+constexpr int mostdecimals = 1100;
+
+/// The text in a field of the width's magnitude, behind the padding or, for a negative width, in
+/// front of it. missing bytes of the text lie beyond the cut and are not there.
+shortstring infield(std::string_view text, int width, int missing = 0) {
+  const std::int64_t field = std::abs(std::int64_t{width});
+  const std::int64_t padding = field - static_cast<std::int64_t>(text.size()) - missing;
+  const auto blanks = static_cast<std::size_t>(std::clamp<std::int64_t>(padding, 0, 255));
+  std::array<char, 255> pad;
+  pad.fill(' ');
+  const std::string_view padtext(pad.data(), blanks);
+  return width < 0 ? concat(text, padtext) : concat(padtext, text);
+}
+
+shortstring formatreal(double value, int width, int decimals, bool exponent) {
+  std::array<char, mostdecimals + 64> buffer;
+  const int kept = std::clamp(decimals, 0, mostdecimals);
+  const auto form = exponent ? std::chars_format::scientific : std::chars_format::fixed;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, form, kept).ptr;
+  if (exponent)
+    std::transform(buffer.data(), end, buffer.data(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  const int missing = std::isfinite(value) ? std::max(decimals, 0) - kept : 0;
+  return infield({buffer.data(), static_cast<std::size_t>(end - buffer.data())}, width, missing);
+}
+
+}  // namespace
+
+shortstring _Q9_Str_i0(std::int32_t value) {
+  return _Q9_Str_i1(value, 0);
+}
+
+shortstring _Q9_Str_i1(std::int32_t value, int width) {
+  std::array<char, 12> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  return infield({buffer.data(), static_cast<std::size_t>(end - buffer.data())}, width);
+}
+
+shortstring _Q9_Str_d0(double value) {
+  return formatreal(value, 23, 14, true);
+}
+
+shortstring _Q9_Str_d1(double value, int width) {
+  if (width <= 9) return formatreal(value, 10, 2, true);
+  return formatreal(value, width, std::min(width - 8, 18), true);
+}
+
+shortstring _Q9_Str_d2(double value, int width, int decimals) {
+  return formatreal(value, width, decimals, std::fabs(value) > 1e37);
+}
+
+std::int64_t round(double value) {
+  constexpr double limit = 9223372036854775808.0;  // 2 to the power of 63
+  if (std::isnan(value)) return 0;
+  const double sum = value < 0 ? value - 0.5 : value + 0.5;
+  if (sum >= limit) return std::numeric_limits<std::int64_t>::max();
+  if (sum < -limit) return std::numeric_limits<std::int64_t>::min();
+  return static_cast<std::int64_t>(sum);
+}
+
+int fpclass(double value) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const bool negative = (bits >> 63) != 0;
+  const std::uint64_t exponent = bits >> 52 & 0x7FF;
+  const std::uint64_t mantissa = bits & 0xFFFFFFFFFFFFF;
+  if (exponent == 0x7FF && mantissa != 0) return static_cast<int>(mantissa >> 51);
+  int pair = 8;
+  if (exponent == 0x7FF)
+    pair = 2;
+  else if (exponent == 0)
+    pair = mantissa != 0 ? 4 : 6;
+  return negative ? pair : pair + 1;
+}
+
+std::string_view fpclasstext(int realclass) {
+  static constexpr std::array<std::string_view, 10> texts = {
+      "signaling NaN",
+      "quiet NaN",
+      "negative infinity",
+      "positive infinity",
+      "negative denormalized non-zero",
+      "positive denormalized non-zero",
+      "-0.0",
+      "+0.0",
+      "negative normalized non-zero",
+      "positive normalized non-zero",
+  };
+  if (realclass < 0 || realclass >= static_cast<int>(texts.size())) return {};
+  return texts[static_cast<std::size_t>(realclass)];
+}
+
+shortstring syserrormessage(int number) {
+  const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  if (plain == nullptr) return concat("Unknown error ", _Q9_Str_i0(number));
+  const shortstring text(strerror_l(number, plain));
+  freelocale(plain);
+  return text;
+}
+
+}  // namespace optxv

@@ -1,0 +1,89 @@
+// Text files, read and written in blocks.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+#include "foundation/boundedstring.h"
+
+namespace optxv {
+
+/// A text file that is read line by line or written from front to back.
+///
+/// A file has a name (assign) and is then opened with reset or rewrite. An empty name stands for
+/// the standard input or output: the host's own stdio stream, which is used as it is, flushed but
+/// never closed and never given another buffer. Every other file is a descriptor of this object,
+/// close-on-exec, with a block of 64 KiB that lives while the file is open; memory use does not
+/// depend on the length of a file or of its lines. System calls that a signal interrupts are
+/// repeated.
+///
+/// Nothing here raises. A failure stores the system's error number where ioresult (runtime.h)
+/// finds it, and the operation ends as if the file ended there; the caller checks when it likes.
+/// Text written is held back until the block is full or the file is closed, so that close must
+/// be called, and the error code looked at, by who wants to know of every failure.
+///
+/// INVARIANT: a closed file is at its end, reads as empty, and refuses a write with EBADF.
+class textfile {
+ public:
+  textfile() = default;
+  textfile(const textfile&) = delete;
+  textfile& operator=(const textfile&) = delete;
+  /// Closes the file.
+  ~textfile() { close(); }
+
+  /// Sets the name for the next open. A zero byte ends it, as it does for the C library. A file
+  /// that is open stays open.
+  void assign(std::string_view name);
+
+  /// Opens for reading from the start; an open file is closed first. The error code becomes 0 or
+  /// the system's number. A directory is refused with EISDIR (21).
+  void reset();
+
+  /// Creates or empties the file, mode 0666 less the umask, and opens it for writing. Otherwise as
+  /// reset.
+  void rewrite();
+
+  bool opened() const { return mode_ != mode::closed; }
+
+  /// True where nothing is left to read, found out by looking one byte ahead: so it is seen before
+  /// a read, not only after one. True if the file is not open for reading.
+  bool eof();
+
+  /// Reads up to a line feed, the end of the file or maximum bytes, whichever comes first, into
+  /// dest, and gives their number. One carriage return is dropped if the last byte taken is one,
+  /// also if that byte is the one that reached the maximum. The line feed stays unread: a further
+  /// read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
+  int readstring(char* dest, int maximum);
+
+  /// Skips everything up to the next line feed, and that too.
+  void readln();
+
+  /// Writes the bytes as they are.
+  void write(std::string_view text);
+
+  /// Writes one line feed.
+  void writeln() { write("\n"); }
+
+  /// Writes what was held back and closes. Does nothing if the file is not open. Standard input
+  /// stays as it is; standard output is flushed.
+  void close();
+
+ private:
+  enum class mode : unsigned char { closed, reading, writing, standardinput, standardoutput };
+
+  void open(int flags, mode opened, mode standard);
+  bool fill();
+  void flush();
+  int readstandard(char* dest, int maximum);
+
+  char name_[256] = {};
+  bool standard_ = true;
+  mode mode_ = mode::closed;
+  int descriptor_ = -1;
+  std::unique_ptr<char[]> block_;
+  std::size_t next_ = 0;  // reading: first byte not yet read; writing: bytes held back
+  std::size_t end_ = 0;   // reading: behind the last byte of the block
+};
+
+}  // namespace optxv
