@@ -75,15 +75,16 @@ class textfile {
   void open(int flags, mode opened, mode standard);
   bool fill();
   void flush();
-  int readstandard(char* dest, int maximum);
+  void writeblock(const char* text, std::size_t size);
 
-  char name_[256] = {};
-  bool standard_ = true;
+  char name_[256] = {};   // zero-terminated
+  bool standard_ = true;  // the name is empty
   mode mode_ = mode::closed;
+  bool ended_ = false;  // a read has met the end of the file or failed
   int descriptor_ = -1;
   std::unique_ptr<char[]> block_;
-  std::size_t next_ = 0;  // reading: first byte not yet read; writing: bytes held back
-  std::size_t end_ = 0;   // reading: behind the last byte of the block
+  std::size_t next_ = 0;  // reading: first byte not yet taken; writing: bytes held back
+  std::size_t end_ = 0;   // reading: behind the last byte in the block
 };
 
 }  // namespace optxv

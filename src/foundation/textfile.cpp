@@ -1,0 +1,195 @@
+#include "foundation/textfile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "foundation/runtime.h"
+
+namespace optxv {
+
+namespace {
+
+constexpr std::size_t blocksize = 64 * 1024;
+
+void fail(int number) {
+  errno = number;
+  setioresult(number);
+}
+
+template <class Call>
+auto untilnotinterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+/// A descriptor, or -1 with errno. A directory is refused, which the system does by itself for
+/// writing alone.
+int openfile(const char* name, int flags) {
+  const int descriptor = untilnotinterrupted([&] { return ::open(name, flags | O_CLOEXEC, 0666); });
+  struct stat status;
+  if (descriptor < 0 || ::fstat(descriptor, &status) != 0 || !S_ISDIR(status.st_mode))
+    return descriptor;
+  ::close(descriptor);
+  errno = EISDIR;
+  return -1;
+}
+
+/// One byte of the standard input, or EOF.
+int getstandard() {
+  for (;;) {
+    errno = 0;
+    const int c = std::getc(stdin);
+    if (c != EOF || std::ferror(stdin) == 0 || errno == 0) return c;
+    if (errno != EINTR) {
+      fail(errno);
+      return c;
+    }
+    std::clearerr(stdin);
+  }
+}
+
+/// The same byte, which stays unread.
+int peekstandard() {
+  return std::ungetc(getstandard(), stdin);
+}
+
+int readstandard(char* dest, int maximum) {
+  int count = 0;
+  while (count < maximum) {
+    const int c = getstandard();
+    if (c == '\n') std::ungetc(c, stdin);
+    if (c == '\n' || c == EOF) break;
+    dest[count++] = static_cast<char>(c);
+  }
+  return count;
+}
+
+}  // namespace
+
+void textfile::assign(std::string_view name) {
+  const shortstring kept(name);
+  standard_ = kept.empty();
+  std::memcpy(name_, kept.data(), static_cast<std::size_t>(kept.length()));
+  name_[kept.length()] = '\0';
+}
+
+void textfile::open(int flags, mode opened, mode standard) {
+  close();
+  setioresult(0);
+  if (standard_) {
+    mode_ = standard;
+    return;
+  }
+  descriptor_ = openfile(name_, flags);
+  if (descriptor_ < 0) return fail(errno);
+  block_ = std::make_unique_for_overwrite<char[]>(blocksize);
+  next_ = end_ = 0;
+  ended_ = false;
+  mode_ = opened;
+}
+
+void textfile::reset() {
+  open(O_RDONLY, mode::reading, mode::standardinput);
+}
+
+void textfile::rewrite() {
+  open(O_WRONLY | O_CREAT | O_TRUNC, mode::writing, mode::standardoutput);
+}
+
+/// Sees to it that the block holds an unread byte; false where the file ends or fails.
+bool textfile::fill() {
+  if (mode_ != mode::reading) return false;
+  if (next_ < end_) return true;
+  if (ended_) return false;
+  const ssize_t got =
+      untilnotinterrupted([&] { return ::read(descriptor_, block_.get(), blocksize); });
+  if (got < 0) fail(errno);
+  ended_ = got <= 0;
+  next_ = 0;
+  end_ = ended_ ? 0 : static_cast<std::size_t>(got);
+  return !ended_;
+}
+
+bool textfile::eof() {
+  if (mode_ == mode::standardinput) return peekstandard() == EOF;
+  return !fill();
+}
+
+int textfile::readstring(char* dest, int maximum) {
+  int count = 0;
+  if (mode_ == mode::standardinput) count = readstandard(dest, maximum);
+  while (count < maximum && fill()) {
+    const char* from = block_.get() + next_;
+    const std::size_t limit = std::min(end_ - next_, static_cast<std::size_t>(maximum - count));
+    const void* linefeed = std::memchr(from, '\n', limit);
+    const std::size_t size =
+        linefeed == nullptr ? limit
+                            : static_cast<std::size_t>(static_cast<const char*>(linefeed) - from);
+    std::memcpy(dest + count, from, size);
+    count += static_cast<int>(size);
+    next_ += size;
+    if (linefeed != nullptr) break;
+  }
+  return count > 0 && dest[count - 1] == '\r' ? count - 1 : count;
+}
+
+void textfile::readln() {
+  if (mode_ == mode::standardinput)
+    for (int c = 0; c != '\n' && c != EOF;) c = getstandard();
+  while (fill()) {
+    const char* from = block_.get() + next_;
+    const void* linefeed = std::memchr(from, '\n', end_ - next_);
+    if (linefeed != nullptr) {
+      next_ += static_cast<std::size_t>(static_cast<const char*>(linefeed) - from) + 1;
+      return;
+    }
+    next_ = end_;
+  }
+}
+
+void textfile::writeblock(const char* text, std::size_t size) {
+  while (size > 0) {
+    const ssize_t done = untilnotinterrupted([&] { return ::write(descriptor_, text, size); });
+    if (done < 0) return fail(errno);
+    text += done;
+    size -= static_cast<std::size_t>(done);
+  }
+}
+
+void textfile::flush() {
+  writeblock(block_.get(), next_);
+  next_ = 0;  // what could not be written is gone, so that the error is met once
+}
+
+void textfile::write(std::string_view text) {
+  if (mode_ == mode::standardoutput) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail(errno);
+    return;
+  }
+  if (mode_ != mode::writing) return fail(EBADF);
+  while (!text.empty()) {
+    const std::size_t size = std::min(text.size(), blocksize - next_);
+    std::memcpy(block_.get() + next_, text.data(), size);
+    next_ += size;
+    text.remove_prefix(size);
+    if (next_ == blocksize) flush();
+  }
+}
+
+void textfile::close() {
+  if (mode_ == mode::writing) flush();
+  if (mode_ == mode::standardoutput && std::fflush(stdout) != 0) fail(errno);
+  if (descriptor_ >= 0 && ::close(descriptor_) != 0 && errno != EINTR) fail(errno);
+  descriptor_ = -1;
+  block_.reset();
+  mode_ = mode::closed;
+}
+
+}  // namespace optxv
