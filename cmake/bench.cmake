@@ -1,0 +1,8 @@
+find_package(benchmark REQUIRED)
+file(GLOB bench_sources CONFIGURE_DEPENDS bench/*.cpp)
+if(bench_sources)
+  add_executable(optxv_bench ${bench_sources})
+  target_link_libraries(optxv_bench PRIVATE optxv_objects benchmark::benchmark)
+  target_compile_definitions(optxv_bench PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  optxv_test_warnings(optxv_bench)
+endif()

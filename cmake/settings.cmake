@@ -1,0 +1,52 @@
+# What holds for every target: language level, visibility, sanitizers; and how a target of ours is warned.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(ccache_program ccache)
+if(ccache_program AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_C_COMPILER_LAUNCHER ${ccache_program})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ccache_program})
+endif()
+
+set(optxv_sanitizers ${OPTXV_SANITIZE})
+if(OPTXV_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    message(FATAL_ERROR "OPTXV_FUZZ needs clang: libFuzzer comes with it")
+  endif()
+  set(optxv_sanitizers address,undefined)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(optxv_sanitizers)
+  add_compile_options(-fsanitize=${optxv_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${optxv_sanitizers})
+  add_compile_definitions($<$<COMPILE_LANGUAGE:CXX>:_GLIBCXX_ASSERTIONS>)
+endif()
+
+# Every target of ours is compiled with these.
+function(optxv_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                           $<$<BOOL:${OPTXV_WERROR}>:-Werror>)
+endfunction()
+
+# Tests are warned a little less: the macros of the test framework compare integers of mixed signs.
+function(optxv_test_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra $<$<BOOL:${OPTXV_WERROR}>:-Werror>)
+endfunction()
+
+function(optxv_tidy target)
+  if(OPTXV_TIDY)
+    find_program(clang_tidy_program clang-tidy REQUIRED)
+    set_target_properties(${target} PROPERTIES
+      CXX_CLANG_TIDY "${clang_tidy_program};--warnings-as-errors=*;--quiet")
+  endif()
+endfunction()

@@ -1,0 +1,56 @@
+# One executable each tests/<folder>/<module>_test.cpp, one ctest test of the same name; then the
+# checkers of the tree. Labels: `unit` for the executables, `tree` for the checkers, `package`.
+
+find_package(GTest REQUIRED)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+# What a test that looks at the built product from outside asks for: tests/api and tests/tools.
+function(optxv_test_paths target)
+  target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+                                               OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
+  if(TARGET optxv_command)
+    target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
+    add_dependencies(${target} optxv_command)
+  endif()
+endfunction()
+
+file(GLOB test_sources CONFIGURE_DEPENDS tests/*/*_test.cpp)
+foreach(source ${test_sources})
+  get_filename_component(name ${source} NAME_WE)
+  cmake_path(GET source PARENT_PATH folder)
+  cmake_path(GET folder FILENAME folder)
+  add_executable(${name} ${source})
+  target_include_directories(${name} PRIVATE tests)
+  if(folder MATCHES "^(api|tools)$")
+    # From outside: the built library and its public header; src/ for the table of functions alone.
+    target_include_directories(${name} PRIVATE src)
+    target_link_libraries(${name} PRIVATE optxv ${CMAKE_DL_LIBS})
+    optxv_test_paths(${name})
+  else()
+    target_link_libraries(${name} PRIVATE optxv_objects)
+  endif()
+  target_link_libraries(${name} PRIVATE GTest::gtest_main GTest::gmock)
+  optxv_test_warnings(${name})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120)
+endforeach()
+
+function(optxv_checker name)
+  add_test(NAME ${name} COMMAND Python3::Interpreter -B ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  set_tests_properties(${name} PROPERTIES LABELS tree TIMEOUT 120)
+endfunction()
+
+optxv_checker(floors tools/check_floors.py)
+optxv_checker(tree tools/check_tree.py)
+optxv_checker(checkers tests/tools/checkers_test.py)
+
+# A sanitizer's runtime adds symbols of its own, and a program without it cannot load the library.
+if(NOT optxv_sanitizers)
+  if(exports_map)
+    optxv_checker(exports tools/check_exports.py src/frame/exports.map $<TARGET_FILE:optxv>)
+  endif()
+  add_test(NAME package COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DSOURCE=${PROJECT_SOURCE_DIR}/tests/package
+           -DLIBDIR=${CMAKE_INSTALL_LIBDIR} -DGENERATOR=${CMAKE_GENERATOR} -DCC=${CMAKE_C_COMPILER} -DCXX=${CMAKE_CXX_COMPILER}
+           -DHAS_COMMAND=$<TARGET_EXISTS:optxv_command> -P ${PROJECT_SOURCE_DIR}/tests/package/run.cmake)
+  set_tests_properties(package PROPERTIES LABELS package TIMEOUT 300)
+endif()

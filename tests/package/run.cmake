@@ -1,0 +1,43 @@
+# Installs the build tree BUILD below a fresh prefix, moves that prefix, and uses the copy from a C
+# and a C++ program, found once by find_package and once by pkg-config. Any step that fails ends it.
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output
+                  OUTPUT_STRIP_TRAILING_WHITESPACE)
+  message(STATUS "${ARGN}\n${output}")
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "failed (${status}): ${ARGN}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+set(area ${BUILD}/package-test)
+set(prefix ${area}/moved)
+file(REMOVE_RECURSE ${area})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${area}/installed)
+file(RENAME ${area}/installed ${prefix})  # nothing may remember where it was installed
+
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${area}/found -G ${GENERATOR} -DCMAKE_PREFIX_PATH=${prefix}
+    -DCMAKE_C_COMPILER=${CC} -DCMAKE_CXX_COMPILER=${CXX})
+file(STRINGS ${area}/found/CMakeCache.txt chosen REGEX "^optxv_DIR:")
+if(NOT chosen MATCHES "=${prefix}/")
+  message(FATAL_ERROR "find_package took another copy: ${chosen}")
+endif()
+run(${CMAKE_COMMAND} --build ${area}/found)
+run(${area}/found/use_c)
+run(${area}/found/use_cpp)
+
+find_program(pkg_config NAMES pkg-config pkgconf REQUIRED)
+set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBDIR}/pkgconfig)
+set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
+run(${pkg_config} --cflags --libs optxv)
+separate_arguments(flags UNIX_COMMAND "${output}")
+run(${CC} -Wall -Wextra -Wpedantic -Werror ${SOURCE}/use.c -o ${area}/use_c ${flags})
+run(${CXX} -Wall -Wextra -Wpedantic -Werror ${SOURCE}/use.cpp -o ${area}/use_cpp ${flags})
+run(${area}/use_c)
+run(${area}/use_cpp)
+
+if(HAS_COMMAND)
+  unset(ENV{LD_LIBRARY_PATH})  # the command finds its library by itself
+  run(${prefix}/bin/optxv --help)
+endif()

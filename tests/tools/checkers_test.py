@@ -1,0 +1,117 @@
+#!/usr/bin/env python3
+"""The checkers of the tree, each shown trees that break one rule, and one that breaks none."""
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / 'tools'))
+import check_exports  # noqa: E402
+import check_floors  # noqa: E402
+import check_tree  # noqa: E402
+
+FLOORS = '0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *\n'
+GOOD = {
+    'tools/floors.txt': FLOORS,
+    'tools/modules.txt': 'bodies top/extra top/main.h\nuntested mid/low a table without code\n',
+    'src/base/text.h': '#include <string>\n#include <sys/stat.h>\n',
+    'src/base/text.cpp': '#include "base/text.h"\n',
+    'src/mid/low.h': '/* #include "top/main.h" */\n#include "base/text.h"\n',
+    'src/mid/low.cpp': '#include "mid/low.h"\n// #include "side/way.h"\n',
+    'src/mid/high.h': '#include "mid/low.h"\n',
+    'src/side/way.h': '#include "base/text.h"\n',
+    'src/top/main.h': '#include <optxv/optxv.h>\n#include "side/way.h"\n',
+    'src/top/main.cpp': '#include "top/main.h"\n#include "mid/high.h"\n',
+    'src/top/extra.cpp': '#include "top/main.h"\n',
+    'tests/base/text_test.cpp': '',
+    'tests/top/main_test.cpp': '',
+    'tests/top/extra_test.cpp': '',
+}
+
+# What is laid over the good tree (None takes a file away), and a piece of the one fault expected.
+BAD_INCLUDES = [
+    ('up', {'src/base/solo.h': '#include "mid/high.h"\n'}, 'base may not include this'),
+    ('sideways', {'src/side/way.h': '#include "mid/high.h"\n'}, 'side may not include this'),
+    ('module of a folder, up', {'src/mid/low.cpp': '#include "mid/high.h"\n'}, 'mid/low may not include this'),
+    ('only a named module', {'src/side/way.h': '#include "mid/low.h"\n'}, 'side may not include this'),
+    ('public header below', {'src/base/text.h': '#include <optxv/optxv.h>\n'}, 'base may not include this'),
+    ('cycle', {'src/mid/low.h': '#include "mid/low2.h"\n', 'src/mid/low2.h': '#include "mid/high.h"\n',
+               'tools/floors.txt': FLOORS.replace('1 mid/low base', '').replace(' mid/low', '')}, 'include cycle'),
+    ('itself', {'src/base/text.h': '#include "base/text.h"\n'}, 'include cycle'),
+    ('from beside', {'src/mid/high.h': '#include "low.h"\n'}, 'written from src/'),
+    ('upward path', {'src/side/way.h': '#  include "../base/text.h"\n'}, 'written from src/'),
+    ('missing', {'src/side/way.h': '#include "base/gone.h"\n'}, 'no file there'),
+    ('angle', {'src/side/way.h': '#include <base/text.h>\n'}, 'double quotes'),
+    ('foreign library', {'src/side/way.h': '#include <boost/any.hpp>\n'}, 'C++ standard library'),
+    ('macro', {'src/side/way.h': '#include HEADER\n'}, 'cannot be checked'),
+    ('source', {'src/side/way.h': '#include "base/text.cpp"\n'}, 'a source is not included'),
+    ('no floor', {'src/attic/old.h': ''}, 'stands on no floor'),
+    ('grant of a higher floor', {'tools/floors.txt': FLOORS.replace('0 base', '0 base side')}, 'may not be granted'),
+    ('grant of nobody', {'tools/floors.txt': FLOORS.replace('2 side base', '2 side base ghost')}, 'may not be granted'),
+    ('unit twice', {'tools/floors.txt': FLOORS + '1 base\n'}, 'not a row'),
+]
+BAD_FILES = [
+    ('word taken', {'src/side/text.h': ''}, 'the word is taken by src/base/text'),
+    ('two words', {'src/side/one_two.h': ''}, 'one lower-case word'),
+    ('capital', {'src/side/Way2.h': ''}, 'one lower-case word'),
+    ('no header', {'src/base/text.h': None}, 'has no header'),
+    ('no test', {'tests/base/text_test.cpp': None}, 'has no test file'),
+    ('test elsewhere', {'tests/base/text_test.cpp': None, 'tests/side/text_test.cpp': ''}, 'has no test file'),
+    ('test name twice', {'tests/side/text_test.cpp': ''}, 'the name is taken in tests/base'),
+    ('stale bodies row', {'src/top/extra.h': ''}, 'no longer holds: bodies top/extra'),
+    ('stale untested row', {'tests/mid/low_test.cpp': ''}, 'no longer holds: untested mid/low'),
+    ('row without reason', {'tools/modules.txt': GOOD['tools/modules.txt'] + 'untested top/main\n'}, 'not a row'),
+    ('too deep', {'src/top/inner/deep.h': ''}, 'stand in a folder of src/'),
+    ('machine path', {'docs/notes.md': 'see ' + '/home' + '/me/notes'}, 'a path of one machine'),
+]
+
+SCRIPT = '''OPTXV_2 { # the list
+  global: xcreate; opt*; extern "C++" { "optxv::store::put(int)"; optxv::pool::*; };
+  /* not; these; */
+  local: *; };'''
+EXPORTS = [('xcreate', 'xcreate'), ('optcount', 'optcount'), ('_Zput', 'optxv::store::put(int)'),
+           ('_Ztake', 'optxv::pool::take()')]
+BAD_EXPORTS = [
+    (EXPORTS[1:], 'listed, not exported: xcreate'),
+    (EXPORTS[:1] + EXPORTS[2:], 'listed, not exported: opt*'),
+    (EXPORTS[:2] + EXPORTS[3:], 'listed, not exported: optxv::store::put(int)'),
+    (EXPORTS + [('not', 'not')], 'exported, not listed: not'),
+    (EXPORTS + [('_Zget', 'optxv::store::get()')], 'exported, not listed: optxv::store::get()'),
+]
+
+
+def faults(check, changes):
+    with tempfile.TemporaryDirectory() as folder:
+        for name, text in {**GOOD, **changes}.items():
+            if text is not None:
+                path = Path(folder) / name
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding='utf-8')
+        return check(folder)
+
+
+class Checkers(unittest.TestCase):
+    def refuses(self, check, rows):
+        self.assertEqual(faults(check, {}), [])
+        for name, changes, expected in rows:
+            with self.subTest(name):
+                found = faults(check, changes)
+                self.assertEqual(len(found), 1, found)
+                self.assertIn(expected, found[0])
+
+    def test_includes(self):
+        self.refuses(check_floors.check, BAD_INCLUDES)
+
+    def test_files(self):
+        self.refuses(check_tree.check, BAD_FILES)
+
+    def test_exports(self):
+        entries = check_exports.entries_of(SCRIPT)
+        for symbols, expected in [(EXPORTS, None)] + BAD_EXPORTS:
+            with self.subTest(expected):
+                found = list(check_exports.differences(entries, *zip(*symbols)))
+                self.assertEqual(found, [expected] if expected else [])
+
+
+if __name__ == '__main__':
+    unittest.main()
