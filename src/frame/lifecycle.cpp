@@ -1,0 +1,73 @@
+#include "frame/lifecycle.h"
+
+#include <utility>
+
+#include "foundation/runtime.h"
+#include "frame/api.h"
+#include "frame/modules.h"
+#include "options/zmaoptions.h"
+
+#define OPTXV_NO_MIXED_CASE_NAMES
+#include "optxv/optxv.h"
+
+// Constants all: the loader may run the load step ahead of any initialisation of our own.
+std::int32_t SYSTEM_dll_refcount = 0;
+std::int32_t SYSTEM_exitcode = 0;
+void (*SYSTEM_exitproc)(void) = nullptr;
+std::int32_t _Q9_Finalizing = 0;
+
+namespace optxv {
+
+namespace {
+
+// A library has no arguments of its own, and no exit procedure from an earlier life.
+void readyruntime() {
+  setarguments(-1, nullptr);
+  setioresult(0);
+  SYSTEM_exitproc = nullptr;
+}
+
+// REQUIRES: every exit procedure takes itself out of the chain.
+void runexitprocedures() {
+  while (SYSTEM_exitproc != nullptr) SYSTEM_exitproc();
+}
+
+[[gnu::constructor]] void atload() {
+  _Q9_DllInit();
+}
+[[gnu::destructor]] void atunload() {
+  _Q9_DllFini();
+}
+
+}  // namespace
+
+void createobject(void*& handle) {
+  handle = new tzmaoptions;
+}
+
+void freeobject(void*& handle) {
+  delete static_cast<tzmaoptions*>(std::exchange(handle, nullptr));
+}
+
+}  // namespace optxv
+
+using namespace optxv;
+
+std::int32_t _Q9_DllInit() {
+  if (SYSTEM_dll_refcount++ == 0) {
+    atboundary([] {
+      readyruntime();
+      initialisemodules(modules());
+    });
+  }
+  return SYSTEM_exitcode;
+}
+
+void _Q9_DllFini() {
+  if (--SYSTEM_dll_refcount != 0) return;
+  atboundary([] {
+    _Q9_Finalizing = 1;
+    runexitprocedures();
+    finalisemodules(modules());
+  });
+}
