@@ -1,0 +1,4 @@
+// All containers in one include.
+#pragma once
+
+#include "foundation/lists.h"

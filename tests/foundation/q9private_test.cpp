@@ -1,0 +1,48 @@
+#include "foundation/q9private.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "foundation/runtime.h"
+
+namespace optxv {
+namespace {
+
+TEST(PlatformText, LongTextIsCutAndNotReplaced) {
+  for (const std::size_t length : {0, 254, 255, 256, 5000}) {
+    const std::string text(length, 'x');
+    const std::string_view expected = std::string_view(text).substr(0, 255);
+    EXPECT_EQ(q9private::pchartostr(text.c_str()).view(), expected) << length;
+    EXPECT_EQ(q9private::strbuftostr(text.c_str()).view(), expected) << length;
+  }
+}
+
+TEST(PlatformText, EmptyTextIsABlockOfItsOwn) {
+  const std::int64_t bytes = allocmemsize();
+  char* const empty = q9private::strtopchar("");
+  char* const text = q9private::strtopchar("ab");
+  EXPECT_STREQ(empty, "");
+  EXPECT_STREQ(text, "ab");
+  EXPECT_EQ(allocmemsize() - bytes, 4);
+  freemem(empty, 1);
+  freemem(text, 3);
+}
+
+TEST(PlatformText, AppendsBehindTheTextAtTheIndex) {
+  char buffer[12] = "......";
+  EXPECT_EQ(q9private::strtostrbuf("abc", buffer), buffer);
+  std::int32_t w = 3;
+  q9private::pcharconcatpchar(buffer, w, nullptr);
+  q9private::pcharconcatpchar(buffer, w, "de");
+  q9private::pcharconcatstr(buffer, w, "f");
+  EXPECT_STREQ(buffer, "abcdef");
+  EXPECT_EQ(w, 6);
+  w = 2;
+  q9private::pcharconcatpchar(buffer, w, "gh");
+  EXPECT_STREQ(buffer, "abcdefgh");
+  EXPECT_EQ(w, 4) << "the index moves by the length, wherever the text went";
+}
+
+}  // namespace
+}  // namespace optxv
