@@ -1,0 +1,59 @@
+#include "frame/modules.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "foundation/zdlaudit.h"
+#include "options/zmaoptions.h"
+
+namespace optxv {
+namespace {
+
+std::string trace;
+
+TEST(Modules, InitialiseInOrderFinaliseInReverse) {
+  const moduleentry table[] = {
+      {"one", [] { trace += "+1"; }, [] { trace += "-1"; }},
+      {"two", nullptr, [] { trace += "-2"; }},
+      {"three", [] { trace += "+3"; }, nullptr},
+      {"four", [] { trace += "+4"; }, [] { trace += "-4"; }},
+  };
+  trace.clear();
+  initialisemodules(table);
+  EXPECT_EQ(trace, "+1+3+4");
+  trace.clear();
+  finalisemodules(table);
+  EXPECT_EQ(trace, "-4-2-1");
+}
+
+// Modules may be missing from the table, but those that are there stand in the order of dependency.
+TEST(Modules, TableKeepsTheLoadOrder) {
+  const std::vector<std::string_view> order = {
+      "q9platform", "system_q9",   "q9private",  "exceptions", "sysutils_q9", "math_q9",
+      "q9utils",    "q9process",   "q9library",  "q9ieeefp",   "idglobal_q9", "zmagen",
+      "pchutil",    "strutilx",    "zmaobj",     "zmaspecs",   "dynstr",      "zmalist",
+      "zmaheap",    "datastorage", "miniparser", "htmlwr",     "zdlaudit",    "zmaoptions"};
+  auto place = order.begin();
+  for (const moduleentry& module : modules()) {
+    place = std::find(place, order.end(), module.name);
+    ASSERT_NE(place, order.end()) << module.name;
+    ++place;
+  }
+  EXPECT_EQ(modules().back().name, "zmaoptions");
+}
+
+TEST(Modules, LoadStepReadiesTheLibrary) {
+  dllloadpath().assign("somewhere");
+  zdlsetauditlinelib("");
+  initialisemodules(modules());
+  EXPECT_TRUE(dllloadpath().empty());
+  EXPECT_EQ(charpath(), ':');
+  EXPECT_EQ(zdlgetauditline().view().substr(0, 6), "optxv ");
+  EXPECT_EQ(zdlgetauditline().length(), 78);
+}
+
+}  // namespace
+}  // namespace optxv
