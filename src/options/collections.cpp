@@ -1,0 +1,158 @@
+// The kinds that hold no scalar value: multi-lists, string lists and macros. Their headers stand in
+// toption.h.
+
+#include <unordered_set>
+#include <vector>
+
+#include "options/optionkinds.h"
+#include "options/toption.h"
+#include "options/zmaoptions.h"
+
+namespace optxv {
+
+namespace {
+
+/// Lists and macros may hang in one another to any depth, and a value goes down through all of
+/// them on the stack. Far deeper than any table made for use, and well within a small stack.
+constexpr std::int32_t maximumnesting = 500;
+
+/// Counts one list or macro that is being assigned; not good() past the limit, with a message.
+class nesting {
+ public:
+  explicit nesting(tzmaoptions& owner) : depth_(owner.assigndepth, owner.assigndepth + 1) {
+    good_ = owner.assigndepth <= maximumnesting;
+    if (!good_)
+      owner.addmessage(optMsgValueError,
+                       concat("Members nested too deep for option ", quoted{owner.curoptname}));
+  }
+  bool good() const { return good_; }
+
+ private:
+  replacement<std::int32_t> depth_;
+  bool good_;
+};
+
+/// Cuts a text at the separator of multi-list values, one token a call.
+///
+/// Blanks in front of a token are passed, those inside and behind belong to it. A token that begins
+/// with a double quote ends at the next one or at a separator.
+class tokencutter {
+ public:
+  explicit tokencutter(std::string_view text) : text_(text) {}
+
+  /// False when there is no further token; an empty one at the very end is none.
+  bool next(std::string_view& token) {
+    const std::size_t start = text_.find_first_not_of(" \t", position_);
+    if (start == std::string_view::npos) return false;
+    const bool quote = text_[start] == '"';
+    const std::size_t first = start + (quote ? 1 : 0);
+    const char delimiters[] = {charpath(), '"'};
+    const std::size_t end =
+        std::min(text_.find_first_of({delimiters, quote ? 2U : 1U}, first), text_.size());
+    position_ = end + 1;
+    token = text_.substr(first, end - first);
+    return !token.empty() || position_ < text_.size();
+  }
+
+ private:
+  std::string_view text_;
+  std::size_t position_ = 0;
+};
+
+}  // namespace
+
+// --- Multi-list --------------------------------------------------------------------------------
+
+void tmultilistoption::additem(std::int32_t index) {
+  members.add(reinterpret_cast<void*>(static_cast<std::intptr_t>(index)));
+}
+
+std::int32_t tmultilistoption::member(std::int32_t index) const {
+  return static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(members.get(index)));
+}
+
+bool tmultilistoption::hasmember(std::int32_t index) const {
+  return members.indexof(reinterpret_cast<const void*>(static_cast<std::intptr_t>(index))) >= 0;
+}
+
+void tmultilistoption::setasstring(std::string_view text) {
+  if (assigning) {
+    owner->addmessage(optMsgValueError, concat("Multilist ", quoted{getname()},
+                                               " cannot take a value while it gives one out"));
+    return;
+  }
+  const replacement<bool> busy(assigning, true);
+  const nesting level(*owner);
+  if (!level.good()) return;
+  tokencutter cutter(text);
+  std::string_view token;
+  for (std::int32_t i = 0; cutter.next(token); ++i) {
+    if (i == members.count()) {
+      owner->addmessage(optMsgValueError,
+                        concat("Too many items for multilist ", quoted{owner->curoptname}));
+      return;
+    }
+    if (toption* option = owner->getobjects(member(i))) option->setasstring(token);
+  }
+}
+
+void tmultilistoption::reset() {
+  members.clear();
+  toption::reset();
+}
+
+// --- String list -------------------------------------------------------------------------------
+
+void tstrlistoption::setasstring(std::string_view text) {
+  items.add(text);
+  setdefined(1);
+}
+
+shortstring tstrlistoption::takefirst() {
+  const shortstring first = items.get(0);
+  items.delete_(0);
+  return first;
+}
+
+void tstrlistoption::reset() {
+  items.clear();
+  toption::reset();
+}
+
+// --- Macro -------------------------------------------------------------------------------------
+
+void tmacrooption::additem(toption* option) {
+  members.add(ownedobject(option));
+}
+
+toption* tmacrooption::member(std::int32_t index) const {
+  return objectof<toption>(members.get(index));
+}
+
+void tmacrooption::setasstring(std::string_view text) {
+  const nesting level(*owner);
+  if (!level.good()) return;
+  for (std::int32_t i = 0; i < members.count(); ++i) member(i)->setasstring(text);
+}
+
+void tmacrooption::reset() {
+  // A list of what is still to do in place of recursion: macros may hang in one another to any
+  // depth, and each needs its reset once.
+  std::vector<tmacrooption*> pending = {this};
+  std::unordered_set<const toption*> seen = {this};
+  while (!pending.empty()) {
+    tmacrooption& macro = *pending.back();
+    pending.pop_back();
+    for (std::int32_t i = 0; i < macro.members.count(); ++i) {
+      toption* option = macro.member(i);
+      if (!seen.insert(option).second) continue;
+      if (auto* inner = askind<tmacrooption>(option))
+        pending.push_back(inner);
+      else
+        option->reset();
+    }
+    macro.toption::reset();
+  }
+}
+
+}  // namespace optxv

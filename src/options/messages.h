@@ -1,0 +1,57 @@
+// The kinds of message: how each is shown and counted. The queue itself is
+// tzmaoptions::messagelist, and its operations are methods of tzmaoptions; their bodies stand in
+// messages.cpp.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace optxv {
+
+/// The kind of a message; the numbers are part of the exported interface.
+enum messagekind : std::uint8_t {
+  optMsgInputEcho,     ///< a line of input
+  optMsgHelp,          ///< a line of help
+  optMsgDefineError,   ///< a fault in a definition
+  optMsgValueError,    ///< a refused value
+  optMsgValueWarning,  ///< a value taken out of bounds
+  optMsgDeprecated,    ///< use of a marked name
+  optMsgFileEnter,     ///< a read begins
+  optMsgFileLeave,     ///< a read ends
+  optMsgTooManyMsgs,   ///< the queue was full
+  optMsgUserError,     ///< a fault in parameter text, or the caller's own
+};
+
+/// As what the caller's count takes a message.
+enum class severity : std::uint8_t { none, warning, error };
+
+/// What the queue knows of a kind.
+struct messagerow {
+  std::string_view constantname;
+  std::string_view prefix;  ///< put in front when the message is fetched
+  bool quotes;              ///< the text is shown between double quotes
+  bool located;             ///< "line N: " is put in front while a reader stands in a line
+  bool counted;             ///< errorcount counts it
+  severity reported;        ///< what optErrorCount counts it as
+};
+
+/// KEEP: help lines count in errorcount and not for the caller: the one asks whether an operation
+/// added anything, the other how many faults there were.
+inline constexpr std::array<messagerow, 10> messagekinds = {{
+    {"optMsgInputEcho", ">> ", false, false, false, severity::none},
+    {"optMsgHelp", "", false, false, true, severity::none},
+    {"optMsgDefineError", "*** Definition Error ", false, true, true, severity::error},
+    {"optMsgValueError", "*** Value Error ", false, true, true, severity::error},
+    {"optMsgValueWarning", "*** Warning ", false, true, false, severity::warning},
+    {"optMsgDeprecated", "*** Warning ", false, true, false, severity::warning},
+    {"optMsgFileEnter", "Reading parameter(s) from ", true, false, false, severity::none},
+    {"optMsgFileLeave", "Finished reading from ", true, false, false, severity::none},
+    {"optMsgTooManyMsgs", "", false, false, true, severity::error},
+    {"optMsgUserError", "*** Error ", false, true, true, severity::error},
+}};
+
+/// How many messages the queue takes before it closes with one marker.
+inline constexpr std::int32_t maximummessages = 5000;
+
+}  // namespace optxv

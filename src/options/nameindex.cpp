@@ -1,0 +1,79 @@
+#include "options/nameindex.h"
+
+#include <cstring>
+
+#include "foundation/strutilx.h"
+
+namespace optxv {
+
+namespace {
+
+constexpr std::uint64_t everybyte = 0x0101010101010101U;
+
+/// Eight bytes with their letters a to z made capital, all at once: the high bit of each byte
+/// becomes the answer to "is it a small letter", and that bit, moved to 32, is taken off.
+std::uint64_t foldeight(std::uint64_t bytes) {
+  const std::uint64_t low = bytes & (0x7f * everybyte);
+  const std::uint64_t froma = low + (0x80 - 'a') * everybyte;
+  const std::uint64_t pastz = low + (0x7f - 'z') * everybyte;
+  const std::uint64_t small = (froma ^ pastz) & ~bytes & (0x80 * everybyte);
+  return bytes - (small >> 2);
+}
+
+std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
+  hash = (hash ^ foldeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
+  return hash ^ hash >> 32;
+}
+
+/// A hash of the text that does not tell the case of letters.
+std::uint32_t foldedhash(std::string_view text) {
+  std::uint64_t hash = text.size();
+  std::uint64_t bytes = 0;
+  for (; text.size() > sizeof bytes; text.remove_prefix(sizeof bytes)) {
+    std::memcpy(&bytes, text.data(), sizeof bytes);
+    hash = mix(hash, bytes);
+  }
+  bytes = 0;
+  std::memcpy(&bytes, text.data(), text.size());
+  return static_cast<std::uint32_t>(mix(hash, bytes));
+}
+
+}  // namespace
+
+std::size_t nameindex::seek(std::uint32_t hash, std::string_view name) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t at = hash & mask;
+  for (; slots_[at].position >= 0; at = (at + 1) & mask)
+    if (slots_[at].hash == hash && struequal(names_.getname(slots_[at].position), name)) break;
+  return at;
+}
+
+void nameindex::grow() {
+  std::vector<slot> old(slots_.empty() ? 16 : slots_.size() * 2, slot{0, -1});
+  old.swap(slots_);
+  const std::size_t mask = slots_.size() - 1;
+  for (const slot& entry : old) {
+    if (entry.position < 0) continue;
+    std::size_t at = entry.hash & mask;  // names in the index differ, so the first hole will do
+    while (slots_[at].position >= 0) at = (at + 1) & mask;
+    slots_[at] = entry;
+  }
+}
+
+void nameindex::add(std::int32_t position) {
+  const std::string_view name = names_.getname(position);
+  if (name.empty()) return;
+  if (used_ * 4 >= slots_.size() * 3) grow();
+  const std::uint32_t hash = foldedhash(name);
+  slot& place = slots_[seek(hash, name)];
+  if (place.position >= 0) return;
+  place = {hash, position};
+  ++used_;
+}
+
+std::int32_t nameindex::find(std::string_view name) const {
+  if (used_ == 0 || name.empty()) return -1;
+  return slots_[seek(foldedhash(name), name)].position;
+}
+
+}  // namespace optxv

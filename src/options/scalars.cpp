@@ -1,0 +1,144 @@
+// The checked setters of the six scalar kinds: the one place where a value meets its option's
+// bounds or allowed values. Their headers stand in toption.h.
+
+#include "foundation/strutilx.h"
+#include "options/toption.h"
+#include "options/zmaoptions.h"
+#include "parameter/words.h"
+
+namespace optxv {
+
+namespace {
+
+/// Stores a value and moves the masks. One that is not allowed is refused with a message, or, under
+/// nobounds, kept with a warning and marked as out of bounds.
+/// KEEP: an allowed value clears the whole of outofbounds, the bit of the other value too.
+template <class Option, class Value, class Complain>
+void checkedstore(Option& option, bool second, const Value& v, bool allowed, Complain complain) {
+  if (!allowed) {
+    if (!option.owner->nobounds) return complain(optMsgValueError);
+    complain(optMsgValueWarning);
+  }
+  const std::int32_t bit = second ? 2 : 1;
+  (second ? option.value2 : option.value) = v;
+  option.setdefined(bit);
+  option.outofbounds = allowed ? 0 : option.outofbounds | bit;
+}
+
+/// The complaint, in the words of its kind, and what was seen in place of a good value.
+void complain(const toption& option, messagekind kind, std::string_view words,
+              std::string_view seen) {
+  tzmaoptions& owner = *option.owner;
+  owner.addmessagefrom(
+      kind, [&] { return concat(words, quoted{owner.curoptname}, " saw ", quoted{seen}); });
+}
+
+template <class Option, class Show>
+void sayrange(const Option& option, messagekind kind, Show show) {
+  option.owner->addmessagefrom(kind, [&] {
+    return concat("   Valid range is ", show(option.lowbound), " to ", show(option.highbound));
+  });
+}
+
+/// Number of entries, then the text of each, as "Possible values are  a b c".
+template <class Text>
+void saypossible(const toption& option, messagekind kind, std::int32_t count, Text text) {
+  option.owner->addmessagefrom(kind, [&] {
+    shortstring line = "   Possible values are ";
+    for (std::int32_t i = 0; i < count && line.length() < shortstring::maximum; ++i)
+      line.append(' ').append(text(i));
+    return line;
+  });
+}
+
+void genmessage1(const tintoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, "Integer range error for option ", inttostr(v));
+  sayrange(option, kind, inttostrex);
+}
+
+void genmessage2(const tdbloption& option, messagekind kind, double v) {
+  if (option.owner->queueclosed()) return;  // a real's text is costly
+  complain(option, kind, "Double out of range for option ", dbltostr(v));
+  sayrange(option, kind, dbltostrex);
+}
+
+void genmessage3(const tbooleanoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, "Boolean out of range for option ", inttostr(v));
+  option.owner->addmessage(kind, "   Valid values are 0 or 1");
+}
+
+void genmessage4(const tenumstroption& option, messagekind kind, std::string_view text) {
+  complain(option, kind, "Unknown value for option ", text);
+  saypossible(option, kind, option.enumitems.count(),
+              [&](std::int32_t i) { return option.enumitems.getname(i); });
+}
+
+void genmessage5(const tenumintoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, "Unknown value for option ", inttostr(v));
+  saypossible(option, kind, option.enumitems.count(),
+              [&](std::int32_t i) { return inttostr(option.item(i).itemvalue); });
+}
+
+}  // namespace
+
+void tintoption::setasinteger12(bool second, std::int32_t v) {
+  checkedstore(*this, second, v, lowbound <= v && v <= highbound,
+               [&](messagekind kind) { genmessage1(*this, kind, v); });
+}
+
+void tintoption::setasstring12(bool second, std::string_view text) {
+  std::int32_t v = 0;
+  if (strasintex2(text, v)) return setasinteger12(second, v);
+  complain(*this, optMsgValueError, "Integer expected, for option ", text);
+}
+
+void tdbloption::setasdouble12(bool second, double v) {
+  checkedstore(*this, second, v, lowbound <= v && v <= highbound,
+               [&](messagekind kind) { genmessage2(*this, kind, v); });
+}
+
+void tdbloption::setasstring12(bool second, std::string_view text) {
+  double v = 0;
+  if (strasdoubleex(text, v)) return setasdouble12(second, v);
+  complain(*this, optMsgValueError, "Double expected for option ", text);
+}
+
+void tstringoption::setasstring(std::string_view text) {
+  value = text;
+  setdefined(1);
+}
+
+void tstringoption::setasstring2(std::string_view text) {
+  value2 = text;
+  setdefined(2);
+}
+
+void tbooleanoption::setasinteger12(bool second, std::int32_t v) {
+  checkedstore(*this, second, v, v == 0 || v == 1,
+               [&](messagekind kind) { genmessage3(*this, kind, v); });
+}
+
+void tbooleanoption::setasstring12(bool second, std::string_view text) {
+  const int word = checkboolean(text);
+  if (word <= 1) return setasinteger12(second, word == 0 ? 1 : 0);
+  complain(*this, optMsgValueError, "Boolean value expected for option ", text);
+}
+
+void tenumstroption::setasstring12(bool second, std::string_view text) {
+  const std::int32_t entry = enumitems.indexof(text);
+  checkedstore(*this, second, entry >= 0 ? enumitems.getname(entry) : std::string_view(),
+               entry >= 0, [&](messagekind kind) { genmessage4(*this, kind, text); });
+}
+
+void tenumintoption::setasinteger12(bool second, std::int32_t v) {
+  checkedstore(*this, second, v, indexofvalue(v) >= 0,
+               [&](messagekind kind) { genmessage5(*this, kind, v); });
+}
+
+void tenumintoption::setasstring12(bool second, std::string_view text) {
+  std::int32_t v = 0;
+  if (strasintex(text, v)) return setasinteger12(second, v);
+  complain(*this, optMsgValueError, "Integer expected, for option ", text);
+}
+
+}  // namespace optxv

@@ -1,0 +1,206 @@
+#include "options/toption.h"
+
+#include "options/optionkinds.h"
+#include "options/zmaoptions.h"
+
+namespace optxv {
+
+txstringlistobj::~txstringlistobj() {
+  clear();
+}
+
+void txstringlistobj::freeobject(std::int32_t index) {
+  delete objectof<tobject>(getobject(index));
+}
+
+txlistobj::~txlistobj() {
+  clear();
+}
+
+void txlistobj::freeitem(std::int32_t index) {
+  delete objectof<tobject>(get(index));
+}
+
+toptionx::toptionx(std::int32_t context, std::string_view text)
+    : helpcontext(context), helptext(text) {}
+
+toptionx::~toptionx() = default;
+
+void toptionx::addbigtext(std::string_view line) {
+  if (!bigtext) bigtext = std::make_unique<txstrings>();
+  bigtext->add(line);
+}
+
+tgroupobj::tgroupobj(std::int32_t number, std::int32_t context, std::string_view text)
+    : toptionx(context, text), groupnr(number) {}
+
+tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, std::string_view text)
+    : toptionx(context, text), itemvalue(item) {}
+
+// --- The base of all options -----------------------------------------------------------------
+
+toption::toption(optionkind kind, std::string_view name, tzmaoptions* table, const optionhelp& help)
+    : toptionx(help.helpcontext, help.helptext),
+      owner(table),
+      optname(name),
+      group(help.group),
+      refnr(help.refnr),
+      opttype(kind) {}
+
+toption::~toption() = default;
+
+void toption::setdefined(std::int32_t mask) {
+  if (mask == 0) {
+    defined = 0;
+    recent = 0;
+    return;
+  }
+  defined |= mask;
+  if (owner->recentenabled) recent |= mask;
+}
+
+void toption::usedefined() {
+  withkind(*this, [](auto& option) {
+    if constexpr (scalarkind<std::remove_reference_t<decltype(option)>>) {
+      if constexpr (requires { option.value.assign(std::string_view()); })
+        option.value.assign(option.defaultvalue);
+      else
+        option.value = option.defaultvalue;
+      option.setdefined(1);
+    }
+  });
+}
+
+void toption::reset() {
+  setdefined(0);
+  outofbounds = 0;
+}
+
+shortstring toption::getname() const {
+  return owner->nounderscore(optname);
+}
+
+namespace {
+
+/// Refuses a text with a double quote: the language has no escape, so that one which arrives here
+/// was never closed.
+bool badquote(tzmaoptions& owner, std::string_view text) {
+  if (text.find('"') == std::string_view::npos) return false;
+  owner.addmessage(optMsgValueError, "Bad double-quote in value");
+  return true;
+}
+
+}  // namespace
+
+void toption::setasstring(std::string_view text) {
+  if (subtype == optsubNoValue) return setdefined(1);
+  if (badquote(*owner, text)) return;
+  withkind(*this, [text](auto& option) { option.setasstring(text); });
+}
+
+void toption::setasstring2(std::string_view text) {
+  if (badquote(*owner, text)) return;
+  withkind(*this, [text](auto& option) {
+    if constexpr (scalarkind<std::remove_reference_t<decltype(option)>>) option.setasstring2(text);
+  });
+}
+
+shortstring toption::getasstring() const {
+  return withkind(*this, [](const auto& option) -> shortstring {
+    if constexpr (scalarkind<std::remove_cvref_t<decltype(option)>>)
+      return option.getasstring();
+    else
+      return {};
+  });
+}
+
+shortstring toption::getasstring2() const {
+  return withkind(*this, [](const auto& option) -> shortstring {
+    if constexpr (scalarkind<std::remove_cvref_t<decltype(option)>>)
+      return option.getasstring2();
+    else
+      return {};
+  });
+}
+
+// --- The ten kinds ---------------------------------------------------------------------------
+
+tintoption::tintoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                       std::int32_t low, std::int32_t high, const optionhelp& help)
+    : integervalued(optTypeInteger, name, table, help),
+      defaultvalue(standard),
+      lowbound(low),
+      highbound(high) {}
+
+tdbloption::tdbloption(std::string_view name, tzmaoptions* table, double standard, double low,
+                       double high, const optionhelp& help)
+    : toption(optTypeDouble, name, table, help),
+      defaultvalue(standard),
+      lowbound(low),
+      highbound(high) {}
+
+tstringoption::tstringoption(std::string_view name, tzmaoptions* table, std::string_view standard,
+                             const optionhelp& help)
+    : textvalued(optTypeString, name, table, help), defaultvalue(standard) {}
+
+tstringoption::~tstringoption() = default;
+
+tbooleanoption::tbooleanoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                               const optionhelp& help)
+    : integervalued(optTypeBoolean, name, table, help), defaultvalue(standard) {}
+
+tenumstroption::tenumstroption(std::string_view name, tzmaoptions* table, std::string_view standard,
+                               const optionhelp& help)
+    : textvalued(optTypeEnumStr, name, table, help), defaultvalue(standard) {}
+
+tenumstroption::~tenumstroption() = default;
+
+void tenumstroption::additem(std::string_view text, std::int32_t context, std::string_view help) {
+  auto item = std::make_unique<toptionx>(context, help);
+  enumitems.addobject(text, ownedobject(item.get()));
+  item.release();
+}
+
+tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                               const optionhelp& help)
+    : integervalued(optTypeEnumInt, name, table, help), defaultvalue(standard) {}
+
+tenumintoption::~tenumintoption() = default;
+
+void tenumintoption::additem(std::int32_t itemvalue, std::int32_t context, std::string_view help) {
+  auto entry = std::make_unique<tlistoptionx>(itemvalue, context, help);
+  enumitems.add(ownedobject(entry.get()));
+  entry.release();
+}
+
+const tlistoptionx& tenumintoption::item(std::int32_t index) const {
+  return *objectof<tlistoptionx>(enumitems.get(index));
+}
+
+std::int32_t tenumintoption::indexofvalue(std::int32_t itemvalue) const {
+  for (std::int32_t i = 0; i < enumitems.count(); ++i)
+    if (item(i).itemvalue == itemvalue) return i;
+  return -1;
+}
+
+tmultilistoption::tmultilistoption(std::string_view name, tzmaoptions* table,
+                                   const optionhelp& help)
+    : toption(optTypeMultiList, name, table, help) {}
+
+tmultilistoption::~tmultilistoption() = default;
+
+tstrlistoption::tstrlistoption(std::string_view name, tzmaoptions* table, const optionhelp& help)
+    : toption(optTypeStrList, name, table, help) {}
+
+tstrlistoption::~tstrlistoption() = default;
+
+tmacrooption::tmacrooption(std::string_view name, tzmaoptions* table, const optionhelp& help)
+    : toption(optTypeMacro, name, table, help) {}
+
+tmacrooption::~tmacrooption() = default;
+
+timmediateoption::timmediateoption(std::string_view name, tzmaoptions* table,
+                                   immediateaction action, const optionhelp& help)
+    : toption(optTypeImmediate, name, table, help), immediatekind(action) {}
+
+}  // namespace optxv

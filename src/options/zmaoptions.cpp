@@ -1,0 +1,111 @@
+#include "options/zmaoptions.h"
+
+#include <array>
+
+#include "foundation/zdlaudit.h"
+
+namespace optxv {
+
+namespace {
+
+shortstring loadpath;
+char pathseparator = ':';
+
+/// The separator by file-system type: WIN, CMS, TSO, VMS, UNIX, MAC.
+constexpr std::array<char, 6> separators = {';', '/', '/', '\\', ':', '?'};
+
+}  // namespace
+
+void initzmaoptions(int osfiletype) {
+  loadpath.clear();
+  if (osfiletype >= 0 && static_cast<std::size_t>(osfiletype) < separators.size())
+    pathseparator = separators[static_cast<std::size_t>(osfiletype)];
+}
+
+shortstring& dllloadpath() {
+  return loadpath;
+}
+
+char charpath() {
+  return pathseparator;
+}
+
+tzmaoptions::tzmaoptions() : toptionx(0, {}), dotoptionlist(makedotoptionlist(this)) {}
+
+tzmaoptions::~tzmaoptions() = default;
+
+// --- The table ---------------------------------------------------------------------------------
+
+std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<toption> option) {
+  const std::int32_t position = optionlist.addobject(name, ownedobject(option.get()));
+  option.release();
+  optionindex.add(position);
+  return position;
+}
+
+void tzmaoptions::addsynonym(std::string_view name, std::int32_t position) {
+  synonymindex.add(
+      synonymlist.addobject(name, reinterpret_cast<void*>(static_cast<std::intptr_t>(position))));
+}
+
+void tzmaoptions::addgroup(std::string_view name, std::unique_ptr<tgroupobj> group) {
+  const std::int32_t position = grouplist.addobject(name, ownedobject(group.get()));
+  group.release();
+  groupindex.add(position);
+}
+
+std::string_view tzmaoptions::getstrings(std::int32_t position) const {
+  return position >= 0 && position < getcount() ? optionlist.getname(position) : std::string_view();
+}
+
+toption* tzmaoptions::getobjects(std::int32_t position) const {
+  return position >= 0 && position < getcount() ? objectof<toption>(optionlist.getobject(position))
+                                                : nullptr;
+}
+
+tgroupobj* tzmaoptions::groupat(std::int32_t position) const {
+  return objectof<tgroupobj>(grouplist.getobject(position));
+}
+
+toption* tzmaoptions::synonymtarget(std::int32_t position) const {
+  return getobjects(synonymposition(position));
+}
+
+std::int32_t tzmaoptions::synonymposition(std::int32_t position) const {
+  return static_cast<std::int32_t>(
+      reinterpret_cast<std::intptr_t>(synonymlist.getobject(position)));
+}
+
+std::string_view tzmaoptions::getfilename() const {
+  const std::string_view path = deffilename;
+  return path.substr(path.find_last_of('/') + 1);
+}
+
+shortstring tzmaoptions::nounderscore(std::string_view name) const {
+  static constexpr charset underscore("_");
+  return lookupmode == lookupMinos ? replacechar(underscore, ' ', name) : shortstring(name);
+}
+
+// --- Counts and switches -----------------------------------------------------------------------
+
+std::int32_t tzmaoptions::optdotoptcount(std::int32_t& errors) const {
+  errors = dotoptionerrors;
+  return dotoptionlist->count();
+}
+
+std::int32_t tzmaoptions::optindicatorcount(std::int32_t& errors) const {
+  errors = indicatorerrors;
+  return indicatorlist ? indicatorlist->count() : 0;
+}
+
+std::int32_t tzmaoptions::opteolonlyset(std::int32_t flag) {
+  const bool old = eolonly;
+  eolonly = flag != 0;
+  return old ? 1 : 0;
+}
+
+void tzmaoptions::optversion(shortstring& auditline) {
+  auditline = zdlgetauditline();
+}
+
+}  // namespace optxv

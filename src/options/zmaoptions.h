@@ -1,0 +1,363 @@
+// The option object: one option database with its table, its message queue and its readers.
+//
+// Every exported function is one hop to the method of the same name here. The class is declared in
+// this one header and its bodies stand where their concern lives:
+//   options/zmaoptions.cpp          life, table and counts
+//   options/messages.cpp            the message queue
+//   options/bynumber.cpp            access by number
+//   options/byname.cpp              lookup and access by name
+//   definition/definitionreader.cpp optreaddefinition
+//   parameter/parameterreader.cpp   optreadparameterfile, optreadfromstr, optreadfrompchar, parse
+//   parameter/dotoptions.cpp        optgetdotoptnr, optgetdotoptuel
+//   parameter/indicators.cpp        the indicator getters
+//   parameter/parameterwriter.cpp   optwriteparameterfile
+//   writers/help.cpp                optshowhelp
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "foundation/boundedstring.h"
+#include "foundation/lists.h"
+#include "foundation/strutilx.h"
+#include "options/messages.h"
+#include "options/nameindex.h"
+#include "options/toption.h"
+#include "parameter/miniparser.h"
+
+namespace optxv {
+
+/// The rule by which a name finds an option; the definition's lookup record sets it.
+enum lookuprule : std::uint8_t {
+  lookupNormal,  ///< the whole name
+  lookupPath,    ///< words of three characters or more
+  lookupMinos,   ///< a first word of three characters, later words of four
+};
+
+/// The names of the rules in the definition language, in the order of their numbers.
+inline constexpr std::array<std::string_view, 3> lookupcodes = {"Normal", "Path", "Minos"};
+
+/// Readies the module: empties dllloadpath and fixes charpath from the file-system type of the
+/// platform (0 to 5; any other leaves charpath as it is). The frame calls it when the library
+/// loads.
+void initzmaoptions(int osfiletype);
+
+/// The load path that the caller stores and reads back; empty after load, shared by all objects,
+/// and of no effect inside the library.
+shortstring& dllloadpath();
+
+/// The character between the values of a multi-list, ':' on POSIX systems.
+char charpath();
+
+/// The empty lists that an object holds for the entries of its parameter text. They are declared
+/// here and defined with their readers, so that the object needs to know them as owning lists only.
+/// BORROWS: owner, which outlives the list.
+std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
+std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
+
+/// One option database. The exported handle is its address.
+///
+/// OWNS: the four lists, and through them every option, group, synonym and message; the dot options
+/// and the indicators. BORROWS: nothing but the reader that a running read holds in `parser`.
+/// INVARIANTS: optionlist only grows and is never sorted, so a number stays good for the life of
+/// the object; `parser` is nil and filedepth 0 whenever no read is running. One thread at a time.
+/// Nothing here prints, and no fault in any text is an exception; what can leave a method is
+/// exhausted memory, or a failed write after a file was opened.
+///
+/// Conventions of the methods of the exported interface: an optnr counts from 1 in table order; a
+/// result is 1 for success and 0 for failure unless told otherwise; a bad number or a wrong kind is
+/// a result, never a message; "cleared" means set to 0 or the empty text before anything else, and
+/// an out argument that is not told as cleared stays untouched on failure.
+class tzmaoptions : public toptionx {
+ public:
+  tzmaoptions();
+  ~tzmaoptions() override;
+  tzmaoptions(const tzmaoptions&) = delete;
+  tzmaoptions& operator=(const tzmaoptions&) = delete;
+
+  // --- The table -----------------------------------------------------------------------------
+
+  /// Appends an option under its name, with no check, and gives its 0-based position.
+  /// OWNS: the option from here on.
+  std::int32_t addoption(std::string_view name, std::unique_ptr<toption> option);
+  /// Appends a synonym for the option at a 0-based position (-1 where none was found).
+  void addsynonym(std::string_view name, std::int32_t position);
+  /// Appends a group. OWNS: the group from here on.
+  void addgroup(std::string_view name, std::unique_ptr<tgroupobj> group);
+
+  std::int32_t getcount() const { return optionlist.count(); }
+  std::int32_t getgroupcount() const { return grouplist.count(); }
+  std::int32_t getmessagecount() const { return messagelist.count(); }
+  /// The table's name of a 0-based position, empty outside the table.
+  std::string_view getstrings(std::int32_t position) const;
+  /// The option at a 0-based position, nil outside the table.
+  toption* getobjects(std::int32_t position) const;
+  /// The group at a 0-based position. REQUIRES: the position is in grouplist.
+  tgroupobj* groupat(std::int32_t position) const;
+  /// The option of the synonym at a 0-based position, nil for one whose target was not found.
+  /// REQUIRES: the position is in synonymlist.
+  toption* synonymtarget(std::int32_t position) const;
+  /// The 0-based position in optionlist that it stands for, -1 likewise.
+  std::int32_t synonymposition(std::int32_t position) const;
+  /// deffilename without its directory.
+  std::string_view getfilename() const;
+  /// The display form of a name: under Minos lookup every '_' is a blank.
+  shortstring nounderscore(std::string_view name) const;
+  tzmaoptions* optgethandle() { return this; }
+
+  // --- Counts and switches -------------------------------------------------------------------
+
+  void optdefinitionfile(shortstring& name) const { name = getfilename(); }
+  std::int32_t optcount() const { return getcount(); }
+  std::int32_t optgroupcount() const { return getgroupcount(); }
+  std::int32_t optmessagecount() const { return getmessagecount(); }
+  std::int32_t optsynonymcount() const { return synonymlist.count(); }
+  /// The dot options; errors becomes the number of entries dropped for their faults.
+  std::int32_t optdotoptcount(std::int32_t& errors) const;
+  /// The indicators, 0 where the definition has none; errors as above.
+  std::int32_t optindicatorcount(std::int32_t& errors) const;
+  std::int32_t optrecentenabled() const { return recentenabled ? 1 : 0; }
+  void optrecentenabledset(std::int32_t flag) { recentenabled = flag != 0; }
+  /// Sets the mode in which each read begins, and gives the old one.
+  std::int32_t opteolonlyset(std::int32_t flag);
+  void optnoboundsset(std::int32_t flag) { nobounds = flag != 0; }
+  /// Sets the echo for reads to come, and for the one that is running.
+  void optechoset(std::int32_t flag);
+  /// The audit line of the build. The object is not used.
+  static void optversion(shortstring& auditline);
+
+  // --- The message queue ---------------------------------------------------------------------
+
+  /// Adds a message. One that leaves a read right behind its own enter message (same text) takes
+  /// that away instead. A queue of maximummessages entries takes one marker in place of the
+  /// message, and nothing after that. The kinds told by a reader get "line N: " in front while it
+  /// stands in a line; the whole is cut at 255 bytes.
+  void addmessage(messagekind kind, std::string_view text);
+  /// As addmessage, for a text that is costly to make: make() is asked for it only if the queue
+  /// would take it.
+  template <class Make>
+  void addmessagefrom(messagekind kind, Make make) {
+    if (!queueclosed()) addmessage(kind, make());
+  }
+  /// Whether the queue has passed its limit, so that addmessage drops everything.
+  bool queueclosed() const { return messagelist.count() > maximummessages; }
+  /// The messages that count as errors inside, help lines among them, from a 0-based position on.
+  std::int32_t errorssince(std::int32_t first) const;
+  std::int32_t errorcount() const { return errorssince(0); }
+
+  void optclearmessages() { messagelist.clear(); }
+  void optaddmessage(std::string_view text) { addmessage(optMsgUserError, text); }
+  /// Gives message number (from 1) as the user is to see it, and its kind. A bad number gives
+  /// a text that says so and kind optMsgUserError.
+  void optgetmessage(std::int32_t number, shortstring& text, std::int32_t& kind) const;
+  void opterrorcount(std::int32_t& errors, std::int32_t& warnings) const;
+
+  // --- Readers and writers -------------------------------------------------------------------
+
+  /// Reads a definition file into the table, after adding the option Help. Gives 0 once the file
+  /// could be opened, else the system's error number with two messages. Faults in the text are
+  /// messages of kind optMsgDefineError. Everything is added to what the table holds.
+  std::int32_t optreaddefinition(std::string_view filename);
+  /// Reads a parameter file; the result as for optreaddefinition.
+  std::int32_t optreadparameterfile(std::string_view filename);
+  /// Reads one line of parameter text.
+  void optreadfromstr(std::string_view text);
+  /// The same for a zero-terminated text of any length; nil reads as empty. BORROWS: the text, for
+  /// the call.
+  void optreadfrompchar(const char* text);
+  /// Reads the entries of the source that `parser` stands in front of, beginning in end-of-line mode
+  /// (true) or token mode. REQUIRES: a read is running.
+  void parse(bool toeol);
+  /// Writes what has been set as a parameter file; an empty name is standard output. Gives 0, or
+  /// the system's error number with two messages. A failed write raises the I/O exception.
+  std::int32_t optwriteparameterfile(std::string_view filename);
+  /// Adds help lines to the queue: of one option by name, or by mode (see writers/help.h).
+  void optshowhelp(std::string_view helpstr);
+
+  // --- Lookup and access by name -------------------------------------------------------------
+
+  /// The 0-based position of the first option that the lookup rule finds, or -1. Sees no synonyms.
+  std::int32_t optlookup(std::string_view name) const;
+  /// The option of that name or synonym, or nil. Keeps the name as given in curoptname, so that
+  /// messages quote what the user wrote.
+  toption* optionasobj(std::string_view name);
+  /// Assigns a text to the option of that name; an unknown name does nothing.
+  void setasstring(std::string_view name, std::string_view text);
+  /// The value of that option as text, empty for an unknown name.
+  shortstring getasstring(std::string_view name);
+
+  /// optnr (from 1) and refnr of an option or synonym; 0 and both -1 for an unknown name.
+  std::int32_t optfindstr(std::string_view name, std::int32_t& optnr, std::int32_t& refnr);
+  /// text cleared; 0 for an unknown name.
+  std::int32_t optgetvalstr(std::string_view name, shortstring& text);
+  /// text cleared; 0 for an unknown name or an option without two values.
+  std::int32_t optgetval2str(std::string_view name, shortstring& text);
+  /// KEEP: finds by optlookup, so synonyms are unknown here.
+  std::int32_t optsetrefnrstr(std::string_view name, std::int32_t refnr);
+  /// The synonym at a position from 1 and its option's name, both cleared first. A synonym whose
+  /// target was not found gives an empty option name.
+  std::int32_t optgetsynonym(std::int32_t position, shortstring& synonym, shortstring& option);
+  /// The number of items; -1 if the option is no string list, -2 if there is none of the name.
+  std::int32_t optlistcountstr(std::string_view name);
+  /// The item at a position from 1: 1, or 0 for a bad position, -1, -2. item cleared.
+  std::int32_t optreadfromliststr(std::string_view name, std::int32_t position, shortstring& item);
+  /// Takes the first item off the list: 1, or 0 for an empty list, -1, -2. item cleared.
+  std::int32_t optgetfromliststr(std::string_view name, shortstring& item);
+  /// Takes the first item off the first non-empty string list that the selector admits: those made
+  /// at run time, named "--...", for non-zero, all others for 0. 1, or 0 where none fits.
+  /// KEEP: option becomes the name of each non-empty list looked at, also on failure; item is
+  /// untouched then.
+  std::int32_t optgetfromanystrlist(std::int32_t selector, shortstring& option, shortstring& item);
+
+  // --- Access by number: what an option is ---------------------------------------------------
+
+  /// On a bad number defined, recent and refnr are 0, the three others -1.
+  std::int32_t optgetinfonr(std::int32_t optnr, std::int32_t& defined, std::int32_t& recent,
+                            std::int32_t& refnr, std::int32_t& data, std::int32_t& type,
+                            std::int32_t& sub) const;
+  std::int32_t optgetdefinednr(std::int32_t optnr, std::int32_t& defined) const;
+  /// The display name, cleared first.
+  std::int32_t optgetnamenr(std::int32_t optnr, shortstring& name) const;
+  /// KEEP: the name as it stands in the table, underscores and all; optgetopthelpnr gives the
+  /// display name. Both cleared first.
+  std::int32_t optgethelpnr(std::int32_t optnr, shortstring& name, shortstring& help) const;
+  /// On a bad number the name is empty, the others -1.
+  std::int32_t optgetopthelpnr(std::int32_t optnr, shortstring& name, std::int32_t& helpcontext,
+                               std::int32_t& group) const;
+  /// The group number, or -1.
+  std::int32_t optgetoptgroupnr(std::int32_t optnr) const;
+  std::int32_t optgetboundsint(std::int32_t optnr, std::int32_t& low, std::int32_t& high,
+                               std::int32_t& defaultvalue) const;
+  std::int32_t optgetboundsdbl(std::int32_t optnr, double& low, double& high,
+                               double& defaultvalue) const;
+  /// KEEP: the default of a string option alone, an enumerated string has none here. Cleared.
+  std::int32_t optgetdefaultstr(std::int32_t optnr, shortstring& text) const;
+
+  // --- Access by number: values --------------------------------------------------------------
+
+  /// All four cleared. The name and the text come for every option; 1 for the scalar kinds alone.
+  std::int32_t optgetvaluesnr(std::int32_t optnr, shortstring& name, std::int32_t& integer,
+                              double& real, shortstring& text) const;
+  std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const;
+  std::int32_t optgetint2nr(std::int32_t optnr, std::int32_t& value) const;
+  std::int32_t optgetdblnr(std::int32_t optnr, double& value) const;
+  std::int32_t optgetdbl2nr(std::int32_t optnr, double& value) const;
+  std::int32_t optgetstrnr(std::int32_t optnr, shortstring& text) const;
+  std::int32_t optgetstr2nr(std::int32_t optnr, shortstring& text) const;
+
+  /// The setters put the option's display name in curoptname and give 1 unless the queue gained an
+  /// error. KEEP: so a warning is success, and a full queue hides a refusal.
+  std::int32_t optsetintnr(std::int32_t optnr, std::int32_t value);
+  std::int32_t optsetint2nr(std::int32_t optnr, std::int32_t value);
+  std::int32_t optsetdblnr(std::int32_t optnr, double value);
+  std::int32_t optsetdbl2nr(std::int32_t optnr, double value);
+  std::int32_t optsetstrnr(std::int32_t optnr, std::string_view text);
+  std::int32_t optsetstr2nr(std::int32_t optnr, std::string_view text);
+  /// Pick the argument that fits the kind. KEEP: these alone pass by the rules for double quotes
+  /// and for options without a value.
+  std::int32_t optsetvaluesnr(std::int32_t optnr, std::int32_t integer, double real,
+                              std::string_view text);
+  std::int32_t optsetvalues2nr(std::int32_t optnr, std::int32_t integer, double real,
+                               std::string_view text);
+  std::int32_t optsetrefnr(std::int32_t optnr, std::int32_t refnr);
+  /// Turns a number into a position and curoptname into the display name ("?" if the number is
+  /// bad); true if it is good.
+  bool checkoptnr(std::int32_t& optnr);
+
+  // --- Access by number: reset, enumerations, groups, constants ------------------------------
+
+  std::int32_t optresetnr(std::int32_t optnr);
+  /// Resets every option, empties dot options, indicators and queue, clears both error counters.
+  void optresetall();
+  /// Clears `recent` of every option; empties dot options and indicators.
+  void optresetallrecent();
+  /// Resets every option with a non-zero `recent`; empties dot options and indicators.
+  void optresetrecentchanges();
+
+  /// Entries of an enumeration, numbered from 1. Cleared: count -1; value -1 and text empty; help
+  /// context -1 and help empty; text empty and entry -1.
+  std::int32_t optgetenumcount(std::int32_t optnr, std::int32_t& count) const;
+  std::int32_t optgetenumvalue(std::int32_t optnr, std::int32_t entry, std::int32_t& value,
+                               shortstring& text) const;
+  std::int32_t optgetenumhelp(std::int32_t optnr, std::int32_t entry, std::int32_t& helpcontext,
+                              shortstring& help) const;
+  /// Enumerated strings alone: the current text and its entry, 0 for a text that is none.
+  std::int32_t optgetenumstrnr(std::int32_t optnr, shortstring& text, std::int32_t& entry) const;
+  /// The group at a position from 1; all cleared.
+  std::int32_t optgetgroupnr(std::int32_t position, shortstring& name, std::int32_t& groupnr,
+                             std::int32_t& helpcontext, shortstring& help) const;
+  /// The position from 1 of the first group with that number, or -1.
+  std::int32_t optgetgroupgrpnr(std::int32_t groupnr) const;
+  /// The definition language's word for a kind; empty and 0 for a bad number.
+  static std::int32_t optgettypename(std::int32_t type, shortstring& name);
+  /// The name of a constant: group 1 data types, 2 kinds, 3 sub-types, 4 message kinds.
+  /// KEEP: group 4 ends at 8; the tenth message kind's name is not given out.
+  static std::int32_t optgetconstname(std::int32_t group, std::int32_t index, shortstring& name);
+
+  // --- Dot options and indicators ------------------------------------------------------------
+
+  std::int32_t optgetdotoptnr(std::int32_t position, shortstring& name, std::int32_t& optnr,
+                              std::int32_t& dimension, double& value) const;
+  std::int32_t optgetdotoptuel(std::int32_t position, std::int32_t index, shortstring& label) const;
+  std::int32_t optgetindicatornr(std::int32_t position, shortstring& equation,
+                                 shortstring& variable, std::int32_t& equationdimension,
+                                 std::int32_t& variabledimension, std::int32_t& mark) const;
+  std::int32_t optgetequindicatornr(std::int32_t position, std::int32_t index,
+                                    shortstring& label) const;
+  std::int32_t optgetvarindicatornr(std::int32_t position, std::int32_t index,
+                                    shortstring& label) const;
+
+  // --- Fields --------------------------------------------------------------------------------
+
+  heapstring deffilename;         ///< path of the definition file
+  txstringlistobj optionlist;     ///< names and toption objects, in definition order
+  txstringlist synonymlist;       ///< names; the object word is a 0-based position in optionlist
+  txstringlistobj grouplist;      ///< names and tgroupobj objects
+  txstringlist messagelist;       ///< texts; the object word is the kind
+  tminiparser* parser = nullptr;  ///< the reader of the read that is running
+  bool eolonly = true;            ///< reads begin in end-of-line mode
+  shortstring curoptname;         ///< the option name that value messages quote
+  bool echoflag = false;
+  bool nobounds = false;
+  std::unique_ptr<txstringlistobj> dotoptionlist;
+  heapstring indicatorkey;
+  std::unique_ptr<txlistobj> indicatorlist;  ///< nil without an indicator record
+  std::int32_t filedepth = 0;                ///< parameter files open one inside the other
+  bool recentenabled = true;
+  std::int32_t indicatorerrors = 0;
+  std::int32_t dotoptionerrors = 0;
+  std::uint8_t lookupmode = lookupNormal;
+  charset eolcommset;
+  std::int32_t assigndepth = 0;  ///< lists and macros assigned one inside the other, now
+  nameindex optionindex{optionlist};
+  nameindex synonymindex{synonymlist};
+  nameindex groupindex{grouplist};
+
+ private:
+  /// The option of a number, nil for a bad one.
+  toption* optionat(std::int32_t optnr) const {
+    return optnr < 1 ? nullptr : getobjects(optnr - 1);
+  }
+  /// Empties the dot options and the indicators.
+  void clearentries();
+  template <class Setter>
+  std::int32_t setbynumber(std::int32_t optnr, bool second, Setter setter);
+};
+
+/// Sets a value aside and puts another in its place for the life of this object; what the reads use
+/// to nest.
+template <class Value>
+class replacement {
+ public:
+  replacement(Value& place, Value next) : place_(place), saved_(place) { place = next; }
+  ~replacement() { place_ = saved_; }
+  replacement(const replacement&) = delete;
+  replacement& operator=(const replacement&) = delete;
+
+ private:
+  Value& place_;
+  Value saved_;
+};
+
+}  // namespace optxv
