@@ -41,6 +41,7 @@ class boundedstring {
   boundedstring(const boundedstring& other) noexcept { assign(other.view()); }
   boundedstring& operator=(const boundedstring& other) noexcept { return assign(other.view()); }
   boundedstring& operator=(std::string_view text) noexcept { return assign(text); }
+  boundedstring& operator=(const char* text) noexcept { return assign(text); }
   ~boundedstring() = default;
 
   int length() const noexcept { return length_; }

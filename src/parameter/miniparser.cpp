@@ -219,6 +219,13 @@ void tminiparser::skipuntil(const charset& stop) {
   scan([&](char c) { return is(c, mark) || stop.has(c); }, [](std::string_view) {});
 }
 
+std::string_view tminiparser::ahead() const {
+  if (atmark()) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const to = std::find_if(from, text_ + linelen_, [](char c) { return is(c, mark); });
+  return {from, static_cast<std::size_t>(to - from)};
+}
+
 // White space and punctuation --------------------------------------------------------------------
 
 bool tminiparser::skipbl() {

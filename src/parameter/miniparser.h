@@ -120,6 +120,9 @@ class tminiparser : public tobject {
   void take(shortstring& text);
   /// Passes everything up to a mark or the first member of stop.
   void skipuntil(const charset& stop);
+  /// What is left of the line, from ch() up to a mark; nothing is passed.
+  /// BORROWS: good until the reader moves. REQUIRES: ch() stands in the line (no skiptoeol before).
+  std::string_view ahead() const;
 
  private:
   static constexpr int slicelength = 255;
