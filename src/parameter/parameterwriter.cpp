@@ -1,0 +1,117 @@
+#include "parameter/parameterwriter.h"
+
+#include "foundation/numtext.h"
+#include "foundation/runtime.h"
+#include "options/optionkinds.h"
+#include "options/zmaoptions.h"
+#include "parameter/dotoptions.h"
+#include "parameter/indicators.h"
+#include "parameter/words.h"
+
+namespace optxv {
+
+void writeindex(textfile& file, std::string_view name, const txstrings& indices) {
+  file.write(name);
+  if (indices.count() == 0) return;
+  for (std::int32_t i = 0; i < indices.count(); ++i) {
+    file.write(i == 0 ? "(" : ",");
+    file.write(indices.get(i));
+  }
+  file.write(")");
+}
+
+void endline(textfile& file) {
+  file.writeln();
+  _Q9error_check();
+}
+
+namespace {
+
+void sayunwritable(tzmaoptions& options, std::string_view filename, int error) {
+  options.addmessage(optMsgUserError, concat("Cannot write parameter file ", quoted{filename}));
+  options.addmessage(optMsgUserError,
+                     concat("   Error code = ", inttostr(error), "; ", syserrormessage(error)));
+}
+
+/// The name in the table of the first option that turns the test of bounds off, or the empty text.
+std::string_view boundsswitch(const tzmaoptions& options) {
+  for (std::int32_t i = 0; i < options.getcount(); ++i) {
+    const auto* option = askind<timmediateoption>(options.getobjects(i));
+    if (option != nullptr && option->immediatekind == immediateNoBounds)
+      return options.getstrings(i);
+  }
+  return {};
+}
+
+void writescalar(textfile& file, const toption& option) {
+  file.write(option.getname());
+  if (option.subtype != optsubNoValue) {
+    file.write("=");
+    file.write(strexternal(option.getasstring()));
+  }
+  if (option.subtype == optsub2Values) {
+    file.write(" ");
+    file.write(strexternal(option.getasstring2()));
+  }
+  endline(file);
+}
+
+/// KEEP: under the name of the table, where a scalar option goes under its display name.
+void writeitems(textfile& file, std::string_view tablename, const txstrings& items) {
+  for (std::int32_t i = 0; i < items.count(); ++i) {
+    file.write(tablename);
+    file.write("=");
+    file.write(strexternal(items.get(i)));
+    endline(file);
+  }
+}
+
+/// The kinds that hold neither a scalar value nor items leave no trace in a file.
+void writeoption(textfile& file, std::string_view tablename, const toption& option) {
+  withkind(option, [&](const auto& typed) {
+    using kind = std::remove_cvref_t<decltype(typed)>;
+    if constexpr (scalarkind<const kind>)
+      writescalar(file, typed);
+    else if constexpr (requires { typed.items; })
+      writeitems(file, tablename, typed.items);
+  });
+}
+
+void writeswitch(textfile& file, std::string_view name, std::string_view state) {
+  file.write(name);
+  file.write(state);
+  endline(file);
+}
+
+/// KEEP: the switch lines also go out where the table has no such switch, without a name.
+void writetable(textfile& file, const tzmaoptions& options) {
+  const std::string_view nobounds = boundsswitch(options);
+  for (std::int32_t i = 0; i < options.getcount(); ++i) {
+    const toption& option = *options.getobjects(i);
+    const std::string_view name = options.getstrings(i);
+    if (option.defined == 0 || name.starts_with('.')) continue;
+    if (option.outofbounds != 0) writeswitch(file, nobounds, " 1");
+    writeoption(file, name, option);
+    if (option.outofbounds != 0) writeswitch(file, nobounds, " 0");
+  }
+}
+
+}  // namespace
+
+std::int32_t tzmaoptions::optwriteparameterfile(std::string_view filename) {
+  textfile file;
+  file.assign(filename);
+  file.rewrite();
+  if (const int error = ioresult(); error != 0) {
+    sayunwritable(*this, filename, error);
+    return error;
+  }
+  writetable(file, *this);
+  dotoptionsof(*this).writetoparams(file);
+  if (const tindicatorlist* indicators = indicatorsof(*this)) indicators->writetoparams(file);
+  file.close();
+  _Q9error_check();
+  return 0;
+}
+
+}  // namespace optxv
