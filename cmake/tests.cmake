@@ -43,6 +43,7 @@ foreach(source ${test_sources})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120)
 endforeach()
+include(cmake/apitests.cmake)
 
 function(optxv_checker name)
   add_test(NAME ${name} COMMAND Python3::Interpreter -B ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})

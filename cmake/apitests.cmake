@@ -1,0 +1,18 @@
+# What tests/api asks for beside its test files: two callers that hold the public header to the languages it
+# promises, and a test that sees the library come and go.
+
+function(optxv_header_test name source)
+  add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/api/${source})
+  target_link_libraries(${name} PRIVATE optxv)
+  target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Werror)
+  add_test(NAME ${name} COMMAND ${name} ${PROJECT_BINARY_DIR}/${name}.def)
+  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120)
+endfunction()
+
+optxv_header_test(header_c header.c)
+set_target_properties(header_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF)
+optxv_header_test(header_cpp header.cpp)
+set_target_properties(header_cpp PROPERTIES CXX_STANDARD 11)
+
+# It names no symbol of the library, so that this keeps the library from being loaded with it.
+target_link_options(loading_test PRIVATE LINKER:--as-needed)
