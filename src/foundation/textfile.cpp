@@ -144,13 +144,12 @@ void textfile::readln() {
   if (mode_ == mode::standardinput)
     for (int c = 0; c != '\n' && c != EOF;) c = getstandard();
   while (fill()) {
-    const char* from = block_.get() + next_;
-    const void* linefeed = std::memchr(from, '\n', end_ - next_);
-    if (linefeed != nullptr) {
-      next_ += static_cast<std::size_t>(static_cast<const char*>(linefeed) - from) + 1;
-      return;
-    }
+    const char* const from = block_.get() + next_;
+    const void* linefeed = *from == '\n' ? from : std::memchr(from, '\n', end_ - next_);
     next_ = end_;
+    if (linefeed == nullptr) continue;
+    next_ = static_cast<std::size_t>(static_cast<const char*>(linefeed) - block_.get()) + 1;
+    return;
   }
 }
 

@@ -11,8 +11,8 @@ namespace optxv {
 
 namespace {
 
-// What a byte is to the readers: one table look-up a byte decides whether a scan goes on.
-enum class_ : unsigned char {
+// What a byte is to the readers: one look-up in a table decides whether a scan goes on.
+enum kind : unsigned char {
   letter = 1,
   digit = 2,
   underscore = 4,
@@ -62,6 +62,13 @@ void droplast(shortstring& text) {
 
 void droptrailingblanks(shortstring& text) {
   text.setlength(static_cast<int>(trimright(text).size()));
+}
+
+/// A set with the marks added, for the scans that are to stop at its members.
+charset withmarks(charset set) {
+  set.add(tminiparser::endofline);
+  set.add(tminiparser::endofinput);
+  return set;
 }
 
 constexpr char echomark = '\xBB';
@@ -182,16 +189,22 @@ void tminiparser::flushecho() {
 
 // Bulk scans -------------------------------------------------------------------------------------
 
-/// Passes characters up to the first that stop holds for, and hands them to use in one or two
-/// runs. Same result as a step with nextch for each. REQUIRES: stop holds for both marks, so that
-/// a scan does not leave its line.
+/// Passes characters up to the first that stop holds for, and hands them to use, in one run if ch_
+/// stands in the line and in two if not. Same result as a step with nextch for each. REQUIRES: stop
+/// holds for both marks, so that a scan does not leave its line.
 template <class Stop, class Use>
 void tminiparser::scan(Stop stop, Use use) {
   if (stop(ch_)) return;
-  use(std::string_view(&ch_, 1));  // by itself, since ch_ need not stand in the line
+  if (linepos_ < 1 || linepos_ > linelen_ || text_[linepos_ - 1] != ch_) {
+    use(std::string_view(&ch_, 1));
+  } else {
+    --linepos_;
+  }
   if (linepos_ < linelen_) {
     const char* const from = text_ + linepos_;
-    const char* const to = std::find_if(from, text_ + linelen_, stop);
+    const char* const end = text_ + linelen_;
+    const char* to = from;
+    while (to != end && !stop(*to)) ++to;
     if (to != from) use(std::string_view(from, static_cast<std::size_t>(to - from)));
     linepos_ = to - text_;
   }
@@ -204,10 +217,8 @@ void tminiparser::collect(Stop stop, shortstring& text) {
 }
 
 void tminiparser::takeuntil(const charset& stop, shortstring& text) {
-  if (stop.empty())
-    collect([](char c) { return is(c, mark); }, text);
-  else
-    collect([&](char c) { return is(c, mark) || stop.has(c); }, text);
+  const charset all = withmarks(stop);
+  collect([&all](char c) { return all.has(c); }, text);
 }
 
 void tminiparser::take(shortstring& text) {
@@ -216,7 +227,8 @@ void tminiparser::take(shortstring& text) {
 }
 
 void tminiparser::skipuntil(const charset& stop) {
-  scan([&](char c) { return is(c, mark) || stop.has(c); }, [](std::string_view) {});
+  const charset all = withmarks(stop);
+  scan([&all](char c) { return all.has(c); }, [](std::string_view) {});
 }
 
 std::string_view tminiparser::ahead() const {
@@ -339,7 +351,7 @@ bool tminiparser::nextdouble(double& value) {
 void tminiparser::restofline(shortstring& text) {
   text.clear();
   if (!skipbl()) return;
-  takeuntil({}, text);
+  collect([](char c) { return is(c, mark); }, text);
   droptrailingblanks(text);
 }
 
