@@ -4,11 +4,13 @@
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-# What a test that looks at the built product from outside asks for: tests/api and tests/tools.
-function(optxv_test_paths target)
+# What a test from outside asks for: tests/api the library, tests/tools the command too.
+function(optxv_outside_test target folder)
+  target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
   target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
-  if(TARGET optxv_command)
+  if(folder STREQUAL tools AND TARGET optxv_command)
+    target_link_libraries(${target} PRIVATE $<TARGET_NAME_IF_EXISTS:optxv_command_objects>)
     target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
     add_dependencies(${target} optxv_command)
   endif()
@@ -29,10 +31,8 @@ foreach(source ${test_sources})
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
   if(folder MATCHES "^(api|tools)$")
-    # From outside: the built library and its public header; src/ for the table of functions alone.
-    target_include_directories(${name} PRIVATE src)
-    target_link_libraries(${name} PRIVATE optxv ${CMAKE_DL_LIBS})
-    optxv_test_paths(${name})
+    target_include_directories(${name} PRIVATE src)  # for the table of functions, frame/api.def, alone
+    optxv_outside_test(${name} ${folder})
   elseif("${folder}/${name}" MATCHES "^(foundation|platform|listing|stores)/|^parameter/(miniparser|words)_test$")
     target_link_libraries(${name} PRIVATE optxv_archive)
   else()

@@ -1,12 +1,22 @@
-# The command. It is a caller like any other: the shared library through the public header.
+# The command. It is a caller like any other: the shared library through the public header. All but its
+# main program is an object library, so that tests/tools reaches its modules.
 
-file(GLOB tool_sources CONFIGURE_DEPENDS tools/*.cpp)
-if(tool_sources)
+file(GLOB command_sources CONFIGURE_DEPENDS tools/*.cpp)
+set(command_main ${PROJECT_SOURCE_DIR}/tools/optxv.cpp)
+list(REMOVE_ITEM command_sources ${command_main})
+if(EXISTS ${command_main})
   find_package(CLI11 REQUIRED)
   find_package(nlohmann_json REQUIRED)
-  add_executable(optxv_command ${tool_sources})
+  add_executable(optxv_command ${command_main})
   set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
-  target_include_directories(optxv_command PRIVATE tools)
+  if(command_sources)
+    add_library(optxv_command_objects OBJECT ${command_sources})
+    target_include_directories(optxv_command_objects PUBLIC tools)
+    target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
+    target_link_libraries(optxv_command PRIVATE optxv_command_objects)
+    optxv_warnings(optxv_command_objects)
+    optxv_tidy(optxv_command_objects)
+  endif()
   target_link_libraries(optxv_command PRIVATE optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
   optxv_warnings(optxv_command)
   optxv_tidy(optxv_command)
