@@ -127,22 +127,10 @@ std::uint64_t eightbytes(const char* p) noexcept {
   return word;
 }
 
-/// upcase of eight bytes at once: the top bit of each byte of `small` says whether that byte is a
-/// to z, found by adding to its low seven bits what carries into the top one.
-std::uint64_t upcasebytes(std::uint64_t word) noexcept {
-  constexpr std::uint64_t ones = 0x0101010101010101;
-  constexpr std::uint64_t tops = 0x80 * ones;
-  const std::uint64_t low = word & ~tops;
-  const std::uint64_t froma = low + (0x80 - 'a') * ones;
-  const std::uint64_t behindz = low + (0x80 - 'z' - 1) * ones;
-  const std::uint64_t small = froma & ~behindz & ~word & tops;
-  return word ^ (small >> 2);  // 0x80 becomes 0x20, the distance of a letter to its capital
-}
-
 bool sameeight(const char* a, const char* b) noexcept {
   const std::uint64_t worda = eightbytes(a);
   const std::uint64_t wordb = eightbytes(b);
-  return worda == wordb || upcasebytes(worda) == upcasebytes(wordb);
+  return worda == wordb || upcaseeight(worda) == upcaseeight(wordb);
 }
 
 }  // namespace

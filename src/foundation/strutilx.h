@@ -31,6 +31,18 @@ constexpr char locase(char c) noexcept {
 constexpr char lowcase(char c) noexcept {
   return locase(c);
 }
+/// upcase of eight bytes at once, for hashes and comparisons of whole names. The top bit of each
+/// byte of `small` says whether that byte is a to z, found by adding to its low seven bits what
+/// carries into the top one.
+constexpr std::uint64_t upcaseeight(std::uint64_t bytes) noexcept {
+  constexpr std::uint64_t ones = 0x0101010101010101;
+  constexpr std::uint64_t tops = 0x80 * ones;
+  const std::uint64_t low = bytes & ~tops;
+  const std::uint64_t froma = low + (0x80 - 'a') * ones;
+  const std::uint64_t behindz = low + (0x80 - 'z' - 1) * ones;
+  const std::uint64_t small = froma & ~behindz & ~bytes & tops;
+  return bytes ^ (small >> 2);  // 0x80 becomes 0x20, the distance of a letter to its capital
+}
 
 // Parts of a text --------------------------------------------------------------------------------
 

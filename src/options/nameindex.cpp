@@ -8,20 +8,8 @@ namespace optxv {
 
 namespace {
 
-constexpr std::uint64_t everybyte = 0x0101010101010101U;
-
-/// Eight bytes with their letters a to z made capital, all at once: the high bit of each byte
-/// becomes the answer to "is it a small letter", and that bit, moved to 32, is taken off.
-std::uint64_t foldeight(std::uint64_t bytes) {
-  const std::uint64_t low = bytes & (0x7f * everybyte);
-  const std::uint64_t froma = low + (0x80 - 'a') * everybyte;
-  const std::uint64_t pastz = low + (0x7f - 'z') * everybyte;
-  const std::uint64_t small = (froma ^ pastz) & ~bytes & (0x80 * everybyte);
-  return bytes - (small >> 2);
-}
-
 std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
-  hash = (hash ^ foldeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
+  hash = (hash ^ upcaseeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
   return hash ^ hash >> 32;
 }
 

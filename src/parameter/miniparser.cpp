@@ -159,11 +159,10 @@ bool tminiparser::nextline() {
   return linelen_ > 0;
 }
 
-void tminiparser::nextch() {
+/// The steps of nextch that do not stay in the line.
+void tminiparser::leaveline() {
   if (ch_ == endofinput) return;
-  if (linepos_ < linelen_) {
-    ch_ = text_[linepos_++];
-  } else if (linepos_ == linelen_) {
+  if (linepos_ == linelen_) {
     ++linepos_;
     ch_ = endofline;
   } else if (source_ == source::file) {
@@ -239,12 +238,6 @@ std::string_view tminiparser::ahead() const {
 }
 
 // White space and punctuation --------------------------------------------------------------------
-
-bool tminiparser::skipbl() {
-  while (is(ch_, blank)) nextch();
-  if (eolcommset_.has(ch_)) skipuntil({});
-  return !atmark();
-}
 
 bool tminiparser::skipbecomes() {
   const bool more = skipbl();

@@ -2,6 +2,7 @@
 // read through it and through nothing else.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -71,14 +72,23 @@ class tminiparser : public tobject {
   /// it.
   bool nextline();
   /// Moves one character on. On the end-of-line mark it crosses to the next line of a file.
-  void nextch();
+  void nextch() {
+    if (linepos_ < linelen_ && ch_ != endofinput)
+      ch_ = text_[linepos_++];
+    else
+      leaveline();
+  }
   /// Gives up the rest of the line.
   /// KEEP: ch() stays as it is; the nextch behind it gives the end-of-line mark.
   void skiptoeol() { linepos_ = linelen_; }
 
   /// Passes blanks, and a comment if one begins behind them. True if something else follows on the
   /// line.
-  bool skipbl();
+  bool skipbl() {
+    while (ch_ == ' ' || ch_ == '\t') nextch();
+    if (eolcommset_.has(ch_)) skipuntil(charset());
+    return !atmark();
+  }
   /// Passes blanks, an optional = or :=, and blanks again. The result is that of the last skipbl;
   /// false as well for a : without =, which is then gone.
   bool skipbecomes();
@@ -121,8 +131,14 @@ class tminiparser : public tobject {
   /// Passes everything up to a mark or the first member of stop.
   void skipuntil(const charset& stop);
   /// What is left of the line, from ch() up to a mark; nothing is passed.
-  /// BORROWS: good until the reader moves. REQUIRES: ch() stands in the line (no skiptoeol before).
+  /// BORROWS: good until the next line. REQUIRES: ch() stands in the line (no skiptoeol before).
   std::string_view ahead() const;
+  /// Passes count characters of what ahead() gave; all of them lead to the mark.
+  void pass(std::size_t count) {
+    if (count == 0) return;
+    linepos_ += static_cast<std::int64_t>(count) - 1;
+    nextch();
+  }
 
  private:
   static constexpr int slicelength = 255;
@@ -130,6 +146,7 @@ class tminiparser : public tobject {
 
   enum class source : unsigned char { file, string, pchar };
 
+  void leaveline();
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
   void readslices();

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::int32_t maximumfiledepth = 9;
 constexpr int joinedwords = 3;  // words that may follow the first of a key under Minos
+constexpr std::size_t longestvalue = shortstring::maximum;
 constexpr std::string_view runtimeprefix = "--";
 
 /// What may touch a key: the end of the line, a dot, a blank or an equals sign.
@@ -25,6 +26,7 @@ constexpr charset valuestarts("=0123456789+-.");
 
 /// The end of an unquoted value: the first comment character.
 std::size_t plainend(std::string_view line, const charset& comment) {
+  if (comment.empty()) return line.size();
   const auto stops = [&](char c) { return comment.has(c); };
   return static_cast<std::size_t>(std::find_if(line.begin(), line.end(), stops) - line.begin());
 }
@@ -307,8 +309,8 @@ bool getrestofline(tminiparser& in, shortstring& value) {
   if (line.front() == '"')
     value = quotedvalue(line.substr(1), in.eolcommset());
   else
-    value = trim(shortstring(line.substr(0, plainend(line, in.eolcommset()))));
-  in.skipuntil(charset());
+    value = trim(line.substr(0, std::min(plainend(line, in.eolcommset()), longestvalue)));
+  in.pass(line.size());
   return true;
 }
 

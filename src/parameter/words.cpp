@@ -19,7 +19,9 @@ constexpr std::uint64_t fold(std::string_view word) {
 }
 
 constexpr std::string_view separators = "\t ,";
-constexpr std::string_view blanks = " \t";
+constexpr bool isblank(char c) {
+  return c == ' ' || c == '\t';
+}
 
 }  // namespace
 
@@ -51,13 +53,13 @@ shortstring strexternal(std::string_view value) {
 }
 
 std::string_view trimright(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(blanks) + 1);
+  while (!text.empty() && isblank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 std::string_view trim(std::string_view text) {
-  text = trimright(text);
-  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-  return text;
+  while (!text.empty() && isblank(text.front())) text.remove_prefix(1);
+  return trimright(text);
 }
 
 }  // namespace optxv
