@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 namespace optxv {
 namespace {
@@ -71,29 +73,41 @@ void tquicksortclass::sortn(std::int32_t n) {
   if (n > 1) quicksort(0, n - 1);
 }
 
-void tquicksortclass::quicksort(std::int32_t l, std::int32_t r) {
+/// Parts the entries l to r round their middle one; i and j become the bounds of the two parts, l
+/// to j and i to r.
+void tquicksortclass::part(std::int32_t l, std::int32_t r, std::int32_t& i, std::int32_t& j) {
+  i = l;
+  j = r;
+  auto p = static_cast<std::int32_t>(
+      (static_cast<std::uint32_t>(l) + static_cast<std::uint32_t>(r)) >> 1);
   do {
-    std::int32_t i = l;
-    std::int32_t j = r;
-    auto p = static_cast<std::int32_t>(
-        (static_cast<std::uint32_t>(l) + static_cast<std::uint32_t>(r)) >> 1);
-    do {
-      while (compare(i, p) < 0) ++i;
-      while (compare(j, p) > 0) --j;
-      if (i <= j) {
-        exchange(i, j);
-        if (p == i) {
-          p = j;
-        } else if (p == j) {
-          p = i;
-        }
-        ++i;
-        --j;
-      }
-    } while (i <= j);
-    if (l < j) quicksort(l, j);
-    l = i;
-  } while (r > l);
+    while (compare(i, p) < 0) ++i;
+    while (compare(j, p) > 0) --j;
+    if (i > j) return;
+    exchange(i, j);
+    if (p == i) {
+      p = j;
+    } else if (p == j) {
+      p = i;
+    }
+    ++i;
+    --j;
+  } while (i <= j);
+}
+
+void tquicksortclass::quicksort(std::int32_t l, std::int32_t r) {
+  // The right parts wait here while the left ones are sorted, so that no order of entries, however
+  // hostile, exhausts the stack.
+  std::vector<std::pair<std::int32_t, std::int32_t>> waiting = {{l, r}};
+  while (!waiting.empty()) {
+    std::tie(l, r) = waiting.back();
+    waiting.pop_back();
+    std::int32_t i = 0;
+    std::int32_t j = 0;
+    part(l, r, i, j);
+    if (r > i) waiting.emplace_back(i, r);
+    if (l < j) waiting.emplace_back(l, j);
+  }
 }
 
 std::int32_t growncapacity(std::int32_t c) {

@@ -38,6 +38,9 @@ class tquicksortclass : public tobject {
   /// followed by index through every exchange, and exchanges of an entry with itself; the sort is
   /// not stable, and the order of equal entries is the one that these very steps give.
   void quicksort(std::int32_t l, std::int32_t r);
+
+ private:
+  void part(std::int32_t l, std::int32_t r, std::int32_t& i, std::int32_t& j);
 };
 
 /// The capacity after c when a list is full: 16, 128, 1024 and so on eightfold, by a quarter from
