@@ -10,7 +10,8 @@ function(optxv_header_test name source)
 endfunction()
 
 optxv_header_test(header_c header.c)
-set_target_properties(header_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF)
+# Linked by the C++ compiler, which has all of a sanitizer's runtime where the library needs one.
+set_target_properties(header_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF LINKER_LANGUAGE CXX)
 optxv_header_test(header_cpp header.cpp)
 set_target_properties(header_cpp PROPERTIES CXX_STANDARD 11)
 
