@@ -121,12 +121,6 @@ int strucmp(std::string_view a, std::string_view b) noexcept {
 
 namespace {
 
-std::uint64_t eightbytes(const char* p) noexcept {
-  std::uint64_t word;
-  std::memcpy(&word, p, sizeof word);
-  return word;
-}
-
 bool sameeight(const char* a, const char* b) noexcept {
   const std::uint64_t worda = eightbytes(a);
   const std::uint64_t wordb = eightbytes(b);

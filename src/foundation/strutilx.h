@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -30,6 +31,12 @@ constexpr char locase(char c) noexcept {
 }
 constexpr char lowcase(char c) noexcept {
   return locase(c);
+}
+/// Eight bytes as one number. REQUIRES: eight bytes at p.
+inline std::uint64_t eightbytes(const char* p) noexcept {
+  std::uint64_t bytes;
+  std::memcpy(&bytes, p, sizeof bytes);
+  return bytes;
 }
 /// upcase of eight bytes at once, for hashes and comparisons of whole names. The top bit of each
 /// byte of `small` says whether that byte is a to z, found by adding to its low seven bits what

@@ -1,7 +1,5 @@
 #include "options/nameindex.h"
 
-#include <cstring>
-
 #include "foundation/strutilx.h"
 
 namespace optxv {
@@ -13,17 +11,20 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
   return hash ^ hash >> 32;
 }
 
-/// A hash of the text that does not tell the case of letters.
+/// A hash of the text that does not tell the case of letters. The last eight bytes go in whole,
+/// some of them a second time, so that only short texts are gone through byte by byte.
 std::uint32_t foldedhash(std::string_view text) {
   std::uint64_t hash = text.size();
-  std::uint64_t bytes = 0;
-  for (; text.size() > sizeof bytes; text.remove_prefix(sizeof bytes)) {
-    std::memcpy(&bytes, text.data(), sizeof bytes);
-    hash = mix(hash, bytes);
+  std::uint64_t last = 0;
+  if (text.size() < sizeof last) {
+    for (const char c : text) last = last << 8 | static_cast<unsigned char>(c);
+  } else {
+    const char* const end = text.data() + text.size() - sizeof last;
+    for (const char* at = text.data(); at < end; at += sizeof last)
+      hash = mix(hash, eightbytes(at));
+    last = eightbytes(end);
   }
-  bytes = 0;
-  std::memcpy(&bytes, text.data(), text.size());
-  return static_cast<std::uint32_t>(mix(hash, bytes));
+  return static_cast<std::uint32_t>(mix(hash, last));
 }
 
 }  // namespace
