@@ -1,0 +1,130 @@
+// The command optxv: checks, shows and rewrites option definitions and parameter files.
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include "optxv/optxv.h"
+#include "reporter.h"
+#include "subcommands.h"
+
+namespace {
+
+struct arguments {
+  command::readsettings read;
+  std::string request, output;
+  bool json = false, all = false, set = false;
+};
+
+constexpr const char* statustext =
+    "\nExit status: 0 clean, 1 errors in the files, 2 wrong usage or a file that cannot be read or "
+    "written.";
+
+CLI::App* add(CLI::App& app, const char* name, const char* text, const std::string& examples) {
+  CLI::App* sub = app.add_subcommand(name, text);
+  sub->footer("Examples:\n" + examples + statustext);
+  return sub;
+}
+
+void adddefinition(CLI::App* sub, arguments& given) {
+  sub->add_option("DEFINITION", given.read.definition, "File that declares the options")
+      ->required();
+}
+
+void addreading(CLI::App* sub, arguments& given) {
+  adddefinition(sub, given);
+  sub->add_option("PARAMETERS", given.read.parameters, "Parameter files, read in this order");
+  sub->add_flag("--tokens", given.read.tokens,
+                "Begin each file in token mode: many options a line, values are single words");
+  sub->add_flag("--no-bounds", given.read.nobounds,
+                "Take values that are out of their bounds, with a warning");
+}
+
+CLI::App* addcheck(CLI::App& app, arguments& given) {
+  CLI::App* sub = add(app, "check", "Tell everything that is wrong with the files",
+                      "  optxv check solver.def\n"
+                      "  optxv check solver.def solver.opt more.opt\n"
+                      "  optxv check --json solver.def solver.opt | jq .summary\n");
+  addreading(sub, given);
+  sub->add_flag("--json", given.json, "Print JSON");
+  return sub;
+}
+
+CLI::App* addshow(CLI::App& app, arguments& given) {
+  CLI::App* sub = add(app, "show", "Show options, values and defaults",
+                      "  optxv show solver.def solver.opt\n"
+                      "  optxv show --all solver.def\n"
+                      "  optxv show --json solver.def solver.opt\n");
+  addreading(sub, given);
+  CLI::Option* all = sub->add_flag("--all", given.all, "Show every option");
+  sub->add_flag("--set", given.set, "Show the options that are set; the default")->excludes(all);
+  sub->add_flag("--json", given.json, "Print JSON");
+  return sub;
+}
+
+CLI::App* addhelp(CLI::App& app, arguments& given) {
+  CLI::App* sub =
+      add(app, "help", "Show the help that a definition holds",
+          "  optxv help solver.def            all options by group\n"
+          "  optxv help solver.def steplim    one option\n"
+          "  optxv help solver.def 2          the sum of: 1 by group, 2 in alphabetical order,\n"
+          "                                   4 the table for debugging, 8 marks of deprecation\n");
+  adddefinition(sub, given);
+  sub->add_option("REQUEST", given.request, "Name of an option, or a number");
+  return sub;
+}
+
+CLI::App* addwrite(CLI::App& app, arguments& given) {
+  CLI::App* sub = add(app, "write", "Write what is set as one parameter file",
+                      "  optxv write solver.def solver.opt more.opt -o merged.opt\n"
+                      "  optxv write solver.def solver.opt | sort\n");
+  addreading(sub, given);
+  sub->add_option("-o,--output", given.output, "File to write instead of standard output");
+  return sub;
+}
+
+CLI::App* addapi(CLI::App& app, arguments& given) {
+  CLI::App* sub = add(app, "api", "Show the library's version and the signatures of its functions",
+                      "  optxv api\n  optxv api --json\n");
+  sub->add_flag("--json", given.json, "Print JSON");
+  return sub;
+}
+
+/// Whether all that was printed has arrived.
+bool flushed() {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
+  command::put(stderr,
+               "standard output: error: cannot be written: " + command::systemtext(errno) + '\n');
+  return false;
+}
+
+int run(int count, char** words) {
+  CLI::App app("Check, show and rewrite the run-time options of solver-style programs.", "optxv");
+  app.set_version_flag("--version", "optxv, API version " + std::to_string(OPTXV_API_VERSION));
+  app.require_subcommand(1);
+  app.footer("optxv SUBCOMMAND --help tells more, with examples.");
+  arguments given;
+  const CLI::App* check = addcheck(app, given);
+  const CLI::App* show = addshow(app, given);
+  const CLI::App* help = addhelp(app, given);
+  const CLI::App* write = addwrite(app, given);
+  addapi(app, given);
+  try {
+    app.parse(count, words);
+  } catch (const CLI::ParseError& stop) {
+    return app.exit(stop) == 0 ? 0 : command::statusunusable;
+  }
+  if (check->parsed()) return command::check(given.read, given.json);
+  if (show->parsed()) return command::show(given.read, given.all, given.json);
+  if (help->parsed()) return command::help(given.read.definition, given.request);
+  if (write->parsed()) return command::write(given.read, given.output);
+  return command::api(given.json);
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  const int status = run(count, words);
+  return flushed() ? status : command::statusunusable;
+}
