@@ -4,7 +4,6 @@
 #include <array>
 
 #include "definition/definitionentries.h"
-#include "foundation/numtext.h"
 #include "options/optionkinds.h"
 
 namespace optxv {
@@ -204,9 +203,7 @@ std::int32_t tzmaoptions::optreaddefinition(std::string_view filename) {
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.fileopen(filename); code != 0) {
-    addmessage(optMsgDefineError, concat("Cannot open option file ", quoted{filename}));
-    addmessage(optMsgDefineError,
-               concat("Error code = ", inttostr(code), "; ", syserrormessage(code)));
+    addopenfailure(optMsgDefineError, "Cannot open option file ", filename, code);
     return code;
   }
   auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());

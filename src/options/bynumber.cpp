@@ -204,30 +204,31 @@ std::int32_t tzmaoptions::optsetstr2nr(std::int32_t optnr, std::string_view text
   return setbynumber(optnr, true, [&](toption& option) { option.setasstring2(text); });
 }
 
-std::int32_t tzmaoptions::optsetvaluesnr(std::int32_t optnr, std::int32_t integer, double real,
-                                         std::string_view text) {
-  return setbynumber(optnr, false, [&](scalarkind auto& option) {
+namespace {
+
+/// Gives an option of a scalar kind the one of three values that fits.
+auto fittingvalue(bool second, std::int32_t integer, double real, std::string_view text) {
+  return [=](scalarkind auto& option) {
     using Option = std::remove_cvref_t<decltype(option)>;
     if constexpr (integerkind<Option>)
-      option.setasinteger(integer);
+      option.setasinteger12(second, integer);
     else if constexpr (doublekind<Option>)
-      option.setasdouble(real);
+      option.setasdouble12(second, real);
     else
-      option.setasstring(text);
-  });
+      second ? option.setasstring2(text) : option.setasstring(text);
+  };
+}
+
+}  // namespace
+
+std::int32_t tzmaoptions::optsetvaluesnr(std::int32_t optnr, std::int32_t integer, double real,
+                                         std::string_view text) {
+  return setbynumber(optnr, false, fittingvalue(false, integer, real, text));
 }
 
 std::int32_t tzmaoptions::optsetvalues2nr(std::int32_t optnr, std::int32_t integer, double real,
                                           std::string_view text) {
-  return setbynumber(optnr, true, [&](scalarkind auto& option) {
-    using Option = std::remove_cvref_t<decltype(option)>;
-    if constexpr (integerkind<Option>)
-      option.setasinteger2(integer);
-    else if constexpr (doublekind<Option>)
-      option.setasdouble2(real);
-    else
-      option.setasstring2(text);
-  });
+  return setbynumber(optnr, true, fittingvalue(true, integer, real, text));
 }
 
 std::int32_t tzmaoptions::optsetrefnr(std::int32_t optnr, std::int32_t refnr) {

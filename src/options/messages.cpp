@@ -1,5 +1,6 @@
 #include "options/messages.h"
 
+#include "foundation/numtext.h"
 #include "foundation/strutilx.h"
 #include "options/zmaoptions.h"
 
@@ -32,6 +33,12 @@ void tzmaoptions::addmessage(messagekind kind, std::string_view text) {
     messagelist.addobject(concat("line ", inttostr(parser->linenr()), ": ", text), kindword(kind));
   else
     messagelist.addobject(text, kindword(kind));
+}
+
+void tzmaoptions::addopenfailure(messagekind kind, std::string_view words,
+                                 std::string_view filename, int code, std::string_view indent) {
+  addmessage(kind, concat(words, quoted{filename}));
+  addmessage(kind, concat(indent, "Error code = ", inttostr(code), "; ", syserrormessage(code)));
 }
 
 std::int32_t tzmaoptions::errorssince(std::int32_t first) const {

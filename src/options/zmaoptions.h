@@ -140,6 +140,10 @@ class tzmaoptions : public toptionx {
   void addmessagefrom(messagekind kind, Make make) {
     if (!queueclosed()) addmessage(kind, make());
   }
+  /// The two messages of a file that could not be opened: the words and the quoted name, then the
+  /// system's number and its text behind the indent.
+  void addopenfailure(messagekind kind, std::string_view words, std::string_view filename, int code,
+                      std::string_view indent = {});
   /// Whether the queue has passed its limit, so that addmessage drops everything.
   bool queueclosed() const { return messagelist.count() > maximummessages; }
   /// The messages that count as errors inside, help lines among them, from a 0-based position on.
@@ -166,8 +170,8 @@ class tzmaoptions : public toptionx {
   /// The same for a zero-terminated text of any length; nil reads as empty. BORROWS: the text, for
   /// the call.
   void optreadfrompchar(const char* text);
-  /// Reads the entries of the source that `parser` stands in front of, beginning in end-of-line mode
-  /// (true) or token mode. REQUIRES: a read is running.
+  /// Reads the entries of the source that `parser` stands in front of, beginning in end-of-line
+  /// mode (true) or token mode. REQUIRES: a read is running.
   void parse(bool toeol);
   /// Writes what has been set as a parameter file; an empty name is standard output. Gives 0, or
   /// the system's error number with two messages. A failed write raises the I/O exception.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "foundation/numtext.h"
 #include "foundation/strutilx.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
@@ -330,9 +329,7 @@ std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.fileopen(filename); code != 0) {
-    addmessage(optMsgUserError, concat("Cannot open parameter file ", quoted{filename}));
-    addmessage(optMsgUserError,
-               concat("Error code = ", inttostr(code), "; ", syserrormessage(code)));
+    addopenfailure(optMsgUserError, "Cannot open parameter file ", filename, code);
     return code;
   }
   addmessage(optMsgFileEnter, filename);

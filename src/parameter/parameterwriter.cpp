@@ -1,6 +1,5 @@
 #include "parameter/parameterwriter.h"
 
-#include "foundation/numtext.h"
 #include "foundation/runtime.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
@@ -26,12 +25,6 @@ void endline(textfile& file) {
 }
 
 namespace {
-
-void sayunwritable(tzmaoptions& options, std::string_view filename, int error) {
-  options.addmessage(optMsgUserError, concat("Cannot write parameter file ", quoted{filename}));
-  options.addmessage(optMsgUserError,
-                     concat("   Error code = ", inttostr(error), "; ", syserrormessage(error)));
-}
 
 /// The name in the table of the first option that turns the test of bounds off, or the empty text.
 std::string_view boundsswitch(const tzmaoptions& options) {
@@ -103,7 +96,7 @@ std::int32_t tzmaoptions::optwriteparameterfile(std::string_view filename) {
   file.assign(filename);
   file.rewrite();
   if (const int error = ioresult(); error != 0) {
-    sayunwritable(*this, filename, error);
+    addopenfailure(optMsgUserError, "Cannot write parameter file ", filename, error, "   ");
     return error;
   }
   writetable(file, *this);
