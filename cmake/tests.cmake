@@ -44,6 +44,7 @@ foreach(source ${test_sources})
   set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120)
 endforeach()
 include(cmake/apitests.cmake)
+include(cmake/doctests.cmake)
 
 function(optxv_checker name)
   add_test(NAME ${name} COMMAND Python3::Interpreter -B ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})

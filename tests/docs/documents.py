@@ -1,0 +1,278 @@
+#!/usr/bin/env python3
+"""Runs every fenced block of the documents, so that no example says what the product does not do.
+
+Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
+OPTXV_BUILD (the build folder), OPTXV_COMMAND (the command, if it was built), CC and CXX. Prints a line for
+each fault; the exit status is 1 where there is one. The word behind the fence says what a block is:
+
+  definition        a definition file, example.def: a new table, and no option set
+  parameters        a parameter file, example.opt, read into a fresh copy of the table; with the word `token`
+                    in token mode; with the word `more` into what the block before has set
+  file NAME         a file that a later block reads
+  messages          the messages of the block before, all of them, but for those that open and close a file;
+                    with the word `all` these too. Where it is missing there must be none
+  values            all that is set, a line each
+  lookup            lines `key -> name`; the name is `nothing` for a key that finds none
+  help REQUEST      the lines of help that the request gives
+  written           the file that is written back
+  c, cpp, python    a program, run in the tree; an `output` block behind it is its whole output
+  cmake, pkgconfig  how the C program before it is built with the installed copy
+  console           commands behind `$ `, run in the tree, and what they print; a line `...` stands for any
+                    number of lines
+  sh not-run        commands that a test cannot run: they build or test the whole
+  diagram           a drawing
+"""
+import difflib
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+import library  # noqa: E402  (found beside this file)
+
+FENCE = re.compile(r'^```(.*)$')
+
+
+class Fault(Exception):
+    pass
+
+
+def blocks(text):
+    """The fenced blocks as (line number, words of the fence, lines)."""
+    found, fence = [], None
+    for number, line in enumerate(text.splitlines(), 1):
+        match = FENCE.match(line)
+        if not match and fence:
+            fence[2].append(line)
+        elif match and fence:
+            found.append(fence)
+            fence = None
+        elif match:
+            fence = (number, match[1].split(), [])
+    if fence:
+        raise Fault(f'{fence[0]}: the block is not closed')
+    return found
+
+
+def compare(shown, real):
+    """Fault unless the lines are the same; in what is shown, `...` stands for any lines."""
+    pattern = ''.join('(?:.*\n)*?' if line == '...' else re.escape(line.rstrip()) + ' *\n' for line in shown)
+    if not re.fullmatch(pattern, ''.join(line + '\n' for line in real)):
+        raise Fault('is not what comes out:\n' + '\n'.join(
+            difflib.unified_diff(shown, real, 'shown', 'real', lineterm='', n=1)))
+
+
+class Document:
+    """Runs the blocks of one document in their order, in a folder of its own."""
+
+    def __init__(self, folder):
+        self.folder = Path(folder)
+        self.source = Path(os.environ['OPTXV_SOURCE'])
+        self.build = Path(os.environ['OPTXV_BUILD'])
+        self.loaded = library.load()
+        self.options = None
+        self.pending = []  # messages nobody has looked at
+        self.output = None  # of the program before
+        self.program = None
+        self.prefix = None
+
+    def run(self, words, lines):
+        kind = words[0] if words else ''
+        step = getattr(self, 'run_' + kind, None)
+        if step is None:
+            raise Fault(f'nothing runs a block of kind "{kind}"')
+        if kind != 'messages':
+            self.close_messages()
+        if kind != 'output' and self.output:
+            raise Fault('the program before prints, and no output block follows it')
+        step(lines, *words[1:])
+
+    def close(self):
+        self.close_messages()
+        if self.output:
+            raise Fault('the last program prints, and no output block follows it')
+        if self.options:
+            self.options.close()
+
+    def close_messages(self):
+        unseen = [text for text, kind in self.pending if kind not in (library.ENTER, library.LEAVE)]
+        self.pending = []
+        if unseen:
+            raise Fault('messages of the block before that nothing shows:\n' + '\n'.join(unseen))
+
+    # --- the languages
+
+    def write(self, name, lines):
+        path = self.folder / name
+        path.write_text(''.join(line + '\n' for line in lines), encoding='latin-1')
+        return name
+
+    def fresh(self):
+        if self.options:
+            self.options.close()
+        self.options = library.Options(self.loaded)
+        self.options.define('example.def')
+        return self.options.messages_with_kinds()
+
+    def run_definition(self, lines):
+        self.write('example.def', lines)
+        self.pending = self.fresh()
+
+    def run_parameters(self, lines, *how):
+        if 'more' not in how:
+            self.fresh()
+        self.options.call('opteolonlyset', 0 if 'token' in how else 1)
+        self.options.read(self.write('example.opt', lines))
+        self.pending = self.options.messages_with_kinds()
+
+    def run_file(self, lines, name):
+        self.write(name, lines)
+
+    def run_messages(self, lines, which=''):
+        hidden = () if which == 'all' else (library.ENTER, library.LEAVE)
+        real, self.pending = [text for text, kind in self.pending if kind not in hidden], []
+        if not real:
+            raise Fault('there are no messages')
+        compare(lines, real)
+
+    def run_values(self, lines):
+        compare(lines, self.options.values())
+
+    def run_lookup(self, lines):
+        keys = [line.split('->')[0].strip() for line in lines]
+        compare([' '.join(line.split()) for line in lines],
+                [f'{key} -> {self.options.find(key) or "nothing"}' for key in keys])
+
+    def run_help(self, lines, request):
+        compare(lines, self.options.help(request))
+
+    def run_written(self, lines):
+        self.options.call('coptwriteparameterfile', 'written.opt')
+        compare(lines, Path('written.opt').read_text(encoding='latin-1').splitlines())
+
+    # --- programs
+
+    def shell(self, command, cwd=None, **more):
+        environment = dict(os.environ, **more)
+        places = [str(self.build)] + ([os.environ['PATH']])
+        if os.environ.get('OPTXV_COMMAND'):
+            places.insert(0, str(Path(os.environ['OPTXV_COMMAND']).parent))
+        environment['PATH'] = ':'.join(places)
+        environment['LD_LIBRARY_PATH'] = str(Path(os.environ['OPTXV_LIBRARY']).parent)
+        environment.update(more)
+        return subprocess.run(command, shell=isinstance(command, str), cwd=cwd or self.source, env=environment,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                              text=True, errors='replace', timeout=120)
+
+    def must(self, command, **more):
+        done = self.shell(command, **more)
+        if done.returncode != 0:
+            raise Fault(f'{command} fails with {done.returncode}:\n{done.stdout}')
+        return done.stdout
+
+    def compiled(self, lines, compiler, name, flags):
+        path = self.folder / self.write(name, lines)
+        target = str(path.with_suffix(''))
+        self.must([*compiler.split(), *flags, '-Wall', '-Wextra', '-Wpedantic', '-Werror', f'-I{self.source}/include',
+                   str(path), '-o', target, f'-L{Path(os.environ["OPTXV_LIBRARY"]).parent}', '-loptxv'])
+        self.output = self.must([target])
+        return path
+
+    def run_c(self, lines):
+        self.program = self.compiled(lines, os.environ.get('CC', 'cc'), 'program.c', ['-std=c99'])
+
+    def run_cpp(self, lines):
+        self.compiled(lines, os.environ.get('CXX', 'c++'), 'program.cpp', ['-std=c++17'])
+
+    def run_python(self, lines):
+        self.output = self.must([sys.executable, '-B', str(self.folder / self.write('program.py', lines))])
+
+    def run_output(self, lines):
+        real, self.output = self.output or '', None
+        compare(lines, real.splitlines())
+
+    def installed(self):
+        if not self.prefix:
+            self.prefix = self.folder / 'prefix'
+            self.must(['cmake', '--install', str(self.build), '--prefix', str(self.prefix)])
+            if not self.program:
+                raise Fault('there is no C program before it')
+        return self.prefix
+
+    def run_cmake(self, lines):
+        project = self.folder / 'project'
+        project.mkdir()
+        shutil.copy(self.program, project / 'solver.c')
+        prefix = self.installed()
+        (project / 'CMakeLists.txt').write_text('\n'.join(lines) + '\n', encoding='utf-8')
+        self.must(['cmake', '-S', '.', '-B', 'build', f'-DCMAKE_PREFIX_PATH={prefix}'], cwd=project)
+        self.must(['cmake', '--build', 'build'], cwd=project)
+        self.must([str(project / 'build/solver')])
+
+    def run_pkgconfig(self, lines):
+        shutil.copy(self.program, self.folder / 'solver.c')
+        found = next(self.installed().rglob('optxv.pc')).parent
+        for line in lines:
+            self.must(line, cwd=self.folder, PKG_CONFIG_PATH=str(found), LD_LIBRARY_PATH=str(found.parent))
+        self.must([str(self.folder / 'solver')], LD_LIBRARY_PATH=str(found.parent))
+
+    def run_console(self, lines):
+        if not os.environ.get('OPTXV_COMMAND'):
+            return
+        turns = []
+        for line in lines:
+            if line.startswith('$ '):
+                turns.append((line[2:], []))
+            else:
+                turns[-1][1].append(line)
+        for command, shown in turns:
+            try:
+                compare(shown, self.shell(command).stdout.splitlines())
+            except Fault as fault:
+                raise Fault(f'{command}: {fault}') from None
+
+    # --- what is not run
+
+    def run_sh(self, lines, how=''):
+        if how != 'not-run':
+            raise Fault('a block of sh is a console block, or says not-run')
+
+    def run_diagram(self, lines):
+        pass
+
+
+def faults(path):
+    """Every fault of a document, as text."""
+    found = []
+    here = os.getcwd()
+    with tempfile.TemporaryDirectory() as folder:
+        os.chdir(folder)
+        try:
+            document = Document(folder)
+            number = 0
+            for number, words, lines in blocks(path.read_text(encoding='utf-8')):
+                try:
+                    document.run(words, lines)
+                except Fault as fault:
+                    found.append(f'{path.name}:{number}: {" ".join(words)} {fault}')
+                    document.output = None
+            document.close()
+        except Fault as fault:
+            found.append(f'{path.name}:{number}: {fault}')
+        finally:
+            os.chdir(here)
+    return found
+
+
+def main(names):
+    found = [fault for name in names for fault in faults(Path(name).resolve())]
+    print('\n'.join(found) if found else f'{len(names)} documents hold')
+    return 1 if found or not names else 0
+
+
+if __name__ == '__main__':
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,49 @@
+#!/usr/bin/env python3
+"""The runner of the documents sees what it is there to see: rows of a document and the fault in it."""
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+import documents  # noqa: E402  (found beside this file)
+
+TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
+ROWS = (
+    ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
+    ('a block of no kind', '```\na\n```\n', 'nothing runs a block of kind ""'),
+    ('an unknown kind', '```fortran\na\n```\n', 'nothing runs a block of kind "fortran"'),
+    ('not closed', '```values\na\n', 'the block is not closed'),
+    ('a message that nobody shows', TABLE + '```parameters\nb 6\n```\n', 'nothing shows:\n*** Error line 1: Unknown'),
+    ('a message of a definition', '```definition\na real\n```\n```values\n```\n', 'nothing shows:\n*** Definition'),
+    ('another message', TABLE + '```parameters\nb 6\n```\n```messages\n*** Error\n```\n', 'is not what comes out'),
+    ('a message too many', TABLE + '```parameters\na 6\n```\n```messages\n*** Error\n```\n', 'there are no messages'),
+    ('another value', TABLE + '```parameters\na 6\n```\n```values\na = 7\n```\n', '+a = 6'),
+    ('a value too few', TABLE + '```parameters\na 6\n```\n```values\n```\n', '+a = 6'),
+    ('any lines', TABLE + '```parameters\na 6\n```\n```values\n...\n```\n', None),
+    ('another name', TABLE + '```lookup\nA -> b\n```\n', '+A -> a'),
+    ('other help', TABLE + '```help a\na: A word\n...\n```\n', 'is not what comes out'),
+    ('a program that fails', '```python\nraise SystemExit(3)\n```\n', 'fails with 3'),
+    ('a program that does not compile', '```c\nint main(void) { return x; }\n```\n', 'fails with'),
+    ('output that nobody shows', '```python\nprint(1)\n```\n', 'no output block follows'),
+    ('other output', '```python\nprint(1)\n```\n```output\n2\n```\n', '+1'),
+    ('the output', '```python\nprint(1)\n```\n```output\n1\n```\n', None),
+    ('commands that say nothing of a test', '```sh\nls\n```\n', 'says not-run'),
+)
+
+
+class Runner(unittest.TestCase):
+    def test_rows(self):
+        for name, text, expected in ROWS:
+            with self.subTest(name), tempfile.TemporaryDirectory() as folder:
+                path = Path(folder) / 'document.md'
+                path.write_text(text, encoding='utf-8')
+                found = '\n'.join(documents.faults(path))
+                if expected is None:
+                    self.assertEqual(found, '')
+                else:
+                    self.assertIn(expected, found)
+
+
+if __name__ == '__main__':
+    unittest.main()
