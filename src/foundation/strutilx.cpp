@@ -283,6 +283,18 @@ shortstring replacestr(std::string_view oldtext, std::string_view newtext,
   return result.append(s.substr(start));
 }
 
+// Trimming
+
+std::string_view trimright(std::string_view text) noexcept {
+  while (!text.empty() && isblank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+std::string_view trim(std::string_view text) noexcept {
+  while (!text.empty() && isblank(text.front())) text.remove_prefix(1);
+  return trimright(text);
+}
+
 // Fill and padding
 
 shortstring fillstr(char ch, int n) noexcept {

@@ -222,6 +222,18 @@ shortstring replacechar(const charset& chset, char ch, std::string_view s) noexc
 shortstring replacestr(std::string_view oldtext, std::string_view newtext,
                        std::string_view s) noexcept;
 
+// Trimming --------------------------------------------------------------------------------------
+
+/// Blank or tab, the white space of all texts here.
+constexpr bool isblank(char c) noexcept {
+  return c == ' ' || c == '\t';
+}
+
+/// A view without the blanks and tabs behind the text, and without those in front as well.
+/// BORROWS: the result lies in text.
+std::string_view trimright(std::string_view text) noexcept;
+std::string_view trim(std::string_view text) noexcept;
+
 // Fill and padding -------------------------------------------------------------------------------
 
 namespace detail {

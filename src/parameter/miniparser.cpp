@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "foundation/strutilx.h"
-#include "parameter/words.h"
 
 namespace optxv {
 

@@ -19,9 +19,6 @@ constexpr std::uint64_t fold(std::string_view word) {
 }
 
 constexpr std::string_view separators = "\t ,";
-constexpr bool isblank(char c) {
-  return c == ' ' || c == '\t';
-}
 
 }  // namespace
 
@@ -50,16 +47,6 @@ int checkboolean(std::string_view word) {
 shortstring strexternal(std::string_view value) {
   if (!value.empty() && value.find_first_of(separators) == std::string_view::npos) return value;
   return concat(quoted{value});
-}
-
-std::string_view trimright(std::string_view text) {
-  while (!text.empty() && isblank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
-std::string_view trim(std::string_view text) {
-  while (!text.empty() && isblank(text.front())) text.remove_prefix(1);
-  return trimright(text);
 }
 
 }  // namespace optxv

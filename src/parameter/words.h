@@ -18,8 +18,4 @@ int checkboolean(std::string_view word);
 /// 255 bytes.
 shortstring strexternal(std::string_view value);
 
-/// A view without the blanks and tabs behind the text, and without those in front as well.
-std::string_view trimright(std::string_view text);
-std::string_view trim(std::string_view text);
-
 }  // namespace optxv

@@ -467,5 +467,19 @@ TEST(TextToNumber, Reals) {
   }
 }
 
+TEST(StrUtilX, Trim) {
+  const struct {
+    std::string_view text, right, both;
+  } rows[] = {{"", "", ""},
+              {" \t ", "", ""},
+              {"\ta b ", "\ta b", "a b"},
+              {"a\r\n", "a\r\n", "a\r\n"},
+              {"a", "a", "a"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(trimright(row.text), row.right);
+    EXPECT_EQ(trim(row.text), row.both);
+  }
+}
+
 }  // namespace
 }  // namespace optxv
