@@ -1,0 +1,38 @@
+#!/usr/bin/env python3
+"""Counts the instructions that one parameter line costs, in tables of 100 and 2,700 options.
+
+Usage: instructions.py <optxv_bench>. Runs the program under callgrind with two numbers of reads of the same
+file; the difference leaves the lines alone, without the start of the program and the definition. Counts do
+not depend on what else the machine does.
+"""
+import os
+import re
+import subprocess
+import sys
+
+FEW, MANY = 2, 12
+SIZES = 100, 2700
+LIMIT, GROWTH = 2000, 1.1
+
+
+def instructions(program, options, reads):
+    run = subprocess.run(['valgrind', '--tool=callgrind', f'--callgrind-out-file={os.devnull}', program, '--read',
+                          str(options), str(reads)], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                         stderr=subprocess.PIPE, text=True)
+    if run.returncode != 0:
+        sys.exit(run.stderr)
+    return int(re.search(r'Collected : (\d+)', run.stderr).group(1))
+
+
+def a_line(program, options):
+    return (instructions(program, options, MANY) - instructions(program, options, FEW)) / ((MANY - FEW) * options)
+
+
+def row(what, measured, limit):
+    print(f'{what:<68} {measured:9.2f} {limit:7.2f}  {"yes" if measured <= limit else "NO"}')
+
+
+lines = {options: a_line(sys.argv[1], options) for options in SIZES}
+for options, count in lines.items():
+    row(f'instructions a parameter line, table of {options:,}', count, LIMIT)
+row('instructions a line in a table of 2,700, to those of 100', lines[2700] / lines[100], GROWTH)
