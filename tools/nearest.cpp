@@ -158,7 +158,7 @@ nearestnames::candidates nearestnames::bywords(std::string_view wrong) const {
       total += best;
     }
     const std::size_t full = 4 * std::max(words.size(), name.words.size());
-    if (total * 10 >= full * 6) found.push_back({1000 - total * 1000 / full, &name});
+    if (total * 20 >= full * 11) found.push_back({1000 - total * 1000 / full, &name});
   }
   return found;
 }

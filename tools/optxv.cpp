@@ -19,7 +19,7 @@ struct arguments {
 
 constexpr const char* statustext =
     "\nExit status: 0 clean, 1 errors in the files, 2 wrong usage or a file that cannot be read or "
-    "written.";
+    "written.\n";
 
 CLI::App* add(CLI::App& app, const char* name, const char* text, const std::string& examples) {
   CLI::App* sub = app.add_subcommand(name, text);

@@ -176,7 +176,7 @@ std::string summaryline(const tally& total) {
   if (total.warnings > 0) add(counted(total.warnings, "warning"));
   if (text.empty()) text = "no errors";
   text += " in " + counted(total.files, "file");
-  if (total.unreadable > 0) add(grouped(total.unreadable) + " of them not read");
+  if (total.unreadable > 0) add(grouped(total.unreadable) + " not read");
   if (total.dotoptions > 0) add(counted(total.dotoptions, "dot option"));
   if (total.indicators > 0) add(counted(total.indicators, "indicator"));
   return text;
