@@ -28,7 +28,7 @@ if(OPTXV_FUZZ)
 endif()
 if(optxv_sanitizers)
   add_compile_options(-fsanitize=${optxv_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=${optxv_sanitizers})
+  add_link_options(-fsanitize=${optxv_sanitizers} $<$<LINK_LANG_AND_ID:C,Clang>:-fsanitize-link-c++-runtime>)
   add_compile_definitions($<$<COMPILE_LANGUAGE:CXX>:_GLIBCXX_ASSERTIONS>)
 endif()
 
@@ -41,6 +41,13 @@ endfunction()
 # Tests are warned a little less: the macros of the test framework compare integers of mixed signs.
 function(optxv_test_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra $<$<BOOL:${OPTXV_WERROR}>:-Werror>)
+endfunction()
+
+# The code of a test is not what is measured or shipped: it is compiled in half the time.
+function(optxv_compile_fast target)
+  if(NOT optxv_sanitizers)
+    target_compile_options(${target} PRIVATE -O0)
+  endif()
 endfunction()
 
 function(optxv_tidy target)
