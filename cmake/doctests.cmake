@@ -1,6 +1,6 @@
 # The examples and the documents, run from outside through the built library, the command and the installed copy.
 
-set(documents ${PROJECT_SOURCE_DIR}/README.md)
+set(documents ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/examples/minimizer/README.md)
 file(GLOB more_documents CONFIGURE_DEPENDS docs/*.md)
 list(APPEND documents ${more_documents})
 
@@ -18,5 +18,5 @@ endfunction()
 if(NOT optxv_sanitizers)
   optxv_document_test(documents tests/docs/documents.py ${documents})
   optxv_document_test(examples tests/docs/examples_test.py)
-  optxv_document_test(document_runner tests/docs/runner_test.py)
+  optxv_document_test(documents_checks tests/docs/documents_test.py)
 endif()

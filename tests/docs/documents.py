@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Runs every fenced block of the documents, so that no example says what the product does not do.
 
+Links inside the tree lead somewhere, too.
+
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
 OPTXV_BUILD (the build folder), OPTXV_COMMAND (the command, if it was built), CC and CXX. Prints a line for
 each fault; the exit status is 1 where there is one. The word behind the fence says what a block is:
@@ -19,6 +21,7 @@ each fault; the exit status is 1 where there is one. The word behind the fence s
   cmake, pkgconfig  how the C program before it is built with the installed copy
   console           commands behind `$ `, run in the tree, and what they print; a line `...` stands for any
                     number of lines
+  excerpt FILE      lines of a file of the tree, in their order; blanks do not count
   sh not-run        commands that a test cannot run: they build or test the whole
   diagram           a drawing
 """
@@ -39,6 +42,25 @@ FENCE = re.compile(r'^```(.*)$')
 
 class Fault(Exception):
     pass
+
+
+def headings(text):
+    """The anchors of a document's headings."""
+    return {re.sub(r'[^\w\- ]', '', line.lstrip('#').strip().lower()).replace(' ', '-')
+            for line in text.splitlines() if line.startswith('#')}
+
+
+def broken_links(path, text):
+    """A fault for each link that leads nowhere; what lies outside of the tree is not looked at."""
+    for target in re.findall(r'\]\(([^)\s]+)\)', text):
+        name, _, anchor = target.partition('#')
+        place = path.parent / name if name else path
+        if '://' in target:
+            continue
+        if not place.exists():
+            yield f'{path.name}: {target}: there is no such file'
+        elif anchor and anchor not in headings(place.read_text(encoding='utf-8')):
+            yield f'{path.name}: {target}: there is no such heading'
 
 
 def blocks(text):
@@ -235,6 +257,12 @@ class Document:
             except Fault as fault:
                 raise Fault(f'{command}: {fault}') from None
 
+    def run_excerpt(self, lines, name):
+        rest = iter(' '.join(line.split()) for line in (self.source / name).read_text(encoding='utf-8').splitlines())
+        for line in lines:
+            if ' '.join(line.split()) not in rest:  # goes on behind the line before
+                raise Fault(f'has a line that is not there, or not in this order: {line}')
+
     # --- what is not run
 
     def run_sh(self, lines, how=''):
@@ -247,14 +275,15 @@ class Document:
 
 def faults(path):
     """Every fault of a document, as text."""
-    found = []
+    text = path.read_text(encoding='utf-8')
+    found = list(broken_links(path, text))
     here = os.getcwd()
     with tempfile.TemporaryDirectory() as folder:
         os.chdir(folder)
         try:
             document = Document(folder)
             number = 0
-            for number, words, lines in blocks(path.read_text(encoding='utf-8')):
+            for number, words, lines in blocks(text):
                 try:
                     document.run(words, lines)
                 except Fault as fault:

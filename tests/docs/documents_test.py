@@ -1,5 +1,10 @@
 #!/usr/bin/env python3
-"""The runner of the documents sees what it is there to see: rows of a document and the fault in it."""
+"""The runner of the documents sees what it is there to see, and the documents leave out nothing that they list.
+
+OPTXV_SOURCE is the tree; the runner's own variables as it says.
+"""
+import os
+import re
 import sys
 import tempfile
 import unittest
@@ -9,6 +14,9 @@ sys.path.insert(0, str(Path(__file__).parent))
 import documents  # noqa: E402  (found beside this file)
 
 TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
+SOURCE = Path(os.environ['OPTXV_SOURCE'])
+# Texts in the sources of the readers that no text of a user can call forth.
+UNTOLD = {'Cannot AddIndex to DotObj', 'Cannot SetValue to DotObj', 'Bad message number ='}
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
     ('a block of no kind', '```\na\n```\n', 'nothing runs a block of kind ""'),
@@ -28,6 +36,11 @@ ROWS = (
     ('output that nobody shows', '```python\nprint(1)\n```\n', 'no output block follows'),
     ('other output', '```python\nprint(1)\n```\n```output\n2\n```\n', '+1'),
     ('the output', '```python\nprint(1)\n```\n```output\n1\n```\n', None),
+    ('an excerpt', '```excerpt examples/tight.opt\nfeasibility_tol  1e-8\nread_path /models/tight\n```\n', None),
+    ('an excerpt in another order', '```excerpt examples/tight.opt\nread_path /models/tight\nfeasibility_tol 1e-8\n```\n',
+     'not in this order: feasibility_tol'),
+    ('a link to nothing', '[a](b.md)\n', 'b.md: there is no such file'),
+    ('a link to no heading', '## A *few* words\n[a](#few-words) [b](#a-few-words)\n', '#few-words: there is no such heading'),
     ('commands that say nothing of a test', '```sh\nls\n```\n', 'says not-run'),
 )
 
@@ -43,6 +56,25 @@ class Runner(unittest.TestCase):
                     self.assertEqual(found, '')
                 else:
                     self.assertIn(expected, found)
+
+
+class Completeness(unittest.TestCase):
+    def test_the_map_names_every_module(self):
+        text = (SOURCE / 'docs/map.md').read_text(encoding='utf-8')
+        modules = {path.stem for path in SOURCE.glob('src/*/*') if path.suffix in ('.h', '.cpp')}
+        self.assertEqual([module for module in sorted(modules) if not re.search(rf'`([\w/]+/)?{module}\b', text)], [])
+
+    def test_the_documents_tell_every_message_of_the_readers(self):
+        told = ' '.join(' '.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8').split())
+                        for name in ('definition', 'parameter'))
+        texts = set()
+        for path in SOURCE.glob('src/*/*.cpp'):
+            if path.parent.name in ('definition', 'parameter', 'options'):
+                code = re.sub(r'^\s*(//|#).*$', '', path.read_text(encoding='utf-8'), flags=re.M)
+                literals = {text.strip() for text in re.findall(r'"((?:[^"\\\n]|\\.)*)"', code)}
+                texts |= {text for text in literals if re.search(r'[A-Za-z]{2} | [A-Za-z]{2}', text)}
+        self.assertGreater(len(texts), 50)  # it does find them
+        self.assertEqual(sorted(text for text in texts - UNTOLD if text not in told), [])
 
 
 if __name__ == '__main__':
