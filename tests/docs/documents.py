@@ -4,8 +4,8 @@
 Links inside the tree lead somewhere, too.
 
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
-OPTXV_BUILD (the build folder), OPTXV_COMMAND (the command, if it was built), CC and CXX. Prints a line for
-each fault; the exit status is 1 where there is one. The word behind the fence says what a block is:
+OPTXV_BUILD (the build folder), OPTXV_COMMAND and OPTXV_MINIMIZER (the programs, if they were built), CC and CXX.
+Prints a line for each fault; the exit status is 1 where there is one. The word behind the fence says what a block is:
 
   definition        a definition file, example.def: a new table, and no option set
   parameters        a parameter file, example.opt, read into a fresh copy of the table; with the word `token`
@@ -180,10 +180,8 @@ class Document:
 
     def shell(self, command, cwd=None, **more):
         environment = dict(os.environ, **more)
-        places = [str(self.build)] + ([os.environ['PATH']])
-        if os.environ.get('OPTXV_COMMAND'):
-            places.insert(0, str(Path(os.environ['OPTXV_COMMAND']).parent))
-        environment['PATH'] = ':'.join(places)
+        programs = [os.environ[name] for name in ('OPTXV_COMMAND', 'OPTXV_MINIMIZER') if os.environ.get(name)]
+        environment['PATH'] = ':'.join([str(Path(program).parent) for program in programs] + [os.environ['PATH']])
         environment['LD_LIBRARY_PATH'] = str(Path(os.environ['OPTXV_LIBRARY']).parent)
         environment.update(more)
         return subprocess.run(command, shell=isinstance(command, str), cwd=cwd or self.source, env=environment,
@@ -243,7 +241,10 @@ class Document:
         self.must([str(self.folder / 'solver')], LD_LIBRARY_PATH=str(found.parent))
 
     def run_console(self, lines):
-        if not os.environ.get('OPTXV_COMMAND'):
+        missing = [variable for variable, word in (('OPTXV_COMMAND', '$ optxv'), ('OPTXV_MINIMIZER', '$ minimizer'))
+                   if not os.environ.get(variable) and any(line.startswith(word) for line in lines)]
+        if missing:
+            print(f'not run, since this build lacks it: a console block for {missing[0]}')
             return
         turns = []
         for line in lines:
