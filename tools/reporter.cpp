@@ -86,7 +86,7 @@ class linereporter : public reporter {
         excerptof(*line, placed ? found.column - 1 : 0, placed ? found.length : 0);
     const std::string number = std::to_string(found.line);
     const std::size_t width = std::max<std::size_t>(number.size() + 1, 5);
-    const std::string result =
+    std::string result =
         std::string(width - number.size(), ' ') + number + " | " + shown.text + '\n';
     if (!placed) return result;
     const std::string mark = '^' + std::string(std::max<std::size_t>(shown.length, 1) - 1, '~');

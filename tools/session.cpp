@@ -95,16 +95,16 @@ void session::unreadable(const std::string& file, const std::string& why) {
 }
 
 void session::takefindings(const std::string& file, filerole role) {
-  for (diagnostic& each : observations(file, sources_.at(file), role)) take(std::move(each));
+  for (const diagnostic& each : observations(file, sources_.at(file), role)) take(each);
   for (diagnostic& each : findings(options_, file)) {
     locate(each, sources_.at(each.file));
     suggest(each);
-    take(std::move(each));
+    take(each);
   }
   options_.clearmessages();
 }
 
-void session::take(diagnostic found) {
+void session::take(const diagnostic& found) {
   if (found.level == severity::error) total_.errors++;
   if (found.level == severity::warning) total_.warnings++;
   report_.take(found, sources_.at(found.file));

@@ -44,7 +44,7 @@ class session {
   bool opens(const std::string& file);
   void unreadable(const std::string& file, const std::string& why);
   void takefindings(const std::string& file, filerole role);
-  void take(diagnostic found);
+  void take(const diagnostic& found);
   void suggest(diagnostic& found);
   const nearestnames& names(bool dotted);
 
