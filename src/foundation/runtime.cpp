@@ -2,6 +2,7 @@
 
 #include <cxxabi.h>
 
+#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -16,9 +17,20 @@
 namespace optxv {
 namespace {
 
-std::int64_t bytesinuse = 0;
-std::int64_t blocksinuse = 0;
-int lastioresult = 0;
+/// A count that two threads of a host may change at once, each with objects of its own: such
+/// changes may be lost, as no lock is wanted on this path, but they are no race.
+class looselycounted {
+ public:
+  std::int64_t get() const { return value_.load(std::memory_order_relaxed); }
+  void add(std::int64_t n) { value_.store(get() + n, std::memory_order_relaxed); }
+
+ private:
+  std::atomic<std::int64_t> value_{0};
+};
+
+looselycounted bytesinuse;
+looselycounted blocksinuse;
+thread_local int lastioresult = 0;  // as errno is
 int programargc = -1;
 char** programargv = nullptr;
 
@@ -105,16 +117,16 @@ void* getmem(std::int64_t size) {
   if (size <= 0) return nullptr;
   void* const block = std::malloc(static_cast<std::size_t>(size));
   if (block == nullptr) raisecause(cause::allocation);
-  bytesinuse += size;
-  ++blocksinuse;
+  bytesinuse.add(size);
+  blocksinuse.add(1);
   return block;
 }
 
 void freemem(void* block, std::int64_t size) noexcept {
   if (block == nullptr) return;
   std::free(block);
-  bytesinuse -= size;
-  --blocksinuse;
+  bytesinuse.add(-size);
+  blocksinuse.add(-1);
 }
 
 void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize) {
@@ -128,15 +140,15 @@ void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize) {
     freemem(block, oldsize);
     raisecause(cause::reallocation);
   }
-  bytesinuse += newsize - oldsize;
+  bytesinuse.add(newsize - oldsize);
   return moved;
 }
 
 std::int64_t allocmemsize() noexcept {
-  return bytesinuse;
+  return bytesinuse.get();
 }
 std::int64_t allocmemcount() noexcept {
-  return blocksinuse;
+  return blocksinuse.get();
 }
 
 void raisecause(cause why, std::string_view site) {

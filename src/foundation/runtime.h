@@ -1,8 +1,9 @@
 // What every other module stands on: counted memory, the root class, the exceptions for failures of
 // the run itself, the one I/O error code, and the program's arguments.
 //
-// All state here is plain process state without locks; nothing in this module may be used from two
-// threads at once.
+// There are no locks. Two threads may run at once, each with objects of its own: the I/O error code
+// is a thread's own, as errno is, and the counts of memory may then miss a change. The program's
+// arguments are for one thread to set.
 #pragma once
 
 #include <cstddef>
