@@ -1,0 +1,133 @@
+// Number text in both directions, beside the conversions of the C library in its default locale.
+#include <cmath>
+#include <cstring>
+
+#include "foundation/numtext.h"
+#include "foundation/strutilx.h"
+#include "support.h"
+
+namespace optxv::fuzz {
+namespace {
+
+bool digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+struct scan {
+  explicit scan(const std::string& from) : text(from) {
+    while (text[at] == ' ') ++at;
+    negative = text[at] == '-';
+    sign = at;
+    if (negative || text[at] == '+') ++at;
+  }
+  int position(const char* stop) const {
+    const auto behind = static_cast<std::size_t>(stop - text.c_str());
+    return behind == text.size() ? 0 : static_cast<int>(behind) + 1;
+  }
+  const std::string& text;  // c_str() ends in a zero byte, so that [size()] may be looked at
+  std::size_t at = 0, sign = 0;
+  bool negative = false;
+};
+
+std::int32_t saturated(long value) {
+  return static_cast<std::int32_t>(std::clamp<long>(value, INT32_MIN, INT32_MAX));
+}
+
+/// strtol behind the library's rules for where a number begins.
+std::int32_t integerby(const std::string& text, int& code) {
+  scan in(text);
+  const char first = text[in.at], second = first == '\0' ? '\0' : text[in.at + 1];
+  int base = 10;
+  code = static_cast<int>(in.at) + 1;
+  if (first == '$') {
+    if (std::isxdigit(static_cast<unsigned char>(second)) == 0) return ++code, 0;
+    ++in.at;
+    base = 16;
+  } else if (first == '0' && (second == 'x' || second == 'X')) {
+    base = 16;
+  } else if (!digit(first) || (first == '0' && in.at + 1 != text.size() && !digit(second))) {
+    return 0;
+  }
+  char* stop = nullptr;
+  const long value = std::strtol(text.c_str() + in.at, &stop, base);
+  code = in.position(stop);
+  return saturated(in.negative ? -value : value);
+}
+
+/// strtod likewise.
+double realby(const std::string& text, int& code) {
+  scan in(text);
+  code = static_cast<int>(in.at) + 1;
+  std::string copy = text;
+  if (digit(text[in.at])) {
+    if (text[in.at + 1] == 'x' || text[in.at + 1] == 'X') return ++code, 0;
+  } else if (text[in.at] != '.') {
+    return 0;
+  } else if (in.at + 1 == text.size()) {
+    return code = 0, 0;
+  } else if (text[in.at + 1] == 'e' || text[in.at + 1] == 'E') {
+    copy[in.at] = '0';
+  }
+  const char* start = copy.c_str() + in.at;
+  char* stop = nullptr;
+  const double value = std::strtod(start, &stop);
+  code = in.position(text.c_str() + (stop - copy.c_str()));
+  return in.negative ? -value : value;
+}
+
+bool samereal(double a, double b) {
+  return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+void fromtext(const std::string& text) {
+  int code = -1, wanted = -1;
+  const std::int32_t n = integerby(text, wanted);
+  demand(_Q9_Val_SPD(text, code) == n && code == wanted, "_Q9_Val_SPD is strtol");
+  const double x = realby(text, wanted);
+  demand(samereal(_Q9_Val_d(text, code), x) && code == wanted, "_Q9_Val_d is strtod");
+  std::int32_t plain = 0, either = 0;
+  double y = 0;
+  const bool isplain = strasintex(text, plain), iseither = strasintex2(text, either);
+  if (isplain)
+    demand(iseither && either == plain, "every integer is one");
+  else if (iseither)
+    demand(strasdoubleex(text, y) && y == either, "an integer written as a real");
+}
+
+/// Compares with what printf makes of it, the first 255 bytes.
+template <class... Value>
+void likeprintf(std::string_view got, std::string_view rule, const char* format, Value... values) {
+  char text[1024];
+  std::snprintf(text, sizeof text, format, values...);
+  demand(got == std::string_view(text).substr(0, 255), rule);
+}
+
+void totext(double x, int width, int decimals) {
+  likeprintf(_Q9_Str_d0(x), "_Q9_Str_d0 is printf", "%23.14E", x);
+  likeprintf(_Q9_Str_d1(x, width), "_Q9_Str_d1 is printf", "%*.*E", std::max(width, 10),
+             std::clamp(width - 8, 2, 18), x);
+  likeprintf(_Q9_Str_d2(x, width, decimals), "_Q9_Str_d2 is printf",
+             std::fabs(x) > 1e37 ? "%*.*E" : "%*.*f", width, std::max(decimals, 0), x);
+  const auto n = static_cast<std::int32_t>(width * 8191 + decimals);
+  likeprintf(_Q9_Str_i0(n), "_Q9_Str_i0 is printf", "%d", n);
+  likeprintf(_Q9_Str_i1(n, width), "_Q9_Str_i1 is printf", "%*d", width, n);
+  // Next to the largest real, 15 digits can round up to a number that is too large.
+  if (!std::isfinite(x) || std::fabs(x) > 1.7976931348623e308) return;
+  double again = 0;
+  const shortstring text = dbltostr(x);
+  demand(strasdoubleex(text, again), "a real is read back");
+  demand(dbltostr(again).view() == text.view(), "15 digits come back");
+}
+
+}  // namespace
+}  // namespace optxv::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace optxv::fuzz;
+  fromtext({reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 255)});
+  if (size < sizeof(double) + 2) return 0;
+  double x;
+  std::memcpy(&x, data, sizeof x);
+  totext(x, data[8] - 60, data[9] - 10);
+  return 0;
+}
