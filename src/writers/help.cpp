@@ -7,6 +7,7 @@
 #include "foundation/strutilx.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
+#include "writers/valueforms.h"
 
 namespace optxv {
 
@@ -111,16 +112,13 @@ void helpwriter::kindfields(const toption& option) {
   withkind(option, [this](const auto& typed) {
     using Option = std::remove_cvref_t<decltype(typed)>;
     const auto pieces = [this](const auto&... piece) { (addbuf(piece), ...); };
-    if constexpr (std::is_same_v<Option, tintoption>)
-      pieces(" range: ", inttostrex(typed.lowbound), " to ", inttostrex(typed.highbound),
-             " default: ", inttostrex(typed.defaultvalue));
-    else if constexpr (std::is_same_v<Option, tdbloption>)
-      pieces(" range: ", dbltostrex(typed.lowbound), " to ", dbltostrex(typed.highbound),
-             " default: ", dbltostrex(typed.defaultvalue));
-    else if constexpr (std::is_same_v<Option, tbooleanoption>)
-      pieces(" default: ", inttostr(typed.defaultvalue));
-    else if constexpr (std::is_same_v<Option, tenumintoption>)
-      pieces(" default: ", inttostrex(typed.defaultvalue));
+    if constexpr (boundedkind<Option>)
+      pieces(" range: ", numberform(typed.lowbound), " to ", numberform(typed.highbound),
+             " default: ", defaultform(typed));
+    else if constexpr (std::is_same_v<Option, tenumintoption>)  // KEEP: here a limit has its name
+      pieces(" default: ", numberform(typed.defaultvalue));
+    else if constexpr (integerkind<Option>)
+      pieces(" default: ", defaultform(typed));
     else if constexpr (scalarkind<Option>)
       pieces(" default: ", "\"", typed.defaultvalue.view(), "\"");
   });

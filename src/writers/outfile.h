@@ -1,0 +1,54 @@
+// A text file that is written from front to back and reports its failures.
+#pragma once
+
+#include <string_view>
+
+#include "foundation/runtime.h"
+#include "foundation/textfile.h"
+
+namespace optxv {
+
+/// A file that a writer fills. Every step raises einouterror if it, or any before it, failed; what
+/// was written until then stays in the file.
+///
+/// Text is held back in blocks, so that a full disk may show as late as in close: who wants to know
+/// calls it. The destructor abandons the file.
+class outfile {
+ public:
+  /// Creates or empties the file; an empty name is standard output. A name ends at a zero byte or
+  /// after 255 bytes.
+  explicit outfile(std::string_view name) {
+    file_.assign(name);
+    file_.rewrite();
+    _Q9error_check();
+  }
+  outfile(const outfile&) = delete;
+  outfile& operator=(const outfile&) = delete;
+  ~outfile() { abandon(); }
+
+  bool opened() const { return file_.opened(); }
+
+  /// Writes the texts one behind the other.
+  template <class... Pieces>
+  void put(const Pieces&... pieces) {
+    (file_.write(pieces), ...);
+    _Q9error_check();
+  }
+
+  void close() {
+    file_.close();
+    _Q9error_check();
+  }
+
+  /// Closes the file if it is open; a failure is lost, and leaves no I/O error code behind.
+  void abandon() noexcept {
+    if (!file_.opened()) return;
+    file_.close();
+    ioresult();
+  }
+
+ private:
+  textfile file_;
+};
+
+}  // namespace optxv

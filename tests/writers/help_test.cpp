@@ -1,0 +1,271 @@
+#include "writers/help.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/optiontable.h"
+
+namespace optxv::test {
+namespace {
+
+const std::string in24(24, ' ');
+const std::string in22(22, ' ');
+
+std::string pad(std::string text, std::size_t width) {
+  text.resize(std::max(width, text.size()), ' ');
+  return text;
+}
+
+struct row {
+  std::string request;
+  lines queue;
+};
+
+template <class Rows>
+void check(std::string_view definition, const Rows& rows) {
+  for (const row& row : rows) {
+    optiontable options;
+    options.define(definition);
+    options->optclearmessages();
+    options->optshowhelp(row.request);
+    EXPECT_EQ(options.queue(), row.queue) << definition << row.request;
+  }
+}
+
+TEST(Help, ShowsTheDefinitionOfEachKind) {
+  const row rows[] = {
+      {"i",
+       {"i: int text", in24 + "integer,  range: minint to 10 default: -3", in24 + "long one", in24,
+        in24 + "long two"}},
+      {"I",
+       {"i: int text", in24 + "integer,  range: minint to 10 default: -3", in24 + "long one", in24,
+        in24 + "long two"}},
+      {"D", {"d: ", in24 + "double,  range: 1E-20 to maxdouble default: 0.5"}},
+      {"b", {"b: bool", in24 + "boolean,  default: 1", in24 + "long"}},
+      {"s", {"s: str", in24 + "string,  default: \"a b\""}},
+      {"none", {"none: ", in24 + "string,  default: \"", "\""}},
+      {"es",
+       {"es: es text", in24 + "enumstr,  default: \"one\"", in24 + "   one     first",
+        in24 + "   eleven  ", in24 + "   x       third"}},
+      {"ei",
+       {"ei: ", in24 + "enumint,  default: 1", in24 + "     1 one", in24 + "    -200 low",
+        in24 + "    99 "}},
+      {"wide",
+       {"wide: w", in24 + "enumint,  default: maxint", in24 + "      1 ",
+        in24 + "    2147483647 all"}},
+      {"ml", {"ml: ", in24 + "multilist, "}},
+      {"sl", {"sl: sl", in24 + "strlist, "}},
+      {"ma", {"ma: ", in24 + "macro, "}},
+      {"Help", {"Help: ", in24 + "immediate, "}},
+      {"syn",
+       {"syn is a synonym for i", "i: int text", in24 + "integer,  range: minint to 10 default: -3",
+        in24 + "long one", in24, in24 + "long two"}},
+      {"a b", {"a b is a synonym for a_b", "a_b: two words", in24 + "strlist, "}},
+      {"A_B", {"a_b: two words", in24 + "strlist, "}},
+  };
+  check(
+      "i integer 1 -3 minint 10 0 0 int text\n long one\n \n long two\n"
+      "d double 2 .5 eps maxdouble 0 0\nb boolean 3 1 0 0 bool\n long\n"
+      "s string 4 \"a b\" 0 0 str\nnone string 4 \"\" 0 0\n"
+      "es enumstr 5 one 0 0 es text\n one 0 first\n eleven 0\n x 0 third\n"
+      "ei enumint 6 1 0 0\n 1 0 one\n -200 0 low\n 99 0\n"
+      "wide enumint 6 maxint 0 0 w\n 1 0\n maxint 0 all\n"
+      "ml multilist 7 0 0\nsl strlist 8 0 0 sl\nma macro 0 0\nsyn synonym i\n"
+      "a_b strlist 9 0 0 two words\n",
+      rows);
+}
+
+TEST(Help, ListsWhatTheModeSelects) {
+  const std::string title = "Options summary by group";
+  const std::string alphabet = "Options in alphabetical order";
+  const std::string long22 = "name_of_22_characters_";
+  const std::string long23 = "name_of_23_characters__";
+  const std::string definition =
+      "first group 2 1 First group\nhidden group 3 0 Not shown\nnone group 1 1\n" + long23 +
+      " strlist 1 1 2 longest\n" + long22 +
+      " strlist 1 1 2 long\nx10 strlist 1 1 2 ten\nX9 strlist 1 1 2\n"
+      "off strlist 1 0 2 off\nless strlist 1 1 0 less\n"
+      "other strlist 1 1 3 in a hidden group\nz strlist 1 1 1 last\n"
+      "sy synonym z\nsoff synonym off\nlost synonym nothing\n"
+      "a deprecated\n z Old\n " +
+      long22 + " Old\nb obsolete\n z Gone\n x10 Gone\n";
+  const auto block = [](const std::string& name, const std::string& text) {
+    return lines({name + ": " + text, in24 + "strlist, "});
+  };
+  lines summary = {"",
+                   title,
+                   "",
+                   "First group",
+                   long22 + ": long",
+                   long23,
+                   in22 + ": longest",
+                   pad("X9", 22) + ": ",
+                   pad("x10", 22) + ": ten",
+                   "",  // a group without a title has no line
+                   "sy (Synonym for z)    : last",
+                   pad("z", 22) + ": last"};
+  lines marked = {"",
+                  title,
+                  "",
+                  "First group",
+                  long22 + " (Deprecated)",
+                  in22 + ": long",
+                  long23,
+                  in22 + ": longest",
+                  pad("X9", 22) + ": ",
+                  "x10 (Obsolete)        : ten",
+                  "",
+                  "sy (Synonym for z) (Deprecated)",
+                  in22 + ": last",
+                  "z (Deprecated)        : last"};
+  lines definitions = {"", alphabet, ""};
+  for (const auto& [name, text] :
+       {std::pair(long22, "long"), std::pair(long23, "longest"),
+        std::pair(std::string("other"), "in a hidden group"), std::pair(std::string("X9"), ""),
+        std::pair(std::string("x10"), "ten"), std::pair(std::string("z"), "last")})
+    for (const std::string& line : block(name, text)) definitions.push_back(line);
+  lines both = summary;
+  both.insert(both.end(), definitions.begin(), definitions.end());
+  lines all = marked;
+  all.insert(all.end(), definitions.begin(), definitions.end());
+  const row rows[] = {{"", summary},       {"unknown name", summary},
+                      {"lost", summary},   {"1", summary},
+                      {"0x1", summary},    {"17", summary},
+                      {"9", marked},       {"2", definitions},
+                      {"10", definitions}, {"0", both},
+                      {"-1", both},        {"3", both},
+                      {"$3", both},        {"+3", both},
+                      {"11", all},         {"16", {}},
+                      {"8", {}},           {"3x", summary}};
+  check(definition, rows);
+}
+
+TEST(Help, TitleWaitsForAGroup) {
+  const row rows[] = {
+      {"1", {""}},
+      {"3", {"", "Options summary by group", "", "Options in alphabetical order", ""}},
+      {"2", {"", "Options in alphabetical order", ""}}};
+  check("", rows);
+  check("g group 1 0 Hidden\nx strlist 1 0 1\n", rows);
+}
+
+TEST(Help, ShowsBlanksUnderMinos) {
+  const row rows[] = {
+      {"max iter", {"max iter: text", in24 + "strlist, "}},
+      {"max_iter", {"max_iter is a synonym for max iter", "max iter: text", in24 + "strlist, "}},
+      {"m_it", {"m_it is a synonym for max iter", "max iter: text", in24 + "strlist, "}},
+      {"1",
+       {"", "Options summary by group", "", "G", pad("max iter", 22) + ": text",
+        "m it (Synonym for max iter)", in22 + ": text"}},
+  };
+  check("Minos lookup\ng group 1 1 G\nmax_iter strlist 1 1 1 text\nm_it synonym max_iter\n", rows);
+}
+
+TEST(Help, CutsALongLine) {
+  const std::string text(250, 't');
+  optiontable options("x string 1 \"" + std::string(240, 'd') + "\" 0 0 " + text + "\n");
+  options->optshowhelp("x");
+  EXPECT_EQ(options.queue(),
+            lines({"x: " + text,
+                   (in24 + "string,  default: \"" + std::string(240, 'd')).substr(0, 255)}));
+}
+
+TEST(Help, IsGivenByTheParameterReader) {
+  optiontable options("g group 1 1 G\nx strlist 1 1 1 text\n");
+  options.readfile("help x\nHelp\nhelp 2 x 1\nhelp \"x\n");
+  const lines block = {"x: text", in24 + "strlist, "};
+  const lines summary = {"", "Options summary by group", "", "G", pad("x", 22) + ": text"};
+  lines expected = block;
+  expected.insert(expected.end(), summary.begin(), summary.end());
+  expected.insert(expected.end(), {"", "Options in alphabetical order", ""});
+  expected.insert(expected.end(), block.begin(), block.end());
+  expected.insert(expected.end(), summary.begin(), summary.end());
+  EXPECT_EQ(options.queue(), expected);
+  EXPECT_EQ(options.state(), "x=[1]");
+}
+
+TEST(Help, DebugListingGoesToStandardOutput) {
+  optiontable options("b_2 strlist 1 1 1\na strlist 1 1 1\nab synonym a\nhidden strlist 1 1 0\n");
+  testing::internal::CaptureStdout();
+  options->optshowhelp("4");
+  std::fflush(stdout);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "\na \nab *****Nil = Syn\nb_2 \n");
+  EXPECT_EQ(options.queue(), lines());
+}
+
+// --- The order of a listing, with its ties ------------------------------------------------------
+
+int comparednames(std::string a, std::string b) {
+  long number[2] = {0, 0};
+  for (std::string* name : {&a, &b}) {
+    std::string digits;
+    while (!name->empty() && name->back() >= '0' && name->back() <= '9') {
+      digits.insert(0, 1, name->back());
+      name->pop_back();
+    }
+    if (!digits.empty())
+      number[name == &b] = std::min(std::strtol(digits.c_str(), nullptr, 10), 2147483647L);
+    for (char& c : *name)
+      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  if (a != b) return a < b ? -1 : 1;
+  return number[0] < number[1] ? -1 : number[0] > number[1];
+}
+
+/// The sort, step by step: the pivot is a place, which follows its entry through each exchange, and
+/// the part on the left is sorted first.
+void sortnames(lines& names, std::size_t from, std::size_t to) {
+  using place = std::ptrdiff_t;
+  const auto at = [&](place i) -> std::string& { return names[static_cast<std::size_t>(i)]; };
+  place l = static_cast<place>(from);
+  const place r = static_cast<place>(to);
+  do {
+    place i = l;
+    place j = r;
+    place p = (l + r) / 2;
+    do {
+      while (comparednames(at(i), at(p)) < 0) ++i;
+      while (comparednames(at(j), at(p)) > 0) --j;
+      if (i <= j) {
+        std::swap(at(i), at(j));
+        if (p == i)
+          p = j;
+        else if (p == j)
+          p = i;
+        ++i;
+        --j;
+      }
+    } while (i <= j);
+    if (l < j) sortnames(names, static_cast<std::size_t>(l), static_cast<std::size_t>(j));
+    l = i;
+  } while (l < r);
+}
+
+TEST(Help, SortsNumbersByValueAndLeavesTiesToTheSort) {
+  std::mt19937 random(7);
+  const lines stems = {"x", "X", "xa", "x_", "x1y", "y", "Y"};
+  const lines tails = {"", "", "0", "00", "1", "01", "2", "10", "99999999999", "2147483647"};
+  for (int round = 0; round < 60; ++round) {
+    lines names;
+    std::string definition;
+    for (std::size_t n = 1 + random() % 60; n > 0; --n) {
+      names.push_back(stems[random() % stems.size()] + tails[random() % tails.size()]);
+      definition += names.back() + " strlist 1 1 1\n";
+    }
+    sortnames(names, 0, names.size() - 1);
+    optiontable options;
+    options.define(definition);
+    options->optclearmessages();
+    options->optshowhelp("2");
+    lines shown = options.queue();
+    ASSERT_EQ(shown.size(), 3 + 2 * names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) ASSERT_EQ(shown[3 + 2 * i], names[i] + ": ");
+  }
+}
+
+}  // namespace
+}  // namespace optxv::test
