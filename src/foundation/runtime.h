@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
@@ -20,11 +21,11 @@ namespace optxv {
 ///
 /// Returns nil for a size of zero or less. Raises eoutofmemory if there is no such block.
 /// OWNS: the caller, who gives it back with freemem and the same size.
-void* getmem(std::int64_t size);
+OPTXV_EXPORT void* getmem(std::int64_t size);
 
 /// Gives back a block of getmem or reallocmem; nil is accepted and does nothing.
 /// REQUIRES: size is the one the block was last asked for with.
-void freemem(void* block, std::int64_t size) noexcept;
+OPTXV_EXPORT void freemem(void* block, std::int64_t size) noexcept;
 
 /// The block moved to newsize bytes; the bytes that both sizes share are kept.
 ///
@@ -62,7 +63,7 @@ class tobject {
 /// value.
 ///
 /// A fault in what a user wrote is never an exception: it is a result or a message in the queue.
-class exception : public tobject {
+class OPTXV_EXPORT exception : public tobject {
  public:
   explicit exception(std::string_view text) noexcept : message(text) {}
   shortstring message;
@@ -78,13 +79,13 @@ class eabstracterror : public exception {
 class eassertionfailed : public exception {
   using exception::exception;
 };
-class einouterror : public exception {
+class OPTXV_EXPORT einouterror : public exception {
   using exception::exception;
 };
 class einvalidcast : public exception {
   using exception::exception;
 };
-class eoutofmemory : public exception {
+class OPTXV_EXPORT eoutofmemory : public exception {
   using exception::exception;
 };
 class erangeerror : public exception {

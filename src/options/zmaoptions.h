@@ -21,6 +21,7 @@
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
+#include "foundation/visibility.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/toption.h"
@@ -71,8 +72,8 @@ std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 /// an out argument that is not told as cleared stays untouched on failure.
 class tzmaoptions : public toptionx {
  public:
-  tzmaoptions();
-  ~tzmaoptions() override;
+  OPTXV_EXPORT tzmaoptions();
+  OPTXV_EXPORT ~tzmaoptions() override;
   tzmaoptions(const tzmaoptions&) = delete;
   tzmaoptions& operator=(const tzmaoptions&) = delete;
 
@@ -162,7 +163,7 @@ class tzmaoptions : public toptionx {
   /// Reads a definition file into the table, after adding the option Help. Gives 0 once the file
   /// could be opened, else the system's error number with two messages. Faults in the text are
   /// messages of kind optMsgDefineError. Everything is added to what the table holds.
-  std::int32_t optreaddefinition(std::string_view filename);
+  OPTXV_EXPORT std::int32_t optreaddefinition(std::string_view filename);
   /// Reads a parameter file; the result as for optreaddefinition.
   std::int32_t optreadparameterfile(std::string_view filename);
   /// Reads one line of parameter text.

@@ -2,7 +2,8 @@
 # and a C++ program, found once by find_package and once by pkg-config. Any step that fails ends it.
 
 function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output
+  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${area} RESULT_VARIABLE status
+                  OUTPUT_VARIABLE output ERROR_VARIABLE output
                   OUTPUT_STRIP_TRAILING_WHITESPACE)
   message(STATUS "${ARGN}\n${output}")
   if(NOT status EQUAL 0)
@@ -14,6 +15,7 @@ endfunction()
 set(area ${BUILD}/package-test)
 set(prefix ${area}/moved)
 file(REMOVE_RECURSE ${area})
+file(MAKE_DIRECTORY ${area})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${area}/installed)
 file(RENAME ${area}/installed ${prefix})  # nothing may remember where it was installed
 
@@ -26,6 +28,7 @@ endif()
 run(${CMAKE_COMMAND} --build ${area}/found)
 run(${area}/found/use_c)
 run(${area}/found/use_cpp)
+run(${area}/found/writers)
 
 find_program(pkg_config NAMES pkg-config pkgconf REQUIRED)
 set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBDIR}/pkgconfig)
@@ -34,8 +37,10 @@ run(${pkg_config} --cflags --libs optxv)
 separate_arguments(flags UNIX_COMMAND "${output}")
 run(${CC} -Wall -Wextra -Wpedantic -Werror ${SOURCE}/use.c -o ${area}/use_c ${flags})
 run(${CXX} -Wall -Wextra -Wpedantic -Werror ${SOURCE}/use.cpp -o ${area}/use_cpp ${flags})
+run(${CXX} -std=c++20 -Wall -Wextra -Wpedantic -Werror ${SOURCE}/writers.cpp -o ${area}/writers ${flags})
 run(${area}/use_c)
 run(${area}/use_cpp)
+run(${area}/writers)
 
 if(HAS_COMMAND)
   unset(ENV{LD_LIBRARY_PATH})  # the command finds its library by itself
