@@ -8,12 +8,16 @@ namespace {
 
 constexpr std::size_t longestline = 1020;
 
-/// Whether the language has a form for a text: it has no way to write a double quote, and takes a
-/// comment character or the signs of an assignment for what they are where no quotes are needed.
+/// Whether the language has a form for a text: it has no way to write a double quote or blanks at
+/// the ends, and takes a comment character or the signs of an assignment for what they are where no
+/// quotes are needed.
 /// `token`: read as one token, where ' quotes as well.
 bool writable(std::string_view text, bool token) {
   if (text.size() > 250) return false;
-  if (!text.empty() && (text.front() == '=' || text.front() == ':')) return false;
+  constexpr std::string_view signs = "=: \t", blanks = " \t";
+  if (!text.empty() &&
+      (signs.find(text.front()) != signs.npos || blanks.find(text.back()) != blanks.npos))
+    return false;
   return std::none_of(text.begin(), text.end(), [token](char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 32 || c == '"' || c == '!' || c == '#' || (token && c == '\'');
