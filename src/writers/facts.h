@@ -1,0 +1,62 @@
+// What a definition declares, as plain data: for programs in C++ that write documents of their own.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "foundation/visibility.h"
+
+namespace optxv {
+
+class tzmaoptions;
+
+/// One allowed value of an enumeration.
+struct valuefacts {
+  std::string value;
+  std::int32_t helpcontext = 0;
+  std::string help;
+};
+
+/// One option. Numbers and texts are in the form in which a definition holds them: limits by their
+/// names, texts with blanks or commas between double quotes.
+struct optionfacts {
+  std::string tablename;  ///< as the definition writes it; a dot option's begins with a dot
+  std::string name;       ///< as users see it
+  std::string kind;       ///< the type word
+  std::string modifier;   ///< NV, OPT, TWO or nothing
+  std::int32_t refnr = 0;
+  std::int32_t helpcontext = 0;
+  std::int32_t group = 0;
+  std::string help;
+  std::vector<std::string> longhelp;
+  bool hasdefault = false;           ///< the kinds with scalar values
+  std::string defaultvalue;          ///< of these
+  std::string low, high;             ///< both empty for a kind without bounds
+  std::vector<valuefacts> values;    ///< of an enumeration
+  std::vector<std::string> members;  ///< table names of what a multilist or a macro sets
+  std::string action;                ///< what an immediate option does: EolFlag, ReadFile...
+  std::vector<std::string> synonyms;
+  bool deprecated = false, obsolete = false;  ///< the option's own name is on its way out
+  std::string deprecatedtext;
+  bool synonymdeprecated = false, synonymobsolete = false;  ///< a synonym is
+  std::string synonymdeprecatedtext;
+};
+
+struct groupfacts {
+  std::string name;
+  std::int32_t number = 0;
+  std::int32_t helpcontext = 0;
+  std::string title;
+};
+
+struct tablefacts {
+  std::vector<optionfacts> options;  ///< in table order
+  std::vector<groupfacts> groups;    ///< in definition order; numbers may occur twice or be unused
+  std::string indicatorkey;          ///< empty where the definition has none
+};
+
+/// The facts of a table. Synonyms whose target was not found are left out, and so are members.
+OPTXV_EXPORT tablefacts describe(const tzmaoptions& options);
+
+}  // namespace optxv
