@@ -94,7 +94,7 @@ tdotobj& tdotobjlist::lastentry(std::string_view complaint) const {
 }
 
 bool tdotobjlist::addindex(std::string_view index) {
-  return lastentry("Cannot AddIndex to DotObj").indices.add(index) < maximumindices;
+  return storeindex(lastentry("Cannot AddIndex to DotObj").indices, index) < maximumindices;
 }
 
 void tdotobjlist::setvalue(std::string_view text) {

@@ -50,6 +50,14 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   return true;
 }
 
+/// Appends an index and gives its place. Most symbols have one or two indices, and a list that
+/// finds its own size begins with sixteen places: entries come by the thousand, so they begin with
+/// two.
+inline std::int32_t storeindex(txstrings& indices, std::string_view index) {
+  if (indices.count() == 0) indices.setcapacity(2);
+  return indices.add(index);
+}
+
 /// Runs read(), which adds to list and complains in the queue of options. If it has complained of
 /// an error, whatever it added is deleted, last first, and counted in dropped; a warning costs
 /// nothing.

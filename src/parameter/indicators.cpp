@@ -116,7 +116,7 @@ void tindicatorlist::addequdim(std::string_view index) {
   if (curitem->equindices.count() >= maximumindices)
     complain(*owner, "Too many dimensions for equation ", quoted{curitem->equname});
   if (toolong(index)) complain(*owner, "Bad Equation index = ", quoted{curitem->equname});
-  curitem->equindices.add(index);
+  storeindex(curitem->equindices, index);
 }
 
 void tindicatorlist::addvardim(std::string_view index) {
@@ -127,7 +127,7 @@ void tindicatorlist::addvardim(std::string_view index) {
   else if (!isquoted(index) && curitem->equindices.indexof(index) < 0)
     complain(*owner, "Index ", quoted{index}, " not controled for variable ",
              quoted{curitem->varname});
-  curitem->varindices.add(index);
+  storeindex(curitem->varindices, index);
 }
 
 void tindicatorlist::writetoparams(textfile& file) const {
