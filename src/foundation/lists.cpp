@@ -49,11 +49,6 @@ std::int32_t firstindex(std::int32_t count, Test test) {
   return -1;
 }
 
-/// Whether a kept text is equal to s: nil is never equal to a text that is there.
-bool kepttextequals(const unsigned char* kept, std::string_view s) {
-  return kept != nullptr && struequal(getstring(kept), s);
-}
-
 constexpr std::int32_t firstcapacity = 16;
 constexpr std::int32_t smallgrowth = 7;  // times the capacity, on top of it
 constexpr std::int32_t largelist = 1048576;
@@ -205,7 +200,7 @@ void txstrings::put(std::int32_t i, std::string_view s) {
 }
 
 std::int32_t txstrings::indexof(std::string_view s) const noexcept {
-  return firstindex(fcount, [&](std::int32_t i) { return kepttextequals(item(i), s); });
+  return firstindex(fcount, [&](std::int32_t i) { return ukepttextequals(item(i), s); });
 }
 
 shortstring txstrings::extract(std::string_view s) {
@@ -245,7 +240,7 @@ void txcustomstringlist::insertitem(std::int32_t i, std::string_view s, void* ob
 }
 
 std::int32_t txcustomstringlist::indexof(std::string_view s) const noexcept {
-  return firstindex(fcount, [&](std::int32_t i) { return kepttextequals(flist[i].fname, s); });
+  return firstindex(fcount, [&](std::int32_t i) { return ukepttextequals(flist[i].fname, s); });
 }
 
 std::int32_t txcustomstringlist::indexofobject(const void* obj) const noexcept {

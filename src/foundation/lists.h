@@ -14,12 +14,13 @@
 #include "foundation/boundedstring.h"
 #include "foundation/runtime.h"
 #include "foundation/strutilx.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
 /// The sort, on indices alone: a descendant says how two indices compare and how they change
 /// places, and so can sort any parallel data.
-class tquicksortclass : public tobject {
+class OPTXV_EXPORT tquicksortclass : public tobject {
  public:
   tquicksortclass() = default;
   tquicksortclass(const tquicksortclass&) = delete;
@@ -45,14 +46,28 @@ class tquicksortclass : public tobject {
 
 /// The capacity after c when a list is full: 16, 128, 1024 and so on eightfold, by a quarter from
 /// 1048576 on, at most 2147483647. Raises an `exception` (memory) if c is that already.
-std::int32_t growncapacity(std::int32_t c);
+OPTXV_EXPORT std::int32_t growncapacity(std::int32_t c);
+
+/// What a list keeps of a text: its first 255 bytes.
+constexpr std::string_view keptpart(std::string_view s) noexcept {
+  return s.substr(0, shortstring::maximum);
+}
+
+/// Whether a text is equal to one that a list keeps, case ignored (u) or heeded.
+/// KEEP: an empty text is kept as nil, and nil is equal to no text: it is never found.
+inline bool ukepttextequals(const unsigned char* kept, std::string_view s) noexcept {
+  return kept != nullptr && struequal(getstring(kept), s);
+}
+inline bool kepttextequals(const unsigned char* kept, std::string_view s) noexcept {
+  return kept != nullptr && strequal(getstring(kept), s);
+}
 
 /// A list of pointers.
 ///
 /// OWNS: nothing. A descendant whose items are its own overrides freeitem to release one.
 /// REQUIRES: such a descendant calls clear() in its own destructor, as that of the base no longer
 /// reaches the override.
-class txlist : public tquicksortclass {
+class OPTXV_EXPORT txlist : public tquicksortclass {
  public:
   ~txlist() override { clear(); }
 
@@ -96,7 +111,7 @@ class txlist : public tquicksortclass {
 /// A list of texts. An empty text is kept as nil.
 ///
 /// OWNS: its heap strings.
-class txstrings : public txlist {
+class OPTXV_EXPORT txstrings : public txlist {
  public:
   ~txstrings() override { clear(); }
 
@@ -132,7 +147,7 @@ struct txstringentry {
 /// OWNS: the names. A descendant whose words are its own overrides freeobject to release one.
 /// REQUIRES: such a descendant calls clear() in its own destructor, as that of the base no longer
 /// reaches the override.
-class txcustomstringlist : public tquicksortclass {
+class OPTXV_EXPORT txcustomstringlist : public tquicksortclass {
  public:
   ~txcustomstringlist() override { clear(); }
 
@@ -178,7 +193,7 @@ class txcustomstringlist : public tquicksortclass {
 };
 
 /// A list of names that anybody may insert into.
-class txstringlist : public txcustomstringlist {
+class OPTXV_EXPORT txstringlist : public txcustomstringlist {
  public:
   void insert(std::int32_t i, std::string_view s) { insertitem(i, s, nullptr); }
   void insertobject(std::int32_t i, std::string_view s, void* obj) { insertitem(i, s, obj); }
