@@ -65,8 +65,7 @@ TEST(Help, ShowsTheDefinitionOfEachKind) {
        {"syn is a synonym for i", "i: int text", in24 + "integer,  range: minint to 10 default: -3",
         in24 + "long one", in24, in24 + "long two"}},
       {"a b", {"a b is a synonym for a_b", "a_b: two words", in24 + "strlist, "}},
-      {"A_B", {"a_b: two words", in24 + "strlist, "}},
-  };
+      {"A_B", {"a_b: two words", in24 + "strlist, "}}};
   check(
       "i integer 1 -3 minint 10 0 0 int text\n long one\n \n long two\n"
       "d double 2 .5 eps maxdouble 0 0\nb boolean 3 1 0 0 bool\n long\n"
@@ -160,8 +159,7 @@ TEST(Help, ShowsBlanksUnderMinos) {
       {"m_it", {"m_it is a synonym for max iter", "max iter: text", in24 + "strlist, "}},
       {"1",
        {"", "Options summary by group", "", "G", pad("max iter", 22) + ": text",
-        "m it (Synonym for max iter)", in22 + ": text"}},
-  };
+        "m it (Synonym for max iter)", in22 + ": text"}}};
   check("Minos lookup\ng group 1 1 G\nmax_iter strlist 1 1 1 text\nm_it synonym max_iter\n", rows);
 }
 

@@ -1,0 +1,291 @@
+// Access by number.
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <initializer_list>
+#include <string>
+
+#include "options/zmaoptions.h"
+#include "support/optiontable.h"
+
+namespace optxv::test {
+namespace {
+
+constexpr std::string_view table =
+    "grp group 5 7 The group\n"
+    "far group 9 0 Other\n"
+    "twin_group group 11 1\n"
+    "i integer.TWO 11 3 0 10 21 5 int text\n"  // 2
+    "d double.TWO 12 0.5 0 1 22 5 dbl text\n"  // 3
+    "s string.TWO 13 \"a b\" 23 5 str text\n"  // 4
+    "b boolean.TWO 14 1 24 5 bool text\n"      // 5
+    "es enumstr.TWO 15 one 25 5 es text\n"     // 6
+    " one 31 first\n two 32 second\n"
+    "ei enumint.TWO 16 4 26 5 ei text\n"  // 7
+    " 4 41 four\n -8 42 minus eight\n"
+    "ml multilist 17 27 5 ml text\n i s\n"    // 8
+    "sl strlist 18 28 5 sl text\n"            // 9
+    "ma macro 29 5 ma text\n i\n"             // 10
+    "im immediate Message 30 5 im text\n"     // 11
+    "one integer 19 1 0 9 33 6 one value\n"   // 12
+    "nv integer.NV 20 2 0 9 34 6 no value\n"  // 13
+    "syn synonym i\n";
+
+/// Numbers in one text, made from the left to the right.
+std::string digits(std::initializer_list<std::int32_t> numbers, const char* between = "") {
+  std::string all;
+  for (const std::int32_t& number : numbers)
+    all += (&number == numbers.begin() ? "" : between) + std::to_string(number);
+  return all;
+}
+
+TEST(Getters, TakeTheirKindsAndSubtypes) {
+  // int int2 dbl dbl2 str str2 boundsint boundsdbl defaultstr enumcount enumstr values
+  const struct {
+    std::int32_t number;
+    const char* results;
+  } rows[] = {{0, "000000000000"},  {-1, "000000000000"},      {INT_MIN, "000000000000"},
+              {14, "000000000000"}, {INT_MAX, "000000000000"}, {1, "000010000000"},
+              {2, "110011100001"},  {3, "001111010001"},       {4, "000011001001"},
+              {5, "110011000001"},  {6, "000011000111"},       {7, "110011000101"},
+              {8, "000010000000"},  {9, "000010000000"},       {10, "000010000000"},
+              {11, "000010000000"}, {12, "100010100001"},      {13, "100010100001"}};
+  optiontable options(table);
+  options->setasstring("sl", "item");
+  options->curoptname = "kept";
+  for (const auto& row : rows) {
+    std::int32_t n[3] = {77, 77, 77};
+    double d[3] = {77, 77, 77};
+    shortstring t[2] = {"77", "77"};
+    const tzmaoptions& o = *options;
+    std::string results =
+        digits({o.optgetintnr(row.number, n[0]), o.optgetint2nr(row.number, n[1]),
+                o.optgetdblnr(row.number, d[0]), o.optgetdbl2nr(row.number, d[1])});
+    EXPECT_EQ(n[0] == 77, results[0] == '0');  // what is not told as cleared stays
+    EXPECT_EQ(d[1] == 77, results[3] == '0');
+    results += digits({o.optgetstrnr(row.number, t[0]), o.optgetstr2nr(row.number, t[1]),
+                       o.optgetboundsint(row.number, n[0], n[1], n[2]),
+                       o.optgetboundsdbl(row.number, d[0], d[1], d[2]),
+                       o.optgetdefaultstr(row.number, t[0]), o.optgetenumcount(row.number, n[0])});
+    EXPECT_EQ(t[1].empty(), results[5] == '0');
+    EXPECT_EQ(str(t[0]), results[8] == '1' ? "a b" : "");
+    EXPECT_EQ(n[0], results[9] == '1' ? 2 : -1);
+    results += digits({o.optgetenumstrnr(row.number, t[0], n[0])});
+    EXPECT_EQ(str(t[0]) + digits({n[0]}), results[10] == '1' ? "one1" : "-1");
+    results += digits({o.optgetvaluesnr(row.number, t[0], n[0], d[0], t[1])});
+    EXPECT_EQ(str(t[0]), o.getstrings(row.number < 1 ? -1 : row.number - 1));
+    EXPECT_EQ(results, row.results) << row.number;
+  }
+  EXPECT_EQ(str(options->curoptname), "kept");
+}
+
+TEST(Getters, GiveWhatTheDefinitionSays) {
+  optiontable options(table);
+  std::int32_t n[6] = {};
+  double d[3] = {};
+  shortstring a;
+  shortstring b;
+  const struct {
+    std::int32_t number, result;
+    const char* info;  // defined recent refnr data type subtype
+    std::string help, opthelp;
+  } rows[] = {{0, 0, "0 0 0 -1 -1 -1", "|", " -1 -1"},
+              {14, 0, "0 0 0 -1 -1 -1", "|", " -1 -1"},
+              {1, 1, "0 0 0 0 9 2", "Help|", "Help 0 0"},
+              {2, 1, "2 2 11 1 0 3", "i|int text", "i 21 5"},
+              {6, 1, "0 0 15 3 4 3", "es|es text", "es 25 5"},
+              {9, 1, "0 0 18 4 7 0", "sl|sl text", "sl 28 5"},
+              {10, 1, "0 0 -1 0 8 0", "ma|ma text", "ma 29 5"}};
+  options.option("i").setasstring2("4");
+  for (const auto& row : rows) {
+    EXPECT_EQ(options->optgetinfonr(row.number, n[0], n[1], n[2], n[3], n[4], n[5]), row.result);
+    EXPECT_EQ(digits({n[0], n[1], n[2], n[3], n[4], n[5]}, " "), row.info) << row.number;
+    EXPECT_EQ(options->optgetdefinednr(row.number, n[1]), row.result);
+    EXPECT_EQ(n[1], n[0]);
+    EXPECT_EQ(options->optgethelpnr(row.number, a, b), row.result);
+    EXPECT_EQ(str(a) + "|" + str(b), row.help);
+    EXPECT_EQ(options->optgetopthelpnr(row.number, a, n[0], n[1]), row.result);
+    EXPECT_EQ(str(a) + " " + digits({n[0], n[1]}, " "), row.opthelp);
+    EXPECT_EQ(options->optgetoptgroupnr(row.number), n[1]);
+  }
+  EXPECT_EQ(options->optgetvaluesnr(2, a, n[0], d[0], b), 1);
+  EXPECT_EQ(digits({n[0]}) + str(b), "33");
+  EXPECT_EQ(d[0], 0);
+  EXPECT_EQ(options->optgetboundsint(2, n[0], n[1], n[2]), 1);
+  EXPECT_EQ(digits({n[0], n[1], n[2]}, " "), "0 10 3");
+  EXPECT_EQ(options->optgetboundsdbl(3, d[0], d[1], d[2]), 1);
+  EXPECT_TRUE(d[0] == 0 && d[1] == 1 && d[2] == 0.5);
+}
+
+TEST(Enumerations, AreNumberedFromOne) {
+  optiontable options(table);
+  const struct {
+    std::int32_t number, entry, result;
+    std::string value, help;
+  } rows[] = {{6, 1, 1, "0 one", "31 first"},
+              {6, 2, 1, "0 two", "32 second"},
+              {7, 2, 1, "-8 -8", "42 minus eight"},
+              {7, 3, 0, "-1 ", "-1 "},
+              {6, 0, 0, "-1 ", "-1 "},
+              {6, INT_MIN, 0, "-1 ", "-1 "},
+              {2, 1, 0, "-1 ", "-1 "},
+              {99, 1, 0, "-1 ", "-1 "}};
+  for (const auto& row : rows) {
+    std::int32_t n = 77;
+    shortstring text = "77";
+    EXPECT_EQ(options->optgetenumvalue(row.number, row.entry, n, text), row.result);
+    EXPECT_EQ(digits({n}) + " " + str(text), row.value);
+    n = 77;
+    text = "77";
+    EXPECT_EQ(options->optgetenumhelp(row.number, row.entry, n, text), row.result);
+    EXPECT_EQ(digits({n}) + " " + str(text), row.help);
+  }
+  std::int32_t entry = 77;
+  shortstring text;
+  EXPECT_EQ(options->optsetstrnr(6, "TWO"), 1);
+  EXPECT_EQ(options->optgetenumstrnr(6, text, entry), 1);
+  EXPECT_EQ(str(text) + digits({entry}), "two2");
+  options->optnoboundsset(1);
+  EXPECT_EQ(options->optsetstrnr(6, "three"), 1);
+  EXPECT_EQ(options->optgetenumstrnr(6, text, entry), 1);
+  EXPECT_EQ(str(text) + digits({entry}), "0");
+}
+
+TEST(Groups, HaveAPositionAndANumber) {
+  optiontable options(table);
+  const struct {
+    std::int32_t position, result;
+    std::string group;
+  } rows[] = {{0, 0, " 0 0 "},
+              {1, 1, "grp 5 7 The group"},
+              {3, 1, "twin_group 11 1 "},
+              {4, 0, " 0 0 "},
+              {INT_MIN, 0, " 0 0 "}};
+  for (const auto& row : rows) {
+    shortstring name = "77";
+    shortstring help = "77";
+    std::int32_t number = 77;
+    std::int32_t context = 77;
+    EXPECT_EQ(options->optgetgroupnr(row.position, name, number, context, help), row.result);
+    EXPECT_EQ(str(name) + " " + digits({number}) + " " + digits({context}) + " " + str(help),
+              row.group);
+  }
+  EXPECT_EQ(options->optgetgroupgrpnr(9), 2);
+  EXPECT_EQ(options->optgetgroupgrpnr(1), -1);
+}
+
+TEST(Setters, TakeTheirKindsAndSubtypes) {
+  // int int2 dbl dbl2 str str2 values values2 refnr
+  const struct {
+    std::int32_t number, integer;
+    const char* text;
+    const char* results;
+    const char* state;
+  } rows[] = {{0, 1, "1", "000000000", ""},
+              {14, 1, "1", "000000000", ""},
+              {INT_MIN, 1, "1", "000000000", ""},
+              {1, 1, "1", "000010001", ""},
+              {2, 4, "5", "110011111", "i=4/4"},
+              {3, 4, "0.75", "001111111", "d=0.25/0.25"},
+              {4, 4, "x", "000011111", "s=x/x"},
+              {5, 1, "no", "110011111", "b=1/1"},
+              {6, 4, "TWO", "000011111", "es=two/two"},
+              {7, -8, "4", "110011111", "ei=-8/-8"},
+              {8, 4, "1:x", "000010001", "i=1 s=x"},
+              {9, 4, "x", "000010001", "sl=[x]"},
+              {10, 4, "6", "000010001", "i=6"},
+              {11, 4, "x", "000010001", ""},
+              {12, 4, "5", "100010101", "one=4"},
+              {13, 4, "5", "100010101", "nv=4"}};
+  for (const auto& row : rows) {
+    optiontable options(table);
+    const std::string results = digits(
+        {options->optsetintnr(row.number, row.integer),
+         options->optsetint2nr(row.number, row.integer), options->optsetdblnr(row.number, 0.5),
+         options->optsetdbl2nr(row.number, 0.5), options->optsetstrnr(row.number, row.text),
+         options->optsetstr2nr(row.number, row.text),
+         options->optsetvaluesnr(row.number, row.integer, 0.25, row.text),
+         options->optsetvalues2nr(row.number, row.integer, 0.25, row.text),
+         options->optsetrefnr(row.number, 1234)});
+    EXPECT_EQ(results, row.results) << row.number;
+    EXPECT_EQ(options.state(), row.state) << row.number;
+    EXPECT_EQ(options.queue(), lines()) << row.number;
+    const bool good = row.number >= 1 && row.number <= 13;
+    EXPECT_EQ(str(options->curoptname), good ? options->getstrings(row.number - 1) : "?");
+  }
+}
+
+TEST(Setters, TellFromTheQueueWhetherTheValueWasTaken) {
+  optiontable options(table);
+  options->optaddmessage("an error before");
+  EXPECT_EQ(options->optsetintnr(2, 11), 0);
+  EXPECT_EQ(options->optsetdblnr(3, 1.5), 0);
+  EXPECT_EQ(options->optsetstrnr(5, "maybe"), 0);
+  EXPECT_EQ(options->optsetstrnr(8, "1:x:y"), 0);
+  EXPECT_EQ(options->optmessagecount(), 7);
+  EXPECT_EQ(options->errorcount(), 7);
+  EXPECT_EQ(options.state(), "i=1 s=x");
+  options->optnoboundsset(1);
+  EXPECT_EQ(options->optsetintnr(2, 11), 1);
+  EXPECT_EQ(options->errorcount(), 7);
+  EXPECT_EQ(options->optmessagecount(), 9);
+  options->optnoboundsset(0);
+  while (!options->queueclosed()) options->optaddmessage("full");
+  EXPECT_EQ(options->optsetintnr(2, 12), 1);  // refused, and there is no room to say so
+  EXPECT_EQ(options.state(), "i=11!1 s=x");
+}
+
+TEST(Setters, OfAllValuesPassByTheRulesForTexts) {
+  optiontable options(table);
+  EXPECT_EQ(options->optsetstrnr(4, "a\"b"), 0);
+  EXPECT_EQ(options->optsetstr2nr(4, "a\"b"), 0);
+  EXPECT_EQ(options->optsetvaluesnr(4, 0, 0, "a\"b"), 1);
+  EXPECT_EQ(options->optsetvalues2nr(4, 0, 0, "\""), 1);
+  EXPECT_EQ(options->optsetstrnr(13, "8"), 1);
+  EXPECT_EQ(options.state(), "s=a\"b/\" nv=0");
+  EXPECT_EQ(options->optsetvaluesnr(13, 8, 0, ""), 1);
+  EXPECT_EQ(options.state(), "s=a\"b/\" nv=8");
+}
+
+TEST(Resets, GoAsFarAsTheySay) {
+  optiontable options(sampledefinition);
+  std::int32_t errors[2] = {};
+  const auto entries = [&] {
+    return digits({options->optdotoptcount(errors[0]), options->optindicatorcount(errors[1])});
+  };
+  const auto set = [&] {
+    for (const char* text :
+         {"steplim 5", "method primal", "x.scale 2", "rowtype a$b yes", "paths a"})
+      options.readline(text);
+    options->optaddmessage("kept");
+    options->dotoptionerrors = 3;
+    options->indicatorerrors = 4;
+  };
+  set();
+  EXPECT_EQ(entries(), "11");
+  EXPECT_EQ(options->optresetnr(options.number("steplim")), 1);
+  EXPECT_EQ(options->optresetnr(0), 0);
+  EXPECT_EQ(options->optresetnr(INT_MAX), 0);
+  EXPECT_EQ(options.state(), "method=primal paths=[a] .scale=2");
+  EXPECT_EQ(entries(), "11");
+
+  options->optresetallrecent();
+  EXPECT_EQ(entries(), "00");
+  options->optresetrecentchanges();
+  EXPECT_EQ(options.state(), "method=primal paths=[a] .scale=2");
+  options->setasstring("steplim", "7");
+  options->setasstring("method", "auto");
+  options->optresetrecentchanges();  // to the default, not to the value before
+  EXPECT_EQ(options.state(), "paths=[a] .scale=2");
+  EXPECT_EQ(options->optmessagecount() * 100 + errors[0] * 10 + errors[1], 134);
+
+  set();
+  options->optresetall();
+  EXPECT_EQ(options.state(), "");
+  EXPECT_EQ(entries(), "00");
+  EXPECT_EQ(options->optmessagecount() + errors[0] + errors[1], 0);
+}
+
+}  // namespace
+}  // namespace optxv::test
