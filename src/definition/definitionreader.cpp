@@ -36,6 +36,7 @@ struct recordrow {
 namespace {
 
 constexpr int maximumdotname = 63;
+constexpr std::int32_t sparecapacity = 64;
 
 constexpr std::array<recordrow, 17> records = {{
     recordrow::kind(optTypeInteger, recordrow::integer),
@@ -210,6 +211,8 @@ std::int32_t tzmaoptions::optreaddefinition(std::string_view filename) {
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));
   definitionreader(*this, reader).read();
+  // A list grows eightfold; what a table needs from here on are a few options made at run time.
+  optionlist.setcapacity(optionlist.count() + sparecapacity);
   return 0;
 }
 

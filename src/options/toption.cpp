@@ -13,6 +13,12 @@ void txstringlistobj::freeobject(std::int32_t index) {
   delete objectof<tobject>(getobject(index));
 }
 
+std::int32_t txstringlistobj::adopt(pstring name, void* object) {
+  const std::int32_t index = addobject({}, object);
+  flist[index].fname = name;
+  return index;
+}
+
 txlistobj::~txlistobj() {
   clear();
 }

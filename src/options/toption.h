@@ -62,6 +62,8 @@ enum deprecationmark : std::uint8_t {
 class txstringlistobj : public txstringlist {
  public:
   ~txstringlistobj() override;
+  /// Appends an entry whose name is there already. OWNS: the heap string and the object.
+  std::int32_t adopt(pstring name, void* object);
   void freeobject(std::int32_t index) override;
 };
 
@@ -107,6 +109,36 @@ class tlistoptionx : public toptionx {
  public:
   tlistoptionx(std::int32_t itemvalue, std::int32_t helpcontext, std::string_view helptext);
   std::int32_t itemvalue;
+};
+
+/// The name of an option: its own copy until the option enters a table, and from then on the copy
+/// of the table's entry, so that a name is held once. The size of a pointer.
+class optionname {
+ public:
+  explicit optionname(std::string_view name)
+      : word_(reinterpret_cast<std::uintptr_t>(newstring(name))) {}
+  optionname(const optionname&) = delete;
+  optionname& operator=(const optionname&) = delete;
+  ~optionname() {
+    if ((word_ & lent) == 0) disposestring(text());
+  }
+
+  std::string_view view() const { return getstring(text()); }
+  operator std::string_view() const { return view(); }  // NOLINT: a text reads as a view
+  /// Gives the copy away and goes on reading it; nil if it was given away before. REQUIRES: who
+  /// takes it keeps it as long as this object is read.
+  pstring lend() {
+    if ((word_ & lent) != 0) return nullptr;
+    word_ |= lent;
+    return text();
+  }
+
+ private:
+  /// The low bit of the address, which is 0 in every heap string, marks a copy that is another's.
+  static constexpr std::uintptr_t lent = 1;
+  pstring text() const { return reinterpret_cast<pstring>(word_ & ~lent); }
+
+  std::uintptr_t word_;
 };
 
 /// The last four arguments of every option's constructor, in their order.
@@ -161,7 +193,7 @@ class toption : public toptionx {
   }
 
   tzmaoptions* owner;
-  heapstring optname;                ///< as the definition writes it
+  optionname optname;                ///< as the definition writes it
   heapstring deprecatedtext;         ///< told on use of a marked own name
   heapstring synonymdeprecatedtext;  ///< told on use of a marked synonym
   std::uint8_t deprecation = 0;      ///< set of deprecationmark, a bit each

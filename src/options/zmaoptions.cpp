@@ -37,8 +37,12 @@ tzmaoptions::~tzmaoptions() = default;
 // --- The table ---------------------------------------------------------------------------------
 
 std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<toption> option) {
-  const std::int32_t position = optionlist.addobject(name, ownedobject(option.get()));
-  option.release();
+  toption* const entered = option.get();
+  const std::int32_t position =
+      entered->optname.view() == name
+          ? optionlist.adopt(entered->optname.lend(), ownedobject(entered))
+          : optionlist.addobject(name, ownedobject(entered));
+  (void)option.release();
   optionindex.add(position);
   return position;
 }
