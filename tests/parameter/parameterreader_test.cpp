@@ -379,7 +379,7 @@ void checksound(optiontable& options, std::vector<const toption*>& numbers) {
 
 TEST(TextOfAnyKind, LeavesAGoodObject) {
   ASSERT_NE(std::freopen("/dev/null", "r", stdin), nullptr);  // an empty file name reads this
-  for (unsigned seed = 0; seed < 200; ++seed) {
+  for (unsigned seed = 0; seed < 100; ++seed) {
     optiontable options;
     garbage texts(seed);
     options->optechoset(seed % 3 == 0);
