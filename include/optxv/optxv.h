@@ -105,6 +105,7 @@
 #ifndef OPTXV_OPTXV_H
 #define OPTXV_OPTXV_H
 
+#include <stddef.h>
 #include <stdint.h>
 
 #if defined(__GNUC__)
@@ -707,6 +708,59 @@ OPTXV_API void coptversion(optHandle handle, char* auditline);
 /* The name of the definition file, without its directory; empty before a definition is read. */
 OPTXV_API void optdefinitionfile(optHandle handle, unsigned char* filename);
 OPTXV_API void coptdefinitionfile(optHandle handle, char* filename);
+
+/* ---- Platform helpers -------------------------------------------------------------------- */
+
+/*
+ * The system under the program, for callers that want one answer on every system. They have nothing
+ * to do with options: they take no handle, have lower-case names only, no second form, and no
+ * signature in xcheck.
+ *
+ * Unless a function says otherwise, its result is 0 or an error number of the system (errno.h), and
+ * on failure out numbers are untouched. An out text is zero-terminated and has room for `size`
+ * bytes, the zero byte included. A longer text gives ERANGE; on failure the text is empty, if there
+ * is any room. A nil name counts as an empty one.
+ */
+
+/* The processor time that the process has used, for itself and in the system, in nanoseconds. */
+OPTXV_API int32_t get_cpu_time(int64_t* nanoseconds);
+
+/* The time since 1 January 1970 UTC, in nanoseconds. */
+OPTXV_API int32_t get_time(int64_t* nanoseconds);
+
+/* Milliseconds on a clock that nobody sets. Its start is not told: only differences mean something.
+ * Does not fail. */
+OPTXV_API int64_t gettickcount(void);
+
+/* The absolute path of the current directory. */
+OPTXV_API int32_t get_cwd(char* path, size_t size);
+
+/* The value of an environment variable. ENOENT if it is not set; an empty value is a value. */
+OPTXV_API int32_t get_env(const char* name, char* value, size_t size);
+
+/*
+ * A file, by its open descriptor or by its name, which may lead through symbolic links: its size in
+ * bytes, when its content was last modified (nanoseconds since 1 January 1970 UTC), and its mode,
+ * which is st_mode of POSIX: the kind of file and the permissions.
+ */
+OPTXV_API int32_t get_file_stat(int32_t handle, int64_t* size, int64_t* modified, int32_t* mode);
+OPTXV_API int32_t get_file_stat_by_name(const char* name, int64_t* size, int64_t* modified,
+                                        int32_t* mode);
+
+/* What POSIX uname tells of the system: five texts, each with room for `size` bytes. If one does
+ * not fit, all are empty. */
+OPTXV_API int32_t get_uname(char* sysname, char* nodename, char* release, char* version,
+                            char* machine, size_t size);
+
+/* The type of the file system: 4, which stands for UNIX. Does not fail. */
+OPTXV_API int32_t getosfilesys(void);
+
+/*
+ * The absolute path of the running program. It is found from the word that the program was called
+ * by, along PATH if there is no slash in it and otherwise from the current directory; one symbolic
+ * link is followed, and the path is not normalised. EINVAL if that leads to nothing or does not fit.
+ */
+OPTXV_API int32_t unixgetmodulefilename(char* path, size_t size);
 
 #ifdef __cplusplus
 }

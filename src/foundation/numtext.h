@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
@@ -57,10 +58,10 @@ std::int64_t round(double value);
 /// The class of a real by its bits (IEEE 754 binary64): 0 signaling NaN, 1 quiet NaN, 2 negative
 /// and 3 positive infinity, 4 and 5 denormalized, 6 and 7 zero, 8 and 9 normalized, the negative
 /// first in each pair.
-int fpclass(double value);
+OPTXV_EXPORT int fpclass(double value);
 
 /// The words for a result of fpclass; empty for any other number.
-std::string_view fpclasstext(int realclass);
+OPTXV_EXPORT std::string_view fpclasstext(int realclass);
 
 /// What strerror says of a system error number in the default locale, cut at 255 bytes.
 shortstring syserrormessage(int number);

@@ -76,7 +76,7 @@ class eabort : public exception {
 class eabstracterror : public exception {
   using exception::exception;
 };
-class eassertionfailed : public exception {
+class OPTXV_EXPORT eassertionfailed : public exception {
   using exception::exception;
 };
 class OPTXV_EXPORT einouterror : public exception {
@@ -148,19 +148,19 @@ enum class cause {
 void setioresult(int code) noexcept;
 
 /// The last stored error number; reading it clears it.
-int ioresult() noexcept;
+OPTXV_EXPORT int ioresult() noexcept;
 
 /// Raises einouterror if the I/O error code is not 0.
 void _Q9error_check();
 
 // Program arguments ------------------------------------------------------------------------------
 
-/// The arguments as somebody who knows them has set them; -1 and nil until then, as a library gets
-/// none when it is loaded.
+/// The arguments of the program, its name first, as somebody who knows them has set them: the load
+/// step, from what the system tells (platform/arguments.h), or a host. -1 and nil until then.
 int argumentcount() noexcept;
 char** argumentvector() noexcept;
 
 /// BORROWS: the vector stays the caller's and has to outlive its use.
-void setarguments(int count, char** vector) noexcept;
+OPTXV_EXPORT void setarguments(int count, char** vector) noexcept;
 
 }  // namespace optxv

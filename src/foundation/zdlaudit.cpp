@@ -149,7 +149,8 @@ void zdlsetauditlinelib(std::string_view line) noexcept {
 }
 
 bool zdlauditrun() noexcept {
-  return argumentcount() > 1 && struequal(argumentvector()[1], "AUDIT");
+  if (argumentcount() < 2 || argumentvector()[1] == nullptr) return false;
+  return struequal(argumentvector()[1], "AUDIT");
 }
 
 shortstring zdlgetreldat() noexcept {

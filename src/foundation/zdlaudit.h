@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
@@ -56,9 +57,9 @@ void zdlsetauditline(std::string_view line) noexcept;
 /// The same for the library's line; the name of the system stays.
 void zdlsetauditlinelib(std::string_view line) noexcept;
 
-/// Whether the first argument of the program is the word AUDIT in any case. False while nobody has
-/// told the library the program's arguments.
-bool zdlauditrun() noexcept;
+/// Whether the first argument of the program is the word AUDIT in any case. False where the
+/// program's arguments are not known; platform/arguments.h says how the library comes by them.
+OPTXV_EXPORT bool zdlauditrun() noexcept;
 
 shortstring zdlgetreldat() noexcept;  ///< zdlreldat
 shortstring zdlgetbldcod() noexcept;  ///< zdlbldcod

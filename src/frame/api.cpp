@@ -5,6 +5,8 @@
 #include "frame/compatibility.h"
 #include "frame/lifecycle.h"
 #include "optxv/optxv.h"
+#include "platform/arguments.h"
+#include "platform/q9helpers.h"
 
 // A body made from a row has the types of the row's kinds, and is a definition of what the public
 // header declares: extern "C" functions are not overloaded, so where the two differ, this does not
@@ -97,6 +99,42 @@ void optsetloadpath(const unsigned char* path) {
 }
 void coptsetloadpath(const char* path) {
   coptcall<setloadpath>(nullptr, path);
+}
+
+// The platform helpers. None of them raises.
+
+std::int32_t get_cpu_time(std::int64_t* nanoseconds) {
+  return q9helpers::get_cpu_time(*nanoseconds);
+}
+std::int32_t get_time(std::int64_t* nanoseconds) {
+  return q9helpers::get_time(*nanoseconds);
+}
+std::int64_t gettickcount() {
+  return q9helpers::gettickcount();
+}
+std::int32_t get_cwd(char* path, std::size_t size) {
+  return q9helpers::get_cwd(path, size);
+}
+std::int32_t get_env(const char* name, char* value, std::size_t size) {
+  return q9helpers::get_env(name, value, size);
+}
+std::int32_t get_file_stat(std::int32_t handle, std::int64_t* size, std::int64_t* modified,
+                           std::int32_t* mode) {
+  return q9helpers::get_file_stat(handle, {*size, *modified, *mode});
+}
+std::int32_t get_file_stat_by_name(const char* name, std::int64_t* size, std::int64_t* modified,
+                                   std::int32_t* mode) {
+  return q9helpers::get_file_stat_by_name(name, {*size, *modified, *mode});
+}
+std::int32_t get_uname(char* sysname, char* nodename, char* release, char* version, char* machine,
+                       std::size_t size) {
+  return q9helpers::get_uname(sysname, nodename, release, version, machine, size);
+}
+std::int32_t getosfilesys() {
+  return q9helpers::getosfilesys();
+}
+std::int32_t unixgetmodulefilename(char* path, std::size_t size) {
+  return optxv::unixgetmodulefilename(path, size);
 }
 
 }  // extern "C"

@@ -6,6 +6,7 @@
 #include "frame/api.h"
 #include "frame/modules.h"
 #include "options/zmaoptions.h"
+#include "platform/arguments.h"
 
 #define OPTXV_NO_MIXED_CASE_NAMES
 #include "optxv/optxv.h"
@@ -20,7 +21,8 @@ namespace optxv {
 
 namespace {
 
-// A library has no arguments of its own, and no exit procedure from an earlier life.
+// A library has no arguments of its own, and no exit procedure from an earlier life. The arguments
+// of the program come with the modules, from what is known of them.
 void readyruntime() {
   setarguments(-1, nullptr);
   setioresult(0);
@@ -32,9 +34,17 @@ void runexitprocedures() {
   while (SYSTEM_exitproc != nullptr) SYSTEM_exitproc();
 }
 
+#if defined(__GLIBC__)
+// glibc hands every constructor what it hands to main; other systems hand it nothing.
+[[gnu::constructor]] void atload(int count, char** vector, char**) {
+  keephostarguments(count, vector);
+  _Q9_DllInit();
+}
+#else
 [[gnu::constructor]] void atload() {
   _Q9_DllInit();
 }
+#endif
 [[gnu::destructor]] void atunload() {
   _Q9_DllFini();
 }

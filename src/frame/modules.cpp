@@ -1,10 +1,10 @@
 #include "frame/modules.h"
 
-#include <array>
-
 #include "foundation/zdlaudit.h"
 #include "options/zmaoptions.h"
+#include "platform/arguments.h"
 #include "platform/q9platform.h"
+#include "platform/q9process.h"
 
 namespace optxv {
 
@@ -15,16 +15,21 @@ void initialiseoptions() {
   initzmaoptions(osfiletype);
 }
 
-constexpr std::array<moduleentry, 8> loadorder = {{
-    {"q9platform", nullptr, nullptr},
+constexpr moduleentry loadorder[] = {
+    {"q9platform", initq9platform, nullptr},
+    {"system_q9", initarguments, nullptr},
     {"q9private", nullptr, nullptr},
+    {"q9utils", nullptr, nullptr},
+    {"q9process", nullptr, finalq9process},
+    {"q9library", nullptr, nullptr},
+    {"q9ieeefp", nullptr, nullptr},
     {"pchutil", nullptr, nullptr},
     {"strutilx", nullptr, nullptr},
     {"zmaobj", nullptr, nullptr},
     {"miniparser", nullptr, nullptr},
     {"zdlaudit", initzdlaudit, nullptr},
     {"zmaoptions", initialiseoptions, nullptr},
-}};
+};
 
 }  // namespace
 

@@ -48,16 +48,20 @@ TEST(LoadSteps, OnlyTheLastUnloadFinalises) {
   EXPECT_EQ(SYSTEM_dll_refcount, 1);
 }
 
-TEST(LoadSteps, FirstLoadEmptiesTheChainAndTheArguments) {
+TEST(LoadSteps, FirstLoadEmptiesTheChainAndFindsTheArguments) {
   _Q9_DllFini();
   SYSTEM_exitproc = first;
-  setarguments(3, nullptr);
+  const int count = argumentcount();
+  char** const vector = argumentvector();
+  setarguments(count + 3, nullptr);
   setioresult(5);
   trace.clear();
   _Q9_DllInit();
   EXPECT_EQ(SYSTEM_exitproc, nullptr);
   EXPECT_EQ(trace, "");
-  EXPECT_EQ(argumentcount(), -1);
+  EXPECT_GE(count, 1);
+  EXPECT_EQ(argumentcount(), count);
+  EXPECT_EQ(argumentvector(), vector);
   EXPECT_EQ(ioresult(), 0);
 }
 
