@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <span>
+#include <typeinfo>
 #include <utility>
 
 #include "foundation/numtext.h"
@@ -48,8 +49,8 @@ struct nodereleaser {
 };
 using ownednode = std::unique_ptr<thashnode, nodereleaser>;
 
-ownednode newnode(std::int32_t index) {
-  return ownednode(new (getmem(sizeof(thashnode))) thashnode{nullptr, index});
+ownednode newnode(std::int32_t index, std::uint32_t key = 0) {
+  return ownednode(new (getmem(sizeof(thashnode))) thashnode{nullptr, index, key});
 }
 
 void push(thashnode*& chain, ownednode node) noexcept {
@@ -62,11 +63,11 @@ void freenodes(chains table) noexcept {
     while (node != nullptr) ownednode(std::exchange(node, node->fnext)).reset();
 }
 
-/// The first entry of a chain that the test accepts, or -1.
+/// The first entry of a chain with the key that the test accepts, or -1.
 template <class Test>
-std::int32_t findin(const thashnode* node, Test test) {
+std::int32_t findin(const thashnode* node, std::uint32_t key, Test test) {
   for (; node != nullptr; node = node->fnext)
-    if (test(node->findex)) return node->findex;
+    if (node->fkey == key && test(node->findex)) return node->findex;
   return -1;
 }
 
@@ -102,33 +103,61 @@ bool txhashedstringlist::equaltoentry(std::string_view s, std::int32_t i) const 
   return ukepttextequals(flist[i].fname, keptpart(s));
 }
 
-std::int32_t txhashedstringlist::hashvalue(std::string_view s) const {
+namespace {
+
+std::uint32_t hashof(std::string_view s) noexcept {
   constexpr std::uint32_t factor = 211;
-  if (s.empty()) return 0;
   std::uint32_t h = 0;
   for (const char c : keptpart(s)) h = h * factor + static_cast<unsigned char>(upcase(c));
-  h &= 0x7FFFFFFF;
-  // By two constants, which costs less than a division.
-  return static_cast<std::int32_t>(fhashcount == smalltable ? h % smalltable : h % largetable);
+  return h & 0x7FFFFFFF;
+}
+
+/// By two constants, which costs less than a division.
+std::int32_t chainof(std::uint32_t hash, std::int32_t count) noexcept {
+  return static_cast<std::int32_t>(count == smalltable ? hash % smalltable : hash % largetable);
+}
+
+}  // namespace
+
+std::int32_t txhashedstringlist::hashvalue(std::string_view s) const {
+  return chainof(hashof(s), fhashcount);
+}
+
+/// Where a name belongs: its chain, and the key that an equal name has as well.
+struct txhashedstringlist::place {
+  std::int32_t chain;
+  std::uint32_t key;
+};
+
+/// In the classes of this module equal names have equal hashes, and the hash as the key spares a
+/// look at most of the names of a chain. What a descendant takes for equal is unknown.
+txhashedstringlist::place txhashedstringlist::placeof(std::string_view s) const {
+  const std::type_info& type = typeid(*this);
+  if (type != typeid(txstrpool) && type != typeid(txhashedstringlist)) return {hashvalue(s), 0};
+  const std::uint32_t hash = hashof(s);
+  return {chainof(hash, fhashcount), hash};
+}
+
+std::int32_t txhashedstringlist::findat(const place& at, std::string_view s) const {
+  return findin(fhashtable[at.chain], at.key, [&](std::int32_t i) { return equaltoentry(s, i); });
 }
 
 std::int32_t txhashedstringlist::addobject(std::string_view s, void* obj) {
   if (fhashtable == nullptr || fcount > std::int64_t{fullchain} * fhashcount) sethashsize(fcount);
   s = keptpart(s);
-  thashnode*& chain = fhashtable[hashvalue(s)];
-  const std::int32_t found = findin(chain, [&](std::int32_t i) { return equaltoentry(s, i); });
-  if (found >= 0) return found;
+  const place at = placeof(s);
+  if (const std::int32_t found = findat(at, s); found >= 0) return found;
   const std::int32_t index = fcount;
-  ownednode node = newnode(index);  // first: without memory for it the list stays as it was
+  ownednode node = newnode(index, at.key);  // first: without memory the list stays as it was
   insertitem(index, s, obj);
-  push(chain, std::move(node));
+  push(fhashtable[at.chain], std::move(node));
   return index;
 }
 
 std::int32_t txhashedstringlist::indexof(std::string_view s) {
   if (fhashtable == nullptr) sethashsize(fcount);
   s = keptpart(s);
-  return findin(fhashtable[hashvalue(s)], [&](std::int32_t i) { return equaltoentry(s, i); });
+  return findat(placeof(s), s);
 }
 
 namespace {
@@ -157,7 +186,10 @@ void txhashedstringlist::sethashsize(std::int32_t n) {
   fhashtable = newtable(size);
   fhashcount = size;
   tableguard guard(this);
-  for (std::int32_t i = 0; i < fcount; ++i) push(fhashtable[hashvalue(getname(i))], newnode(i));
+  for (std::int32_t i = 0; i < fcount; ++i) {
+    const place at = placeof(getname(i));
+    push(fhashtable[at.chain], newnode(i, at.key));
+  }
   guard.dismiss();
 }
 
@@ -214,7 +246,7 @@ std::int32_t txconstpool::hashvalue(double x) noexcept {
 
 std::int32_t txconstpool::add(double x) {
   thashnode*& chain = fhashtable[hashvalue(x)];
-  const std::int32_t found = findin(chain, [&](std::int32_t i) { return fvalues[i] == x; });
+  const std::int32_t found = findin(chain, 0, [&](std::int32_t i) { return fvalues[i] == x; });
   if (found >= 0) return found;
   ownednode node = newnode(fcount);  // first: without memory for it the pool stays as it was
   if (fcount == fcapacity) grow();

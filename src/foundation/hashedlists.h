@@ -17,6 +17,7 @@ namespace optxv {
 struct thashnode {
   thashnode* fnext;     ///< nil at the end
   std::int32_t findex;  ///< the entry
+  std::uint32_t fkey;   ///< what every equal name has too; 0 where nobody knows what is equal
 };
 
 /// A list of names that finds them by a hash, case ignored; each has a word beside it.
@@ -75,6 +76,11 @@ class OPTXV_EXPORT txhashedstringlist : public txcustomstringlist {
  protected:
   thashnode** fhashtable = nullptr;
   std::int32_t fhashcount = 0;
+
+ private:
+  struct place;
+  place placeof(std::string_view s) const;
+  std::int32_t findat(const place& at, std::string_view s) const;
 };
 
 /// The same with case of letters heeded. KEEP: the hash ignores it still, so that names which
