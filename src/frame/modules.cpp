@@ -26,6 +26,7 @@ constexpr moduleentry loadorder[] = {
     {"pchutil", nullptr, nullptr},
     {"strutilx", nullptr, nullptr},
     {"zmaobj", nullptr, nullptr},
+    {"zmaspecs", nullptr, nullptr},
     {"miniparser", nullptr, nullptr},
     {"zdlaudit", initzdlaudit, nullptr},
     {"zmaoptions", initialiseoptions, nullptr},
