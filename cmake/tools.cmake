@@ -11,7 +11,7 @@ if(EXISTS ${command_main})
   set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
   if(command_sources)
     add_library(optxv_command_objects OBJECT ${command_sources})
-    target_include_directories(optxv_command_objects PUBLIC tools)
+    target_include_directories(optxv_command_objects PUBLIC tools PRIVATE src)  # src: the classes for C++ programs
     target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
     target_link_libraries(optxv_command PRIVATE optxv_command_objects)
     optxv_warnings(optxv_command_objects)

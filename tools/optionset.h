@@ -93,6 +93,9 @@ class optionset {
   static std::string constantname(std::int32_t group, std::int32_t index);
   static std::string auditline();
 
+  /// For the library's C++ classes: the address of its option object. BORROWS: this object's.
+  const void* handle() const { return handle_; }
+
  private:
   optHandle handle_ = nullptr;
 };

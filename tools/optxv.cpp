@@ -1,4 +1,4 @@
-// The command optxv: checks, shows and rewrites option definitions and parameter files.
+// The command optxv: checks, shows, rewrites and documents option definitions and parameter files.
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
@@ -13,7 +13,7 @@ namespace {
 
 struct arguments {
   command::readsettings read;
-  std::string request, output;
+  std::string request, output, folder;
   bool json = false, all = false, set = false;
 };
 
@@ -75,12 +75,55 @@ CLI::App* addhelp(CLI::App& app, arguments& given) {
   return sub;
 }
 
+void addoutput(CLI::App* sub, arguments& given) {
+  sub->add_option("-o,--output", given.output, "File to write instead of standard output");
+}
+
 CLI::App* addwrite(CLI::App& app, arguments& given) {
   CLI::App* sub = add(app, "write", "Write what is set as one parameter file",
                       "  optxv write solver.def solver.opt more.opt -o merged.opt\n"
                       "  optxv write solver.def solver.opt | sort\n");
   addreading(sub, given);
-  sub->add_option("-o,--output", given.output, "File to write instead of standard output");
+  addoutput(sub, given);
+  return sub;
+}
+
+/// The three documents and the reference: the subcommand and what it says of itself.
+CLI::App* adddocument(CLI::App& app, arguments& given, const char* name, const char* text,
+                      const std::string& examples) {
+  CLI::App* sub = add(app, name, text, examples);
+  adddefinition(sub, given);
+  return sub;
+}
+
+CLI::App* addhtml(CLI::App& app, arguments& given) {
+  CLI::App* sub = adddocument(app, given, "html", "Write the raw definition as an HTML table",
+                              "  optxv html solver.def -o solver.html\n");
+  addoutput(sub, given);
+  return sub;
+}
+
+CLI::App* addlisting(CLI::App& app, arguments& given) {
+  CLI::App* sub = adddocument(app, given, "definition",
+                              "Write what was understood of a definition, as a definition",
+                              "  optxv definition solver.def | diff solver.def -\n");
+  addoutput(sub, given);
+  return sub;
+}
+
+CLI::App* addinclude(CLI::App& app, arguments& given) {
+  CLI::App* sub = adddocument(app, given, "include",
+                              "Write the numbers of the options as an Object Pascal include file",
+                              "  optxv include solver.def -o options.inc\n");
+  addoutput(sub, given);
+  return sub;
+}
+
+CLI::App* addreference(CLI::App& app, arguments& given) {
+  CLI::App* sub = adddocument(app, given, "reference",
+                              "Write a reference of the options for a browser, with a search box",
+                              "  optxv reference solver.def -o site    writes site/index.html\n");
+  sub->add_option("-o,--output", given.folder, "Folder to write into")->required();
   return sub;
 }
 
@@ -100,7 +143,8 @@ bool flushed() {
 }
 
 int run(int count, char** words) {
-  CLI::App app("Check, show and rewrite the run-time options of solver-style programs.", "optxv");
+  CLI::App app("Check, show, rewrite and document the run-time options of solver-style programs.",
+               "optxv");
   app.set_version_flag("--version", "optxv, API version " + std::to_string(OPTXV_API_VERSION));
   app.require_subcommand(1);
   app.footer("optxv SUBCOMMAND --help tells more, with examples.");
@@ -109,6 +153,10 @@ int run(int count, char** words) {
   const CLI::App* show = addshow(app, given);
   const CLI::App* help = addhelp(app, given);
   const CLI::App* write = addwrite(app, given);
+  const CLI::App* html = addhtml(app, given);
+  const CLI::App* listing = addlisting(app, given);
+  const CLI::App* include = addinclude(app, given);
+  const CLI::App* reference = addreference(app, given);
   addapi(app, given);
   try {
     app.parse(count, words);
@@ -119,6 +167,12 @@ int run(int count, char** words) {
   if (show->parsed()) return command::show(given.read, given.all, given.json);
   if (help->parsed()) return command::help(given.read.definition, given.request);
   if (write->parsed()) return command::write(given.read, given.output);
+  const std::string& definition = given.read.definition;
+  using form = command::documentform;
+  if (html->parsed()) return command::document(form::html, definition, given.output);
+  if (listing->parsed()) return command::document(form::definition, definition, given.output);
+  if (include->parsed()) return command::document(form::include, definition, given.output);
+  if (reference->parsed()) return command::reference(definition, given.folder);
   return command::api(given.json);
 }
 

@@ -24,6 +24,19 @@ int write(const readsettings& settings, const std::string& file);
 /// Shows the library's help: of one option, by mode, or by group for an empty request.
 int help(const std::string& definition, const std::string& request);
 
+/// A form in which the library documents a definition.
+enum class documentform {
+  html,        ///< a table of the raw definition
+  definition,  ///< the definition language
+  include,     ///< an include file in Object Pascal
+};
+
+/// Writes a document about a definition; an empty name is standard output.
+int document(documentform form, const std::string& definition, const std::string& file);
+
+/// Writes the reference page index.html into a folder, which is made if there is none.
+int reference(const std::string& definition, const std::string& folder);
+
 /// Shows version, build and signatures of the library's functions.
 int api(bool json);
 
