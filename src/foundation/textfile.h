@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
@@ -24,7 +25,7 @@ namespace optxv {
 /// be called, and the error code looked at, by who wants to know of every failure.
 ///
 /// INVARIANT: a closed file is at its end, reads as empty, and refuses a write with EBADF.
-class textfile {
+class OPTXV_EXPORT textfile {
  public:
   textfile() = default;
   textfile(const textfile&) = delete;

@@ -1,6 +1,7 @@
 #include "frame/modules.h"
 
 #include "foundation/zdlaudit.h"
+#include "listing/zmaheap.h"
 #include "options/zmaoptions.h"
 #include "platform/arguments.h"
 #include "platform/q9platform.h"
@@ -27,6 +28,9 @@ constexpr moduleentry loadorder[] = {
     {"strutilx", nullptr, nullptr},
     {"zmaobj", nullptr, nullptr},
     {"zmaspecs", nullptr, nullptr},
+    {"dynstr", nullptr, nullptr},
+    {"zmalist", nullptr, nullptr},
+    {"zmaheap", initzmaheap, nullptr},
     {"miniparser", nullptr, nullptr},
     {"zdlaudit", initzdlaudit, nullptr},
     {"zmaoptions", initialiseoptions, nullptr},
