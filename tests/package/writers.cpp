@@ -2,6 +2,7 @@
 // the caller's own, and their failures arrive as exceptions.
 #include <optxv/options/zmaoptions.h>
 #include <optxv/optxv.h>
+#include <optxv/writers/facts.h>
 #include <optxv/writers/htmlwr.h>
 #include <optxv/writers/optionwriter.h>
 
@@ -20,6 +21,7 @@ std::string contents(const std::string& name) {
 }
 
 bool documented(const optxv::tzmaoptions& options) {
+  if (optxv::describe(options).options.back().high != "9") return false;
   const optxv::tzmaoptionwriter writer(options);
   writer.writeashtml(document);
   if (contents(document).find("<td> rate </td>") == std::string::npos) return false;
