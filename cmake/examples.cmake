@@ -1,4 +1,4 @@
-# The example program, in C, as a user of the library would write it.
+# The example programs: one in C, as a user of the library would write it.
 
 file(GLOB minimizer_sources CONFIGURE_DEPENDS examples/minimizer/*.c)
 if(minimizer_sources)
@@ -6,3 +6,21 @@ if(minimizer_sources)
   target_link_libraries(minimizer PRIVATE optxv m)
   optxv_warnings(minimizer)
 endif()
+
+# The small ones in C++, each a file that uses one group of classes, beside the text that it prints. They
+# include the headers as an installed copy has them.
+file(GLOB unit_examples CONFIGURE_DEPENDS examples/units/*.cpp)
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/classes)
+file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/classes/optxv SYMBOLIC)
+foreach(source ${unit_examples})
+  get_filename_component(name ${source} NAME_WE)
+  add_executable(example_${name} ${source})
+  target_include_directories(example_${name} PRIVATE ${PROJECT_BINARY_DIR}/classes src)
+  target_link_libraries(example_${name} PRIVATE optxv)
+  optxv_warnings(example_${name})
+  if(BUILD_TESTING)
+    add_test(NAME example_${name}
+             COMMAND sh -c "'$<TARGET_FILE:example_${name}>' | diff - '${PROJECT_SOURCE_DIR}/examples/units/${name}.txt'")
+    set_tests_properties(example_${name} PROPERTIES LABELS unit TIMEOUT 120)
+  endif()
+endforeach()

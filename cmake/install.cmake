@@ -23,7 +23,8 @@ function(optxv_header_closure result)
   set(${result} ${found} PARENT_SCOPE)
 endfunction()
 
-optxv_header_closure(class_headers writers/optionwriter.h writers/htmlwr.h writers/facts.h options/zmaoptions.h)
+optxv_header_closure(class_headers writers/optionwriter.h writers/htmlwr.h writers/facts.h options/zmaoptions.h
+                      foundation/zmaobj.h stores/zmaspecs.h listing/zmaheapstats.h listing/zmaheap.h)
 foreach(header ${class_headers})
   cmake_path(GET header PARENT_PATH folder)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/optxv/${folder})

@@ -268,4 +268,8 @@ void txcustomstringlist::setcapacity(std::int32_t n) {
   resizearray(flist, fcapacity, fcount, n);
 }
 
+// txstringlist
+
+txstringlist::~txstringlist() = default;
+
 }  // namespace optxv

@@ -195,6 +195,8 @@ class OPTXV_EXPORT txcustomstringlist : public tquicksortclass {
 /// A list of names that anybody may insert into.
 class OPTXV_EXPORT txstringlist : public txcustomstringlist {
  public:
+  ~txstringlist() override;  // in the library, and with it the class's table of virtual functions
+
   void insert(std::int32_t i, std::string_view s) { insertitem(i, s, nullptr); }
   void insertobject(std::int32_t i, std::string_view s, void* obj) { insertitem(i, s, obj); }
 };

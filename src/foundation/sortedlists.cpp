@@ -28,6 +28,8 @@ std::int32_t grownbytes(std::int32_t c, std::int32_t needed) noexcept {
 
 // txsortedstringlist
 
+txsortedstringlist::~txsortedstringlist() = default;
+
 void txsortedstringlist::countupdates(int step) noexcept {
   fupdatecount = static_cast<std::int32_t>(std::int64_t{fupdatecount} + step);
 }

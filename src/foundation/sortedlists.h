@@ -28,6 +28,8 @@ namespace optxv {
 /// in its own destructor.
 class OPTXV_EXPORT txsortedstringlist : public txcustomstringlist {
  public:
+  ~txsortedstringlist() override;
+
   void beginupdate() noexcept { countupdates(1); }
   /// Sorts if this closes the outermost bracket and the list is not marked as sorted.
   void endupdate();

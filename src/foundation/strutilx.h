@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "foundation/boundedstring.h"
+#include "foundation/visibility.h"
 
 namespace optxv {
 
@@ -100,7 +101,7 @@ inline bool strequal(std::string_view a, std::string_view b) noexcept {
 
 namespace detail {
 /// Whether n bytes are the same letters, case ignored. REQUIRES: n > 0.
-bool foldedequal(const char* a, const char* b, std::size_t n) noexcept;
+OPTXV_EXPORT bool foldedequal(const char* a, const char* b, std::size_t n) noexcept;
 }  // namespace detail
 
 /// Equal length and the same bytes, case of letters ignored. The two quick tests in front refuse
@@ -137,10 +138,10 @@ using pstring = unsigned char*;
 
 /// A heap copy of the first 255 bytes of s, nil for the empty text.
 /// OWNS: the caller; disposestring gives it back.
-pstring newstring(std::string_view s);
+OPTXV_EXPORT pstring newstring(std::string_view s);
 
 /// Gives back a heap string; nil does nothing.
-void disposestring(pstring p) noexcept;
+OPTXV_EXPORT void disposestring(pstring p) noexcept;
 
 /// The text of a heap string, empty for nil. BORROWS: good until the string is disposed of.
 inline std::string_view getstring(const unsigned char* p) noexcept {
@@ -149,7 +150,7 @@ inline std::string_view getstring(const unsigned char* p) noexcept {
 }
 
 /// Replaces the string in p by a copy of s; s may be the text of p itself.
-void strassign(pstring& p, std::string_view s);
+OPTXV_EXPORT void strassign(pstring& p, std::string_view s);
 
 /// Comparison as strcmp and strucmp. KEEP: nil is below every string, a real empty one included.
 int pstrcmp(const unsigned char* p, const unsigned char* q) noexcept;
