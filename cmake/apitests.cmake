@@ -17,3 +17,23 @@ set_target_properties(header_cpp PROPERTIES CXX_STANDARD 11)
 
 # It names no symbol of the library, so that this keeps the library from being loaded with it.
 target_link_options(loading_test PRIVATE LINKER:--as-needed)
+
+# Two C programs of one source, which say what the library knows of them, and where the test finds them.
+function(optxv_host_program name)
+  add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/api/hostarguments.c)
+  target_link_libraries(${name} PRIVATE ${CMAKE_DL_LIBS})
+  target_compile_options(${name} PRIVATE -Wall -Wextra -Werror)
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  add_dependencies(hostarguments_test ${name} optxv)
+endfunction()
+
+optxv_host_program(host_linked)
+target_link_libraries(host_linked PRIVATE optxv)
+optxv_host_program(host_loading)
+target_compile_definitions(host_loading PRIVATE OPTXV_LOADED_FILE="$<TARGET_FILE:optxv>")
+target_compile_definitions(hostarguments_test PRIVATE OPTXV_LINKED_PROGRAM="$<TARGET_FILE:host_linked>"
+                                                      OPTXV_LOADING_PROGRAM="$<TARGET_FILE:host_loading>")
+# A program without a sanitizer's runtime cannot load a library that is built with it.
+if(NOT optxv_sanitizers)
+  target_compile_definitions(hostarguments_test PRIVATE OPTXV_PYTHON="$<TARGET_FILE:Python3::Interpreter>")
+endif()
