@@ -20,6 +20,7 @@
 #include "generator.h"
 #include "report.h"
 #include "scratch.h"
+#include "units.h"
 #include "yardstick.h"
 
 namespace optxv::bench {
@@ -299,6 +300,8 @@ std::vector<target> targets() {
   rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", 2});
   twins("writing 2,700 options, to a plain buffered write", "write", 4);
   rows.push_back({"dot entry with two indices, to a plain entry", "entry/dot", "entry/plain", 2});
+  for (const auto& unit : {pooltargets(), heaptargets()})
+    rows.insert(rows.end(), unit.begin(), unit.end());
   return rows;
 }
 
@@ -320,6 +323,8 @@ int runall(int argc, char** argv) {
   registersetting(large, chatty);
   registerwriting(large, folder.path("written.opt"));
   registerentries(dotted, middle.parameters, dots);
+  registerpools();
+  registerheap();
 
   leasttimes reporter;
   benchmark::Initialize(&argc, argv);

@@ -1,0 +1,18 @@
+// The groups of benchmarks beside the option functions: classes that a program in C++ links to.
+#pragma once
+
+#include <vector>
+
+#include "report.h"
+
+namespace optxv::bench {
+
+/// The pools of names, beside a map of the standard library.
+void registerpools();
+std::vector<target> pooltargets();
+
+/// The pool allocator, beside the C library's.
+void registerheap();
+std::vector<target> heaptargets();
+
+}  // namespace optxv::bench
