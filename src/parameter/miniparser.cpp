@@ -311,12 +311,23 @@ bool tminiparser::nextkey(shortstring& text, std::int32_t& dashes) {
   return nextident(text);
 }
 
+/// The blanks that fall away are those at the end of 255 bytes, the last of which is the last byte
+/// of the element, however long that is; in front of them stands the delimiter, which takes one
+/// place.
 void tminiparser::quotedindex(shortstring& text) {
   const char delimiter = ch_;
+  take(text);
+  std::size_t length = 0;
+  char last = delimiter;
+  const auto stop = [=](char c) { return is(c, mark) || c == delimiter; };
+  scan(stop, [&](std::string_view run) {
+    text.append(run);
+    length += run.size();
+    last = run.back();
+  });
   nextch();
-  collect([=](char c) { return is(c, mark) || c == delimiter; }, text);
-  nextch();
-  text = concat(delimiter, trimright(text), delimiter);
+  if (length < shortstring::maximum || isblank(last)) droptrailingblanks(text);
+  text.append(delimiter);
 }
 
 bool tminiparser::nextindex(shortstring& text) {
