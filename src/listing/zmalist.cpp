@@ -208,7 +208,7 @@ void tzmalist::wrint(std::int32_t n) {
 }
 
 void tzmalist::wrintfmt(std::int32_t n, std::int32_t w) {
-  wrstr(inttostrw(n, w));
+  wrstr(inttostrw(n, std::max(w, 0)));
 }
 
 void tzmalist::wrstrint(std::string_view s, std::int32_t n) {

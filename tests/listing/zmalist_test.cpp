@@ -198,12 +198,12 @@ TEST(Listing, FitsItemsIntoLines) {
       {"items",
        [](tzmalist& l) {
          l.wrstrmod("abc", 4), l.wrstrfmt("d", 3), l.wrstrfmt("e", -3), l.wrstrln("f");
-         l.wrint(lowest), l.wrintfmt(7, 3), l.wrstrint(" n=", 5), l.wrln();
+         l.wrint(lowest), l.wrintfmt(7, 3), l.wrintfmt(1, lowest), l.wrstrint(" n=", 5), l.wrln();
          l.wrdblfmt(1.5, 0, 0), l.wrdblfmt(2.5, 8, 1), l.wrdblfmt(2.25, 0, 2), l.wrln();
          l.wrboolfmt(true, 4), l.wrboolfmt(false, 6), l.wrboolfmt(true, 5),
              l.wrboolfmt(true, lowest);
        },
-       "abc   de  f\n-2147483648  7 n=5\n   1.50000000000000E+00     2.52.25\n   T FALSE TRUET\n"},
+       "abc   de  f\n-2147483648  71 n=5\n   1.50000000000000E+00     2.52.25\n   T FALSE TRUET\n"},
       {"block: continued in the column of the first piece, blanks in front dropped",
        [](tzmalist& l) {
          l.setrightmargin(25);
