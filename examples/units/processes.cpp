@@ -24,16 +24,23 @@ void arguments(optxv::texecarglist& list) {
     std::printf("%d %s\n", i, text(list.get(i)).c_str());
 }
 
-void run(const char* what, int result, std::int32_t code) {
-  std::printf("%s: result %d, code %d\n", what, result, code);
+void shell(const char* command) {
+  std::int32_t code = 0;
+  const int result = optxv::q9system(command, code);
+  std::printf("shell, %s: result %d, code %d\n", command, result, code);
+}
+
+void directly(const char* program, const char* parameters) {
+  std::int32_t code = 0;
+  const int result = optxv::q9exec2(program, parameters, code);
+  std::printf("%s %s: result %d, code %d\n", program, parameters, result, code);
 }
 
 void programs() {
-  std::int32_t code = 0;
-  run("through the shell", optxv::q9system("exit 3", code), code);
-  run("killed", optxv::q9system("kill -9 $$", code), code);
-  run("directly", optxv::q9exec2("sh", "-c \"exit 3\"", code), code);
-  run("absent", optxv::q9exec("no-such-solver model.dat", code), code);
+  shell("exit 3");
+  shell("kill -9 $$");
+  directly("sh", "-c \"exit 3\"");
+  directly("no-such-solver", "model.dat");
 }
 
 void names() {
