@@ -24,14 +24,6 @@ constexpr std::int32_t realtable = 2000;
 // What a released table takes off the count of bytes, whatever its size.
 constexpr std::int64_t tablesizeofrecord = 40000004;
 
-constexpr std::int64_t tablesize(std::int32_t chains) noexcept {
-  return std::int64_t{chains} * static_cast<std::int64_t>(sizeof(thashnode*));
-}
-
-constexpr std::int64_t bytesof(std::int32_t reals) noexcept {
-  return std::int64_t{reals} * static_cast<std::int64_t>(sizeof(double));
-}
-
 using chains = std::span<thashnode*>;
 
 chains chainsof(thashnode** table, std::int32_t count) noexcept {
@@ -39,7 +31,7 @@ chains chainsof(thashnode** table, std::int32_t count) noexcept {
 }
 
 thashnode** newtable(std::int32_t count) {
-  auto** const table = static_cast<thashnode**>(getmem(tablesize(count)));
+  auto** const table = static_cast<thashnode**>(getmem(arraysize<thashnode*>(count)));
   std::ranges::fill(chainsof(table, count), nullptr);
   return table;
 }
@@ -231,8 +223,8 @@ txconstpool::txconstpool() : fhashtable(newtable(realtable)) {}
 
 txconstpool::~txconstpool() {
   freenodes(chainsof(fhashtable, realtable));
-  freemem(fhashtable, tablesize(realtable));
-  freemem(fvalues, bytesof(fcapacity));
+  freemem(fhashtable, arraysize<thashnode*>(realtable));
+  freemem(fvalues, arraysize<double>(fcapacity));
 }
 
 void txconstpool::grow() {
@@ -258,7 +250,8 @@ std::int32_t txconstpool::add(double x) {
 void txconstpool::setcapacity(std::int32_t n) {
   if (n < fcount) return;
   double* const old = std::exchange(fvalues, nullptr);
-  fvalues = static_cast<double*>(reallocmem(old, bytesof(fcapacity), bytesof(n)));
+  fvalues =
+      static_cast<double*>(reallocmem(old, arraysize<double>(fcapacity), arraysize<double>(n)));
   fcapacity = n;
 }
 

@@ -48,6 +48,13 @@ class OPTXV_EXPORT tquicksortclass : public tobject {
 /// 1048576 on, at most 2147483647. Raises an `exception` (memory) if c is that already.
 OPTXV_EXPORT std::int32_t growncapacity(std::int32_t c);
 
+/// The bytes of an array of n slots.
+template <class Slot>
+constexpr std::int64_t arraysize(std::int32_t n) noexcept {
+  // NOLINTNEXTLINE(bugprone-sizeof-expression): a slot may well be a pointer
+  return std::int64_t{n} * static_cast<std::int64_t>(sizeof(Slot));
+}
+
 /// What a list keeps of a text: its first 255 bytes.
 constexpr std::string_view keptpart(std::string_view s) noexcept {
   return s.substr(0, shortstring::maximum);
