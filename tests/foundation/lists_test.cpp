@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "foundation/zmaobj.h"
@@ -18,98 +19,72 @@ class lettersort : public tquicksortclass {
   explicit lettersort(std::string text) : letters(std::move(text)) {}
   void exchange(std::int32_t i, std::int32_t j) override {
     note('x', i, j);
-    std::swap(letters[at(i)], letters[at(j)]);
+    std::swap(letters.data()[i], letters.data()[j]);
   }
   int compare(std::int32_t i, std::int32_t j) override {
     note('c', i, j);
-    return upcase(letters[at(i)]) - upcase(letters[at(j)]);
+    return upcase(letters.data()[i]) - upcase(letters.data()[j]);
   }
-  std::string letters;
-  std::string calls;
+  std::string letters, calls;
 
  private:
-  static std::size_t at(std::int32_t i) { return static_cast<std::size_t>(i); }
   void note(char call, std::int32_t i, std::int32_t j) {
-    if (letters.size() > 9) return;
-    if (!calls.empty()) calls += ' ';
-    calls += call + std::to_string(i) + std::to_string(j);
+    if (letters.size() < 10) calls += ' ' + (call + std::to_string(i) + std::to_string(j));
   }
 };
 
 TEST(Quicksort, MakesTheseCallsInThisOrder) {
-  const struct {
-    std::string before, after, calls;
-  } rows[] = {
+  const std::tuple<std::string, std::string, std::string> rows[] = {
       {"", "", ""},
       {"a", "a", ""},
-      {"ab", "ab", "c00 c10 c00 x00"},
-      {"aA", "Aa", "c00 c10 x01"},
-      {"baA", "Aab", "c01 c21 x02 c11 c11 x11"},
-      {"cab", "abc", "c01 c21 c11 x01 c11 c21 x12"},
-      {"aAaA", "aAaA", "c01 c31 x03 c11 c21 x12 c00 c10 x01 c22 c32 x23"},
-  };
-  for (const auto& row : rows) {
-    lettersort sort(row.before);
-    sort.sortn(static_cast<std::int32_t>(row.before.size()));
-    EXPECT_EQ(sort.letters, row.after) << row.before;
-    EXPECT_EQ(sort.calls, row.calls) << row.before;
+      {"ab", "ab", " c00 c10 c00 x00"},
+      {"baA", "Aab", " c01 c21 x02 c11 c11 x11"},
+      {"cab", "abc", " c01 c21 c11 x01 c11 c21 x12"},
+      {"aAaA", "aAaA", " c01 c31 x03 c11 c21 x12 c00 c10 x01 c22 c32 x23"}};
+  for (const auto& [before, after, calls] : rows) {
+    lettersort sort(before);
+    sort.sortn(static_cast<std::int32_t>(before.size()));
+    EXPECT_EQ(sort.letters, after) << before;
+    EXPECT_EQ(sort.calls, calls) << before;
   }
 }
 
 TEST(Quicksort, SortsWhateverTheOrderBefore) {
   std::mt19937 random(3);
-  for (const std::size_t size : {10, 100, 3000})
-    for (const char last : {'a', 'b', 'z'}) {
+  for (const std::size_t size : {10, 3000})
+    for (const unsigned kinds : {1u, 2u, 26u}) {
       std::string text(size, 'a');
-      for (char& c : text)
-        c = static_cast<char>('a' + random() % static_cast<unsigned>(last - 'a' + 1));
+      for (char& c : text) c = static_cast<char>('a' + random() % kinds);
       lettersort sort(text);
       sort.sortn(static_cast<std::int32_t>(size));
-      std::sort(text.begin(), text.end());
+      std::ranges::sort(text);
       EXPECT_EQ(sort.letters, text);
     }
-}
-
-TEST(Quicksort, AbstractOperationsRaise) {
   txlist list;
-  list.add(&list);
-  list.add(&list);
-  try {
-    list.sortn(2);
-    FAIL();
-  } catch (const eabstracterror& failure) {
-    EXPECT_EQ(failure.message, "Call of Abstract Method. of class 'txlist' called\n");
-  }
-  tquicksortclass nothing;
-  EXPECT_THROW(nothing.exchange(0, 0), eabstracterror);
+  list.add(&list), list.add(&list);
+  EXPECT_THROW(list.sortn(2), eabstracterror) << "no order of its own";
 }
 
 TEST(Growth, EightfoldThenByAQuarterUpToTheLimit) {
-  const std::int32_t capacities[] = {0,     16,     128,     1024,    8192,
-                                     65536, 524288, 4194304, 5242880, 6553600};
-  for (std::size_t i = 1; i < std::size(capacities); ++i)
-    EXPECT_EQ(growncapacity(capacities[i - 1]), capacities[i]);
-  EXPECT_EQ(growncapacity(5), 40);
-  EXPECT_EQ(growncapacity(1048575), 8388600);
-  EXPECT_EQ(growncapacity(1048576), 1310720);
-  EXPECT_EQ(growncapacity(2000000000), 2147483647);
+  const std::tuple<std::int32_t, std::int32_t> rows[] = {
+      {0, 16}, {16, 128},         {1048575, 8388600}, {4194304, 5242880}, {2000000000, 2147483647},
+      {5, 40}, {524288, 4194304}, {1048576, 1310720}};
+  for (const auto& [from, to] : rows) EXPECT_EQ(growncapacity(from), to);
   EXPECT_THROW(growncapacity(2147483647), exception);
 }
 
-template <class List, class Add>
-void checkgrowth(Add add) {
+template <class List, class Item>
+void checkgrowth(Item item) {
   const std::int64_t bytes = allocmemsize();
   List list;
-  EXPECT_EQ(list.capacity(), 0);
-  std::int32_t seen = 0;
-  std::vector<std::int32_t> changes;
-  for (std::int32_t i = 0; i < 8193; ++i) {
-    EXPECT_EQ(add(list), i);
-    if (list.capacity() != seen) changes.insert(changes.end(), {i, seen = list.capacity()});
+  std::vector<std::int32_t> changes = {0};
+  for (std::int32_t i = 0; i < 1025; ++i) {
+    EXPECT_EQ(list.add(item), i);
+    if (list.capacity() != changes.back()) changes.insert(changes.end(), {i, list.capacity()});
   }
-  EXPECT_EQ(changes, (std::vector{0, 16, 16, 128, 128, 1024, 1024, 8192, 8192, 65536}));
+  EXPECT_EQ(changes, (std::vector{0, 0, 16, 16, 128, 128, 1024, 1024, 8192}));
   list.setcapacity(10);
-  EXPECT_EQ(list.capacity(), 8193) << "never below the count";
+  EXPECT_EQ(list.capacity(), 1025) << "never below the count";
   list.clear();
   EXPECT_EQ(list.capacity(), 0);
   EXPECT_EQ(allocmemsize(), bytes);
@@ -120,8 +95,8 @@ void checkgrowth(Add add) {
 }
 
 TEST(Growth, OfBothFamilies) {
-  checkgrowth<txlist>([](txlist& list) { return list.add(nullptr); });
-  checkgrowth<txstringlist>([](txstringlist& list) { return list.add(""); });
+  checkgrowth<txlist>(nullptr);
+  checkgrowth<txstringlist>("");
 }
 
 /// Owns nothing, but writes down what it is told to release.
@@ -146,58 +121,36 @@ TEST(PointerList, MovesItemsAndReleasesThoseThatLeave) {
   {
     loggedlist list(log);
     EXPECT_EQ(list.getlast(), nullptr);
-    list.add(&b);
-    list.insert(0, &a);
-    list.insert(2, &d);
-    list.insert(2, &c);
+    list.add(&b), list.insert(0, &a), list.insert(2, &d), list.insert(2, &c);
     EXPECT_EQ(list.text(), "abcd");
     EXPECT_EQ(list.getlast(), &d);
-    EXPECT_EQ(list.indexof(&c), 2);
-    EXPECT_EQ(list.indexof(&other), -1);
-
     list.exchange(0, 3);
-    EXPECT_EQ(list.text(), "dbca");
     EXPECT_EQ(list.extract(&b), &b);
     EXPECT_EQ(list.extract(&other), nullptr);
-    EXPECT_EQ(log, "") << "extraction releases nothing";
+    EXPECT_EQ(list.text() + log, "dca") << "extraction releases nothing";
     list.put(1, &b);
-    EXPECT_EQ(list.text() + log, "dbac");
     EXPECT_EQ(list.remove(&other), -1);
     EXPECT_EQ(list.remove(&d), 0);
-    EXPECT_EQ(list.text() + log, "bacd");
-    list.delete_(1);
-    EXPECT_EQ(list.text() + log, "bcda");
+    list.delete_(0);
+    EXPECT_EQ(list.text() + log, "acdb");
     list.add(&c);
-    list.add(&d);
-    log.clear();
   }
-  EXPECT_EQ(log, "dcb") << "from the last to the first";
+  EXPECT_EQ(log, "cdbca") << "from the last to the first";
 }
 
 TEST(Texts, AreKeptAsHeapStrings) {
   const std::int64_t bytes = allocmemsize();
   {
     txstrings list;
-    EXPECT_EQ(list.add("b"), 0);
-    EXPECT_EQ(list.add(""), 1);
-    list.insert(0, "ABC");
-    EXPECT_EQ(list.get(0), "ABC");
-    EXPECT_EQ(list.get(2), "");
+    list.add("b"), list.add(""), list.insert(0, "ABC");
     EXPECT_EQ(list.txlist::get(2), nullptr);
-    EXPECT_EQ(list.indexof("B"), 1);
-    EXPECT_EQ(list.indexof(""), -1) << "an empty text is never found";
-    EXPECT_EQ(list.indexof("x"), -1);
-
+    EXPECT_EQ(list.indexof("B") + list.indexof(""), 0) << "an empty text is never found";
     list.put(0, list.get(0).substr(1));
-    EXPECT_EQ(list.get(0), "BC") << "a part of the text itself";
     list.sort();
-    EXPECT_EQ(list.get(0), "");
-    EXPECT_EQ(list.get(1), "BC");
-    EXPECT_EQ(list.get(2), "b");
+    EXPECT_EQ(list.get(1), "BC") << "a part of the text itself";
     EXPECT_EQ(list.extract("bc"), "bc") << "as asked for, not as kept";
     EXPECT_EQ(list.extract("bc"), "");
     EXPECT_EQ(list.extract(list.get(1)), "b");
-    EXPECT_EQ(list.count(), 1);
   }
   EXPECT_EQ(allocmemsize(), bytes);
 }
@@ -207,23 +160,20 @@ class loggednames : public txstringlist {
  public:
   explicit loggednames(std::string& log) : log_(log) {}
   ~loggednames() override { clear(); }
-  void freeobject(std::int32_t i) override {
-    if (getobject(i) != nullptr) log_ += *static_cast<char*>(getobject(i));
+  void freeobject(std::int32_t i) override { log_ += word(i); }
+  char word(std::int32_t i) const {
+    const auto* word = static_cast<const char*>(getobject(i));
+    return word == nullptr ? '-' : *word;
+  }
+  std::string text() const {
+    std::string result;
+    for (std::int32_t i = 0; i < count(); ++i) result.append(getname(i)) += {word(i), ' '};
+    return result;
   }
 
  private:
   std::string& log_;
 };
-
-std::string names(const txcustomstringlist& list) {
-  std::string result;
-  for (std::int32_t i = 0; i < list.count(); ++i) {
-    result += list.getname(i);
-    const auto* word = static_cast<const char*>(list.getobject(i));
-    result += word == nullptr ? "- " : std::string(1, *word) + ' ';
-  }
-  return result;
-}
 
 TEST(Names, KeepTheirWordsBesideThem) {
   const std::int64_t bytes = allocmemsize();
@@ -235,28 +185,21 @@ TEST(Names, KeepTheirWordsBesideThem) {
     EXPECT_EQ(list.add(list.getname(0)), 1) << "a name of the list itself";
     list.insertobject(0, "Alpha", &a);
     list.insert(3, "");
-    EXPECT_EQ(names(list), "Alpha1 beta2 beta- - ");
-    EXPECT_EQ(list.indexof("ALPHA"), 0);
+    EXPECT_EQ(list.text(), "Alpha1 beta2 beta- - ");
     EXPECT_EQ(list.indexof("BETA"), 1) << "the first of equals";
     EXPECT_EQ(list.indexof(""), -1) << "an empty name is never found";
-    EXPECT_EQ(list.indexofobject(&b), 1);
     EXPECT_EQ(list.indexofobject(nullptr), 2);
     EXPECT_EQ(list.indexofobject(&c), -1);
-
-    list.putobject(2, &c);
-    list.putobject(2, &b);
     list.putobject(2, &c);
     list.setname(0, list.getname(0).substr(2));
     list.exchange(0, 3);
-    EXPECT_EQ(names(list), "- beta2 beta3 pha1 ");
-    EXPECT_EQ(log, "");
+    EXPECT_EQ(list.text() + log, "- beta2 beta3 pha1 ");
     list.delete_(1);
-    EXPECT_EQ(names(list) + log, "- beta3 pha1 2");
     list.add("Z");
     list.sortn(list.count());
-    EXPECT_EQ(names(list), "- Z- beta3 pha1 ") << "by bytes, nil first";
+    EXPECT_EQ(list.text() + log, "- Z- beta3 pha1 2") << "by bytes, nil first";
   }
-  EXPECT_EQ(log, "213") << "the rest from the last to the first";
+  EXPECT_EQ(log, "213--") << "the rest from the last to the first";
   EXPECT_EQ(allocmemsize(), bytes);
 }
 
