@@ -308,12 +308,21 @@ shortstring blankstr(int n) noexcept {
   return copy(blanks255, 1, n);
 }
 
+namespace {
+
+/// The blanks that s lacks of n bytes; a width out of range counts as the nearest one in it.
+shortstring padding(std::string_view s, int n) noexcept {
+  return blankstr(std::clamp(n, 0, shortstring::maximum) - lengthof(s));
+}
+
+}  // namespace
+
 shortstring padleft(std::string_view s, int n) noexcept {
-  return concat(blankstr(std::min(n, shortstring::maximum) - lengthof(s)), s);
+  return concat(padding(s, n), s);
 }
 
 shortstring padright(std::string_view s, int n) noexcept {
-  return concat(s, blankstr(n - lengthof(s)));
+  return concat(s, padding(s, n));
 }
 
 int padmodlength(std::string_view s, int m) noexcept {
