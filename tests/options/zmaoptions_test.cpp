@@ -6,25 +6,8 @@
 
 #include "support/optiontable.h"
 
-namespace optxv::test {
+namespace optxv {
 namespace {
-
-TEST(OptionObject, NumbersFollowTheDefinition) {
-  optiontable options(
-      "grp group 1 1 Group\nfirst integer 1 0 0 1 0 0\nsyn synonym first\nlast strlist 2 0 0\n");
-  EXPECT_EQ(options->optcount(), 3);
-  EXPECT_EQ(options->optgroupcount(), 1);
-  EXPECT_EQ(options->optsynonymcount(), 1);
-  EXPECT_EQ(options->getstrings(0), "Help");
-  EXPECT_EQ(options->getstrings(2), "last");
-  for (const std::int32_t position : {-1, 3, INT_MIN, INT_MAX}) {
-    EXPECT_EQ(options->getstrings(position), "");
-    EXPECT_EQ(options->getobjects(position), nullptr);
-  }
-  options.readline("--new 1");
-  EXPECT_EQ(options->optcount(), 4);
-  EXPECT_EQ(options->getobjects(3)->optname.view(), "--new");
-}
 
 TEST(OptionObject, ShowsTheFileNameWithoutItsDirectory) {
   tzmaoptions options;
@@ -51,4 +34,4 @@ TEST(Module, SeparatorFollowsTheFileSystem) {
 }
 
 }  // namespace
-}  // namespace optxv::test
+}  // namespace optxv

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "foundation/runtime.h"
-#include "parameter/tabletext.h"
+#include "support/optiontable.h"
 #include "writers/optionwriter.h"
 
 namespace optxv {
@@ -46,7 +46,7 @@ using writeroperation = void (tzmaoptionwriter::*)(std::string_view) const;
 
 /// What one of the writers makes of a definition, which must be free of faults.
 inline std::string written(std::string_view definition, writeroperation write) {
-  const table options(definition);
+  const optiontable options(definition);
   const scratchfile file;
   (tzmaoptionwriter(options.options).*write)(file.name());
   EXPECT_EQ(ioresult(), 0);
@@ -56,7 +56,7 @@ inline std::string written(std::string_view definition, writeroperation write) {
 /// Expects that a writer raises for files that cannot be written to their end, and leaves neither
 /// an error code nor memory behind.
 inline void refusesbadfiles(writeroperation write) {
-  const table options("a integer 1 1 0 9 1 1 A\n");
+  const optiontable options("a integer 1 1 0 9 1 1 A\n");
   const std::int64_t before = allocmemcount();
   const tzmaoptionwriter writer(options.options);
   for (const auto& [name, reason] :

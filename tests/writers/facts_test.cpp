@@ -34,11 +34,11 @@ std::string line(const optionfacts& option) {
 }
 
 TEST(Facts, TellEveryKind) {
-  const table read(everykind);
+  const optiontable read(everykind);
   const tablefacts facts = describe(read.options);
-  texts lines;
-  for (const optionfacts& option : facts.options) lines.push_back(line(option));
-  EXPECT_THAT(lines,
+  lines all;
+  for (const optionfacts& option : facts.options) all.push_back(line(option));
+  EXPECT_THAT(all,
               ElementsAre("Help immediate.OPT !Help",
                           "rate integer.OPT =1 >0 <maxint ~stop synonymdeprecated synonym:Say rate",
                           "tol double =1E-6 >mindouble <maxdouble obsolete own:No more",
@@ -58,7 +58,7 @@ TEST(Facts, TellEveryKind) {
 }
 
 TEST(Facts, NamesAsUsersSeeThem) {
-  const table read("Minos lookup\na_b boolean 1 0 1 1 x\nc_d synonym a_b\nrow indicator\n");
+  const optiontable read("Minos lookup\na_b boolean 1 0 1 1 x\nc_d synonym a_b\nrow indicator\n");
   const tablefacts facts = describe(read.options);
   EXPECT_EQ(facts.options[1].tablename + "," + facts.options[1].name, "a_b,a b");
   EXPECT_THAT(facts.options[1].synonyms, ElementsAre("c d"));

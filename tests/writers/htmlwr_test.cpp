@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "parameter/tabletext.h"
+#include "support/optiontable.h"
 
 namespace optxv {
 namespace {

@@ -52,12 +52,13 @@ TEST(OptionTable, EdgeRows) {
     EXPECT_EQ(written(definition, &tzmaoptionwriter::writeashtml), top + expected + end);
 
   // A table that a faulty definition left: values and targets that do not exist.
-  table faulty("a integer 1 1 0 9 1 1 A\n");
+  optiontable faulty("a integer 1 1 0 9 1 1 A\n");
   faulty.options.addoption("e",
                            std::make_unique<tenumintoption>("e", &faulty.options, 1, optionhelp()));
   faulty.options.addsynonym("s", -1);
-  tzmaoptionwriter(faulty.options).writeashtml(faulty.file.name());
-  const std::string all = faulty.file.content();
+  const scratchfile file;
+  tzmaoptionwriter(faulty.options).writeashtml(file.name());
+  const std::string all = file.content();
   const std::string expected = row({"e", "enumint", "0", "1", "", "", "0", "0", ""}) + "\n<tr>\n" +
                                row({"s", "synonym", ""}) + end;
   EXPECT_TRUE(all.ends_with(expected)) << all;
