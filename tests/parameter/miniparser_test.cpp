@@ -73,32 +73,24 @@ TEST(MiniParser, TokensOfALine) {
     call read;
     std::string expected;
   } rows[] = {{"a!b\"c,", TOKEN, "+a!b\"c^,"},
-              {",x", TOKEN, "+^,"},
               {"  ! ab", TOKEN, "-^\n"},
               {"ab\x1A,", TOKEN, "+ab^\x1A"},
               {"\"a, b\"\tc", TOKEN, "+a, b^\t"},
               {"\"ab\"c\" d\"", TOKEN, "+ab\"c\" d^\n"},
               {"\"ab\"c\"", TOKEN, "+ab\"c^\n"},
               {"\"ab\"c\" ", TOKEN, "-ab\"c\" ^\n"},
-              {"\"a\"\"b\",", TOKEN, "+a\"\"b^,"},
               {"\"", TOKEN, "-^\n"},
               {"aB_9-", IDENT, "+aB_9^-"},
-              {"_a", IDENT, "-^_"},
               {"a1_b", IDENTX, "+a1^_"},
               {"-/-key=", KEY, "+key3^="},
-              {"--9", KEY, "-2^9"},
               {"*x", INDEX, "+*^x"},
               {"'a \"b \t' x", INDEX, "+'a \"b'^ "},
               {"'abc", INDEX, "+'abc'^\x1A"},
-              {"5", INDEX, "-^5"},
               {"\"12\",", INT, "+12^,"},
-              {"1x 2", INT, "-1^ "},
               {" := 5", BECOMES, "+^5"},
               {":x", BECOMES, "-^x"},
               {"= !x", BECOMES, "-^\n"},
-              {" ,x", COMMA, "+^x"},
-              {" [x", CHARS, "+[^x"},
-              {" <x", CHARS, "-<^<"}};
+              {" [x", CHARS, "+[^x"}};
   for (const auto& row : rows) {
     tminiparser parser(nullptr, false, charset("!#"));
     parser.readfrompchar(row.line.c_str());

@@ -20,53 +20,36 @@ std::string pad(std::string text, std::size_t width) {
   return text;
 }
 
-struct row {
-  std::string request;
-  lines queue;
-};
-
-template <class Rows>
-void check(std::string_view definition, const Rows& rows) {
-  for (const row& row : rows) {
-    optiontable options;
-    options.define(definition);
-    options->optclearmessages();
-    options->optshowhelp(row.request);
-    EXPECT_EQ(options.queue(), row.queue) << definition << row.request;
-  }
-}
-
 TEST(Help, ShowsTheDefinitionOfEachKind) {
-  const row rows[] = {
-      {"i",
-       {"i: int text", in24 + "integer,  range: minint to 10 default: -3", in24 + "long one", in24,
-        in24 + "long two"}},
-      {"D", {"d: ", in24 + "double,  range: 1E-20 to maxdouble default: 0.5"}},
-      {"s", {"s: str", in24 + "string,  default: \"a b\""}},
-      {"none", {"none: ", in24 + "string,  default: \"", "\""}},
-      {"es",
-       {"es: es text", in24 + "enumstr,  default: \"one\"", in24 + "   one     first",
-        in24 + "   eleven  ", in24 + "   x       third"}},
-      {"ei",
-       {"ei: ", in24 + "enumint,  default: 1", in24 + "     1 one", in24 + "    -200 low",
-        in24 + "    99 "}},
-      {"wide",
-       {"wide: w", in24 + "enumint,  default: maxint", in24 + "      1 ",
-        in24 + "    2147483647 all"}},
-      {"ml", {"ml: ", in24 + "multilist, "}},
-      {"Help", {"Help: ", in24 + "immediate, "}},
-      {"a b", {"a b is a synonym for a_b", "a_b: two words", in24 + "strlist, "}},
-      {"A_B", {"a_b: two words", in24 + "strlist, "}}};
-  check(
+  const std::string definition =
       "i integer 1 -3 minint 10 0 0 int text\n long one\n \n long two\n"
-      "d double 2 .5 eps maxdouble 0 0\nb boolean 3 1 0 0 bool\n long\n"
-      "s string 4 \"a b\" 0 0 str\nnone string 4 \"\" 0 0\n"
+      "d double 2 .5 eps maxdouble 0 0\ns string 4 \"a b\" 0 0 str\nnone string 4 \"\" 0 0\n"
       "es enumstr 5 one 0 0 es text\n one 0 first\n eleven 0\n x 0 third\n"
       "ei enumint 6 1 0 0\n 1 0 one\n -200 0 low\n 99 0\n"
       "wide enumint 6 maxint 0 0 w\n 1 0\n maxint 0 all\n"
-      "ml multilist 7 0 0\nsl strlist 8 0 0 sl\nma macro 0 0\nsyn synonym i\n"
-      "a_b strlist 9 0 0 two words\n",
-      rows);
+      "ml multilist 7 0 0\nsyn synonym i\na_b strlist 9 0 0 two words\n";
+  // "~" stands for 24 blanks.
+  const std::pair<const char*, const char*> rows[] = {
+      {"D", "d:  | ~double,  range: 1E-20 to maxdouble default: 0.5"},
+      {"s", "s: str | ~string,  default: \"a b\""},
+      {"none", "none:  | ~string,  default: \" | \""},
+      {"es",
+       "es: es text | ~enumstr,  default: \"one\" | ~   one     first | ~   eleven   | "
+       "~   x       third"},
+      {"ei", "ei:  | ~enumint,  default: 1 | ~     1 one | ~    -200 low | ~    99 "},
+      {"wide", "wide: w | ~enumint,  default: maxint | ~      1  | ~    2147483647 all"},
+      {"ml", "ml:  | ~multilist, "},
+      {"Help", "Help:  | ~immediate, "},
+      {"syn",
+       "syn is a synonym for i | i: int text | "
+       "~integer,  range: minint to 10 default: -3 | ~long one | ~ | ~long two"},
+      {"a b", "a b is a synonym for a_b | a_b: two words | ~strlist, "},
+      {"A_B", "a_b: two words | ~strlist, "}};
+  for (const auto& [request, expected] : rows) {
+    optiontable options(definition);
+    options->optshowhelp(request);
+    EXPECT_EQ(replaced(joined(options.queue()), " " + in24, " ~"), expected);
+  }
 }
 
 TEST(Help, ListsWhatTheModeSelects) {
@@ -120,27 +103,25 @@ TEST(Help, ListsWhatTheModeSelects) {
 }
 
 TEST(Help, ShowsBlanksUnderMinos) {
-  const row rows[] = {
-      {"max iter", {"max iter: text", in24 + "strlist, "}},
-      {"max_iter", {"max_iter is a synonym for max iter", "max iter: text", in24 + "strlist, "}},
-      {"m_it", {"m_it is a synonym for max iter", "max iter: text", in24 + "strlist, "}},
-      {"1",
-       {"", "Options summary by group", "", "G", pad("max iter", 22) + ": text",
-        "m it (Synonym for max iter)", in22 + ": text"}}};
-  check("Minos lookup\ng group 1 1 G\nmax_iter strlist 1 1 1 text\nm_it synonym max_iter\n", rows);
+  optiontable options(
+      "Minos lookup\ng group 1 1 G\nmax_iter strlist 1 1 1 t\nm_it synonym max_iter\n");
+  for (const char* request : {"max iter", "m_it", "1"}) options->optshowhelp(request);
+  EXPECT_EQ(
+      replaced(joined(options.queue()), " " + in24, " ~"),
+      "max iter: t | ~strlist,  | m_it is a synonym for max iter | max iter: t | ~strlist,  | "
+      " | Options summary by group |  | G | max iter              : t | "
+      "m it (Synonym for max iter) | " +
+          in22 + ": t");
 }
 
 TEST(Help, IsGivenByTheParameterReader) {
   optiontable options("g group 1 1 G\nx strlist 1 1 1 text\n");
-  options.read("help x\nHelp\nhelp 2 x 1\nhelp \"x\n");
-  const lines block = {"x: text", in24 + "strlist, "};
-  const lines summary = {"", "Options summary by group", "", "G", pad("x", 22) + ": text"};
-  lines expected = block;
-  expected.insert(expected.end(), summary.begin(), summary.end());
-  expected.insert(expected.end(), {"", "Options in alphabetical order", ""});
-  expected.insert(expected.end(), block.begin(), block.end());
-  expected.insert(expected.end(), summary.begin(), summary.end());
-  EXPECT_EQ(options.queue(), expected);
+  options.read("help x\nHelp\nhelp 2 x 1\n");
+  const std::string block = "x: text | ~strlist, ";
+  const std::string summary =
+      " |  | Options summary by group |  | G | x                     : text";
+  EXPECT_EQ(replaced(joined(options.queue()), " " + in24, " ~"),
+            block + summary + " |  | Options in alphabetical order |  | " + block);
   EXPECT_EQ(options.state(), "x=[1]");
 }
 
