@@ -1,9 +1,12 @@
 #include "stores/hashedstore.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <iterator>
 #include <limits>
 #include <new>
+#include <numeric>
 #include <utility>
 
 namespace optxv {
@@ -26,52 +29,82 @@ std::int32_t keybytes(std::int32_t n) {
   return heapsize(std::int64_t{n} * static_cast<std::int64_t>(sizeof(std::int32_t)));
 }
 
-// The radix sort
+constexpr std::int32_t ahead = 16;  // records that are fetched before they are needed
 
-constexpr int halfbits = 16;
-constexpr std::int64_t halfbuckets = std::int64_t{1} << halfbits;
-constexpr std::uint32_t lowhalf = halfbuckets - 1;
-constexpr std::uint32_t whole = ~std::uint32_t{0};
-constexpr std::int64_t bucketsperrecord = 4;
-
-/// The buckets of the sort, empty between two passes.
-class radixbuckets {
+/// The radix sort of a list, least significant digit first. It works on an array beside the list,
+/// as records that were visited through links in sorted order would miss the cache at every step,
+/// and takes as many integers of the key at once as fit into one value.
+class radixsort {
  public:
-  /// A bucket for each digit, which is a distance from the least integer or its half.
-  radixbuckets(std::int64_t buckets, std::int32_t minkey)
-      : count_(buckets), minkey_(static_cast<std::uint32_t>(minkey)) {}
-
-  /// Parts the list by one digit of one integer of the keys, and gives the list put together again,
-  /// records with the same digit in the order they stood.
-  linkedrecord* pass(linkedrecord* list, std::int32_t place, int shift, std::uint32_t mask) {
-    for (; list != nullptr; list = list->fnext) {
-      const auto key = static_cast<std::uint32_t>(tlinkeddata::keyof(list)[place]);
-      append((key - minkey_) >> shift & mask, list);
-    }
-    return collect();
+  /// REQUIRES: all integers of the keys are from minkey to maxkey, and there are two that differ.
+  radixsort(linkedrecord* head, std::int32_t count, std::int32_t minkey, std::int32_t maxkey)
+      : count_(count),
+        minkey_(static_cast<std::uint32_t>(minkey)),
+        bits_(static_cast<int>(std::bit_width(static_cast<std::uint32_t>(maxkey) - minkey_))) {
+    for (std::int32_t i = 0; i < count; ++i, head = head->fnext) entries_[i].record = head;
   }
+
+  /// Takes one more integer of the keys into account, one that counts more than those before.
+  void add(std::int32_t place) {
+    if ((taken_ + 1) * bits_ > valuebits) sort();
+    places_[static_cast<std::size_t>(taken_++)] = place;
+  }
+
+  /// Sorts by what was added, links the records in their order, and gives the first.
+  linkedrecord* list() {
+    sort();
+    linkedrecord* first = nullptr;
+    for (std::int32_t i = count_; i-- > 0;) {
+      prefetch(std::max(i - ahead, 0));
+      entries_[i].record->fnext = first;
+      first = entries_[i].record;
+    }
+    return first;
+  }
+
+  /// The records in their order.
+  heaparray<sortedrecord> order() && { return std::move(entries_); }
 
  private:
-  void append(std::int64_t bucket, linkedrecord* record) {
-    linkedrecord*& tail = tails_[bucket];
-    (heads_[bucket] == nullptr ? heads_[bucket] : tail->fnext) = record;
-    tail = record;
-  }
+  static constexpr int valuebits = 64, digitbits = 11;
+  static constexpr std::uint64_t digits = 1U << digitbits;
 
-  linkedrecord* collect() {
-    linkedrecord* list = nullptr;
-    for (std::int64_t i = count_; i-- > 0;) {
-      if (heads_[i] == nullptr) continue;
-      tails_[i]->fnext = list;
-      list = std::exchange(heads_[i], nullptr);
+  void prefetch(std::int32_t i) const { __builtin_prefetch(entries_[i].record); }
+
+  std::uint64_t valueof(linkedrecord* record) const {
+    std::uint64_t value = 0;
+    for (int i = taken_; i-- > 0;) {
+      const std::int32_t key = tlinkeddata::keyof(record)[places_[static_cast<std::size_t>(i)]];
+      value = value << bits_ | (static_cast<std::uint32_t>(key) - minkey_);
     }
-    return list;
+    return value;
   }
 
-  std::int64_t count_;
+  /// Sorts by the integers taken, and forgets them.
+  void sort() {
+    for (std::int32_t i = 0; i < count_; ++i) {
+      prefetch(std::min(i + ahead, count_ - 1));
+      entries_[i].value = valueof(entries_[i].record);
+    }
+    for (int shift = 0; shift < taken_ * bits_; shift += digitbits) pass(shift);
+    taken_ = 0;
+  }
+
+  void pass(int shift) {
+    const auto digit = [shift](const sortedrecord& of) { return of.value >> shift & (digits - 1); };
+    std::array<std::int32_t, digits> starts{};
+    for (std::int32_t i = 0; i < count_; ++i) ++starts[digit(entries_[i])];
+    std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), 0);
+    for (std::int32_t i = 0; i < count_; ++i) sorted_[starts[digit(entries_[i])]++] = entries_[i];
+    std::swap(entries_, sorted_);
+  }
+
+  std::int32_t count_;
   std::uint32_t minkey_;
-  heaparray<linkedrecord*> heads_{count_};
-  heaparray<linkedrecord*> tails_{count_};
+  int bits_;
+  int taken_ = 0;
+  std::array<std::int32_t, valuebits> places_{};
+  heaparray<sortedrecord> entries_{count_}, sorted_{count_};
 };
 
 }  // namespace
@@ -117,6 +150,7 @@ linkedrecord* tlinkeddata::additem(const std::int32_t* key, const void* data) {
 }
 
 void tlinkeddata::clear() {
+  forder = {};
   while (fhead != nullptr) xfreemem(std::exchange(fhead, fhead->fnext), recordbytes());
   ftail = nullptr;
   fcount = 0;
@@ -130,14 +164,25 @@ bool tlinkeddata::startread(linkedrecord*& cursor, const std::int32_t* order) {
   return cursor != nullptr;
 }
 
-void* tlinkeddata::getnextkey(linkedrecord*& cursor, std::int32_t* key) const {
+/// Fetches records of a read that goes on in the order of the last sort.
+void tlinkeddata::fetchahead(const linkedrecord* record) noexcept {
+  if (forder.get() == nullptr || forder[freached].record != record) return;
+  if (++freached == fcount) {
+    forder = {};
+  } else {
+    __builtin_prefetch(forder[std::min(freached + ahead, fcount - 1)].record);
+  }
+}
+
+void* tlinkeddata::getnextkey(linkedrecord*& cursor, std::int32_t* key) {
   if (cursor == nullptr) return nullptr;
+  fetchahead(cursor);
   linkedrecord* const record = std::exchange(cursor, cursor->fnext);
   copydata(key, keyof(record), fkeysize);
   return dataof(record);
 }
 
-bool tlinkeddata::getnextrecord(linkedrecord*& cursor, std::int32_t* key, void* data) const {
+bool tlinkeddata::getnextrecord(linkedrecord*& cursor, std::int32_t* key, void* data) {
   const void* const kept = getnextkey(cursor, key);
   if (kept == nullptr) return false;
   copydata(data, kept, fdatasize);
@@ -157,6 +202,7 @@ void tlinkeddata::createlist(const std::int32_t**& array, std::int64_t& size) co
 
 bool tlinkeddata::removedefaults(const void* defaultdata) {
   if (fdatasize == 0) return false;
+  forder = {};
   const std::int32_t before = fcount;
   linkedrecord** link = &fhead;
   ftail = nullptr;
@@ -184,15 +230,13 @@ bool tlinkeddata::inorder() const noexcept {
 }
 
 void tlinkeddata::sort(const std::int32_t* order) {
+  forder = {};
   if (fcount < 2 || inorder()) return;
-  const std::int64_t range = std::int64_t{fmaxkey} - fminkey + 1;
-  const bool halves = range > std::max(halfbuckets, bucketsperrecord * fcount);
-  radixbuckets buckets(halves ? halfbuckets : range, fminkey);
-  for (std::int32_t i = fdimension; i-- > 0;) {
-    const std::int32_t place = order == nullptr ? i : order[i] - 1;
-    fhead = buckets.pass(fhead, place, 0, halves ? lowhalf : whole);
-    if (halves) fhead = buckets.pass(fhead, place, halfbits, lowhalf);
-  }
+  radixsort sorting(fhead, fcount, fminkey, fmaxkey);
+  for (std::int32_t i = fdimension; i-- > 0;) sorting.add(order == nullptr ? i : order[i] - 1);
+  fhead = sorting.list();
+  forder = std::move(sorting).order();
+  freached = 0;
   ftail = nullptr;
 }
 

@@ -15,6 +15,12 @@ struct linkedrecord {
   linkedrecord* fhashnext;  ///< the next record of the hash chain
 };
 
+/// A record where a sort put it, with what it is sorted by.
+struct sortedrecord {
+  linkedrecord* record;
+  std::uint64_t value;
+};
+
 /// A list of records in the order of their arrival, which sorts itself to be read.
 ///
 /// OWNS: its records.
@@ -41,9 +47,9 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   /// nil for the order of the key itself.
   bool startread(linkedrecord*& cursor, const std::int32_t* order);
   /// Writes the key at the cursor, moves the cursor, and gives the data; nil at the end.
-  void* getnextkey(linkedrecord*& cursor, std::int32_t* key) const;
+  void* getnextkey(linkedrecord*& cursor, std::int32_t* key);
   /// The same, with the data copied out; false at the end.
-  bool getnextrecord(linkedrecord*& cursor, std::int32_t* key, void* data) const;
+  bool getnextrecord(linkedrecord*& cursor, std::int32_t* key, void* data);
 
   /// Reallocates an array to count() + 1 pointers, size becoming that number, and writes the keys
   /// of all records to it from index 1 on, in the order of the list; index 0 gets nil.
@@ -58,9 +64,10 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   /// Sorts by key, equal keys in the order they stood, and leaves the list without a tail. KEEP:
   /// does nothing if no key is below the one before it, whatever the order asked for.
   ///
-  /// A radix sort on whole integers, least significant first, with a bucket for each value from
-  /// minkey() to maxkey(), or on their halves where that would take far more buckets than there
-  /// are records. Its time and memory are linear in the records.
+  /// A radix sort on the bits that the integers from minkey() to maxkey() need, least significant
+  /// first: time is linear in the records, and memory too, 32 bytes for each while it sorts and 16
+  /// until the read that follows has come to its end. Raises eoutofmemory if there is not as much,
+  /// and nothing has changed.
   void sort(const std::int32_t* order);
 
   /// A block for one key, and its return. OWNS: the caller.
@@ -88,6 +95,7 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   std::int32_t recordbytes() const;
   bool inorder() const noexcept;
   void note(const std::int32_t* key) noexcept;
+  void fetchahead(const linkedrecord* record) noexcept;
 
   std::int32_t fmaxkey = 0;
   std::int32_t fminkey = 2147483647;
@@ -98,6 +106,8 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   linkedrecord* fhead = nullptr;
   linkedrecord* ftail = nullptr;
   std::int32_t fcount = 0;
+  heaparray<sortedrecord> forder;  ///< left by a sort for the read that follows, or nothing
+  std::int32_t freached = 0;       ///< the place of that read in it
 };
 
 /// A list of records with a hash table over it, of five sizes about tenfold apart. The table is
