@@ -300,7 +300,7 @@ std::vector<target> targets() {
   rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", 2});
   twins("writing 2,700 options, to a plain buffered write", "write", 4);
   rows.push_back({"dot entry with two indices, to a plain entry", "entry/dot", "entry/plain", 2});
-  for (const auto& unit : {pooltargets(), heaptargets()})
+  for (const auto& unit : {pooltargets(), heaptargets(), storetargets()})
     rows.insert(rows.end(), unit.begin(), unit.end());
   return rows;
 }
@@ -325,6 +325,7 @@ int runall(int argc, char** argv) {
   registerentries(dotted, middle.parameters, dots);
   registerpools();
   registerheap();
+  registerstores();
 
   leasttimes reporter;
   benchmark::Initialize(&argc, argv);

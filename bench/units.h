@@ -15,4 +15,8 @@ std::vector<target> pooltargets();
 void registerheap();
 std::vector<target> heaptargets();
 
+/// The data stores, at growing sizes and beside the standard library.
+void registerstores();
+std::vector<target> storetargets();
+
 }  // namespace optxv::bench

@@ -24,7 +24,8 @@ function(optxv_header_closure result)
 endfunction()
 
 optxv_header_closure(class_headers writers/optionwriter.h writers/htmlwr.h writers/facts.h options/zmaoptions.h
-                      foundation/zmaobj.h stores/zmaspecs.h listing/zmaheapstats.h listing/zmaheap.h
+                      foundation/zmaobj.h stores/zmaspecs.h stores/tablestore.h stores/sparsestore.h
+                      stores/hashedstore.h stores/densestore.h listing/zmaheapstats.h listing/zmaheap.h
                       platform/q9platform.h platform/q9utils.h platform/q9process.h platform/q9library.h
                       platform/q9ieeefp.h)
 foreach(header ${class_headers})

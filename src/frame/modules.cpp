@@ -31,6 +31,7 @@ constexpr moduleentry loadorder[] = {
     {"dynstr", nullptr, nullptr},
     {"zmalist", nullptr, nullptr},
     {"zmaheap", initzmaheap, nullptr},
+    {"datastorage", nullptr, nullptr},
     {"miniparser", nullptr, nullptr},
     {"zdlaudit", initzdlaudit, nullptr},
     {"zmaoptions", initialiseoptions, nullptr},
