@@ -48,6 +48,8 @@ TEST(Reset, HidesTheValuesOfEveryKind) {
     EXPECT_EQ(option.getasstring(), option.getasstring2()) << name;  // both the default
     EXPECT_EQ(option.recent + option.outofbounds, 0) << name;
   }
+  options.option("l").setasstring("c");  // a member of the macro, whose items went with it
+  EXPECT_EQ(options.state(), "l=[c]");
 }
 
 TEST(Assignment, TestsForQuotesAndForOptionsWithoutAValue) {
