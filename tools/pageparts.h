@@ -37,7 +37,7 @@ h3 a:hover { text-decoration: underline; }
 code, dd { font-size: .95em; }
 .soft { color: var(--soft); }
 nav ul { display: flex; flex-wrap: wrap; gap: .25rem 1.25rem; margin: .5rem 0; padding: 0; list-style: none; }
-nav a { display: inline-block; padding: .3rem 0; }
+nav li { padding: .3rem 0; }
 form { margin: 1rem 0; }
 label { display: block; font-weight: 600; }
 input {
@@ -54,6 +54,7 @@ dt { color: var(--soft); }
 dd { margin: 0; }
 dd.words { font-family: inherit; font-size: inherit; }
 table { border-collapse: collapse; width: 100%; margin: .5rem 0; }
+thead th:first-child { width: 30%; }
 caption { text-align: left; color: var(--soft); }
 th, td { text-align: left; vertical-align: top; padding: .2rem .75rem .2rem 0; border-top: 1px solid var(--line); }
 [hidden] { display: none !important; }
@@ -63,10 +64,11 @@ th, td { text-align: left; vertical-align: top; padding: .2rem .75rem .2rem 0; b
   dd { margin-bottom: .3rem; }
 }
 @media print {
-  :root { --page: #fff; --text: #000; --soft: #333; --line: #999; --panel: #fff; --link: #000; --mark: #000; }
+  :root { color-scheme: light; --page: #fff; --text: #000; --soft: #333; --line: #999; --panel: #fff; --link: #000; --mark: #000; }
   body { max-width: none; padding: 0; font-size: 10pt; }
-  nav, form, .skip { display: none; }
+  nav, label, input, .skip { display: none; }
   article { break-inside: avoid; border-width: 1px 0 0; border-radius: 0; padding: .5rem 0; }
+  h2 + article { border-top: 0; }
   h2 { break-after: avoid; }
 }
 )";
@@ -97,7 +99,8 @@ inline constexpr std::string_view pagescript = R"(
       var section = document.getElementById(link.hash.slice(1));
       link.parentElement.hidden = section !== null && section.hidden;
     });
-    state.textContent = words.length === 0 ? '' : shown + ' of ' + options.length + ' options shown';
+    state.textContent = words.length === 0 ? '' : shown === 0 ? 'No option has all of these words'
+      : shown + ' of ' + options.length + ' options shown';
   }
   function reveal() {
     var target = document.getElementById(location.hash.slice(1));
