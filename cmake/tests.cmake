@@ -48,6 +48,7 @@ foreach(source ${test_sources})
 endforeach()
 include(cmake/apitests.cmake)
 include(cmake/doctests.cmake)
+include(cmake/readertests.cmake)
 
 function(optxv_checker name)
   add_test(NAME ${name} COMMAND Python3::Interpreter -B ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})

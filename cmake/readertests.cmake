@@ -1,0 +1,21 @@
+# What other programs make of the documents of the command: a browser, a Pascal compiler. Where they are not
+# installed, the tests are skipped.
+
+# Packages of the system put their modules beside its own interpreter, which need not be the first on the path.
+find_program(optxv_reader_python python3 PATHS /usr/bin NO_DEFAULT_PATH)
+if(NOT optxv_reader_python)
+  set(optxv_reader_python ${Python3_EXECUTABLE})
+endif()
+
+function(optxv_reader_test name labels file)
+  add_test(NAME ${name} COMMAND ${optxv_reader_python} -B ${file} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  set_tests_properties(${name} PROPERTIES LABELS ${labels} TIMEOUT 300 SKIP_RETURN_CODE 77 ENVIRONMENT
+    "OPTXV_LIBRARY=$<TARGET_FILE:optxv>;OPTXV_COMMAND=$<TARGET_FILE:optxv_command>")
+endfunction()
+
+# A program without a sanitizer's runtime cannot load a library that is built with it.
+if(TARGET optxv_command AND NOT optxv_sanitizers)
+  optxv_reader_test(readback document tests/docs/readback_test.py)
+  optxv_reader_test(browser documents-readers tests/browser/pages_test.py)
+  optxv_reader_test(pascal documents-readers tests/pascal/include_test.py)
+endif()

@@ -1,0 +1,81 @@
+#!/usr/bin/env python3
+"""Free Pascal compiles the include files, and reads the numbers of the options in them as the library does."""
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parents[1] / 'docs'))
+import tablefacts  # noqa: E402  (found in tests/docs)
+from tablefacts import BOOLEAN, DOUBLE, ENUMINT, ENUMSTR, IMMEDIATE, INTEGER, MACRO, MULTILIST, STRING, STRLIST  # noqa: E402
+
+SKIPPED = 77
+# The word in the names of the type and the array; the kinds without one are left out.
+WORDS = {INTEGER: 'integer', BOOLEAN: 'integer', ENUMINT: 'integer', DOUBLE: 'real', STRING: 'string', ENUMSTR: 'string',
+         MACRO: ''}
+EDGES = ('six macro 1 1 Six', 'one_name_of_14 integer 1 5 0 9 1 1 Padded to the full', 'list strlist 1 1 1 List')
+
+
+def include(definition, output):
+    subprocess.run([os.environ['OPTXV_COMMAND'], 'include', definition, '-o', output], check=True, timeout=60)
+
+
+def compile_and_run(folder, words):
+    """What a program prints of the include file: the word, the enumerator and its number, a line each."""
+    loops = '\n'.join(f"  for k{word} := low(Tpf{word}keys) to high(Tpf{word}keys) do\n"
+                      f"    writeln('{word} ', k{word}, ' ', pf{word}map[k{word}]);" for word in words)
+    names = ''.join(f' k{word}: Tpf{word}keys;' for word in words)
+    (folder / 'numbers.pas').write_text(
+        f'program numbers;\n{{$mode objfpc}}\n{{$I options.inc}}\n{"var" + names if words else ""}\nbegin\n{loops}\nend.\n')
+    done = subprocess.run([shutil.which('fpc'), '-v0ew', 'numbers.pas'], cwd=folder, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True, timeout=120)
+    if done.returncode != 0:
+        return done.stdout
+    return subprocess.run([folder / 'numbers'], check=True, stdout=subprocess.PIPE, text=True, timeout=60).stdout
+
+
+class Include(unittest.TestCase):
+    def setUp(self):
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+
+    def numbers(self, lines):
+        """The compiled numbers of a definition, and those that the library gives."""
+        definition = self.folder / 'options.def'
+        definition.write_text('\n'.join(lines) + '\n', encoding='latin-1')
+        include(definition, self.folder / 'options.inc')
+        expected = [(WORDS[each['kind']], 'pf' + each['name'], each['number'])
+                    for each in tablefacts.facts(definition)[0] if each['kind'] in WORDS]
+        words = sorted({word for word, _, _ in expected})
+        printed = compile_and_run(self.folder, words)
+        self.assertRegex(printed, r'^((integer|real|string|) pf\w+ \d+\n)*$')
+        return [(word, name, int(number)) for word, name, number in re.findall(r'^(\w*) (\w+) (\d+)$', printed, re.M)], expected
+
+    def test_the_numbers_are_the_librarys(self):
+        for table in tablefacts.tables():
+            with self.subTest(table.stem):
+                lines = table.read_text(encoding='latin-1').splitlines()
+                # A name that begins with a dot is no name in Pascal.
+                found, expected = self.numbers([line for line in lines if not line.startswith('.')] + list(EDGES))
+                self.assertEqual(sorted(found), sorted(expected))
+                self.assertEqual(len(expected), len(set(expected)))
+
+    def test_what_pascal_does_not_take(self):
+        """A name that begins with a dot, and a section of types without any: the files are wanted so all the same."""
+        for line, words, place in (('.scale double 1 1 0 9 1 1 Scale', ['real'], 'options.inc(5,10)'),
+                                   ('paths strlist 1 1 1 Paths', [], 'options.inc(4,1)')):
+            with self.subTest(line):
+                definition = self.folder / 'options.def'
+                definition.write_text(line + '\n')
+                include(definition, self.folder / 'options.inc')
+                self.assertIn(place, compile_and_run(self.folder, words))
+
+
+if __name__ == '__main__':
+    if not shutil.which('fpc'):
+        print('skipped: not installed: fpc')
+        sys.exit(SKIPPED)
+    unittest.main()
