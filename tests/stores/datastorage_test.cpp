@@ -150,17 +150,5 @@ TYPED_TEST(Bracket, DefaultDataMeansNoRecord) {
   EXPECT_TRUE(read(store).empty());
 }
 
-TYPED_TEST(Bracket, WithoutDataEveryKeyIsARecord) {
-  TypeParam store(1, 0, nullptr);
-  store.startassign();
-  for (const std::int32_t key : {highest, 0, lowest, 0}) store.assignrecord(&key, nullptr);
-  store.endassign();
-  EXPECT_EQ(store.getcount(), 3);
-  std::int32_t key = 1;
-  std::vector<std::int32_t> keys;
-  for (store.startread(); store.getnextkey(&key) != nullptr;) keys.push_back(key);
-  EXPECT_EQ(keys, (std::vector{lowest, 0, highest}));
-}
-
 }  // namespace
 }  // namespace optxv

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "storeaid.h"
 
 namespace optxv {
@@ -74,22 +72,6 @@ TEST(Hashed, LoadsTwiceButInsertsOnce) {
   EXPECT_EQ(read(store), (rows{{{4}, 1}, {{4}, 3}}));
   load(store, {{{5}, 5}});
   EXPECT_EQ(value(*from, {5}), 5) << "the table is built anew";
-}
-
-TEST(Hashed, ReadsInOrderWhateverTheRange) {
-  const rows tables[] = {
-      {{{3, 1}, 1}, {{1, 2}, 2}, {{2, 9}, 3}, {{1, 1}, 4}},
-      {{{0, -5}, 1}, {{-7, 2}, 2}, {{-7, 1}, 3}},
-      {{{-2, 0}, 1}, {{-3, 0}, 2}},
-      {{{70000, 2}, 1}, {{5, 65536}, 2}, {{5, 65535}, 3}, {{70000, 1}, 4}},
-      {{{highest, lowest}, 1}, {{lowest, highest}, 2}, {{lowest, lowest}, 3}, {{0, 0}, 4}},
-  };
-  for (rows records : tables) {
-    auto store = make<tzemadatahashed>(2);
-    load(store, records);
-    std::sort(records.begin(), records.end());
-    EXPECT_EQ(read(store), records);
-  }
 }
 
 TEST(Hashed, TakesNoNewRecordBehindASort) {

@@ -101,18 +101,5 @@ TEST(Trie, LoadsOutOfOrderLoseOrderAndNothingElse) {
   EXPECT_EQ(read(store), disorder);
 }
 
-TEST(Trie, TakesDataOfAnySize) {
-  for (const std::size_t size : {1, 4, 5, 244, 245, 1000}) {
-    const std::string none(size, 0), data(size, 'x');
-    tzemadatasparse store(2, static_cast<std::int32_t>(size), none.data());
-    for (std::int32_t i = 0; i < 9; ++i) store.loadrecord(keyvalue{i / 3, i % 3}.data(), &data[0]);
-    std::string kept = none;
-    keyvalue key(2);
-    for (store.startread(); store.getnextrecord(key.data(), &kept[0]); kept = none)
-      EXPECT_EQ(kept, data);
-    EXPECT_EQ(store.memoryused(), 9 * (8 + static_cast<std::int64_t>(size)) + 3 * 12);
-  }
-}
-
 }  // namespace
 }  // namespace optxv

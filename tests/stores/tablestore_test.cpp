@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <string>
-
 #include "storeaid.h"
 
 namespace optxv {
@@ -29,25 +26,6 @@ TEST(RecordList, GrowsFourfold) {
   EXPECT_EQ(list.capacity(), 1310720);
 }
 
-TEST(RecordList, InsertsRemovesAndClosesUp) {
-  treclist list(1);
-  const auto text = [&list] {
-    std::string letters;
-    for (std::int32_t i = 0; i < list.count(); ++i)
-      letters += list.getitem(i) == nullptr ? '-' : static_cast<char>(*list.getitem(i));
-    return letters;
-  };
-  for (const char letter : std::string("acd")) *list.additem() = static_cast<std::byte>(letter);
-  *list.insert(1) = std::byte{'b'};
-  *list.insert(4) = std::byte{'e'};
-  list.exchange(0, 4);
-  EXPECT_EQ(text(), "ebcda");
-  for (const std::int32_t i : {0, 3, 3}) list.remove(i);
-  EXPECT_EQ(text(), "-bc-a");
-  list.cleanup();
-  EXPECT_EQ(text(), "bca");
-}
-
 /// Keys 10, 20 and so on to 200: the place of key k is k / 10 - 1.
 class Finger : public testing::Test {
  protected:
@@ -65,19 +43,6 @@ TEST_F(Finger, FindsEveryPlaceFromEveryPlace) {
       EXPECT_EQ(value(from, {key}), key % 10 == 0 ? key : -1);
       EXPECT_EQ(from.position(), (key + 9) / 10 - 1) << start << " to " << key;
     }
-}
-
-TEST_F(Finger, InsertsWhereTheSearchEnded) {
-  const auto from = searcher(store);
-  for (const std::int32_t key : {85, 205, 5, lowest, highest}) {
-    const std::int64_t data = key;
-    EXPECT_EQ(value(*from, {key}), -1);
-    store.insertrecord(from.get(), &key, &data);
-    EXPECT_EQ(value(*from, {key}), key);
-  }
-  const rows sorted = read(store);
-  EXPECT_TRUE(std::is_sorted(sorted.begin(), sorted.end()));
-  EXPECT_EQ(sorted.size(), 25U);
 }
 
 TEST_F(Finger, SurvivesAStoreThatShrank) {
