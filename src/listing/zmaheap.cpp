@@ -105,7 +105,7 @@ void keepleftover(heapblock& block) noexcept {
 }
 
 std::uint16_t slotnumber(std::int32_t size) noexcept {
-  return size < 1 ? 1 : static_cast<std::uint16_t>((size - 1) / heapunitbytes + 1);
+  return static_cast<std::uint16_t>(size < 1 ? 1 : (size - 1) / heapunitbytes + 1);
 }
 
 }  // namespace
