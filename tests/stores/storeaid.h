@@ -1,10 +1,10 @@
 // What the tests of the stores share: records of an integer each, in and out.
 #pragma once
 
-#include <cstdint>
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "stores/datastorage.h"
@@ -18,14 +18,17 @@ using rows = std::vector<row>;
 inline constexpr std::int64_t nothing = 0;  ///< the default data
 inline constexpr std::int32_t lowest = INT32_MIN, highest = INT32_MAX;
 
-template <class Store>
-Store make(std::int32_t n) {
-  return Store(n, sizeof nothing, &nothing);
-}
-
 inline void load(tzemadatastore& store, const rows& records) {
   for (const auto& [key, value] : records) store.loadrecord(key.data(), &value);
 }
+
+/// A store with these records.
+template <class Store>
+struct holding : Store {
+  explicit holding(std::int32_t n, const rows& records = {}) : Store(n, sizeof nothing, &nothing) {
+    load(*this, records);
+  }
+};
 
 /// All in one bracket.
 inline void assign(tzemadatastore& store, const rows& records) {
@@ -50,12 +53,12 @@ inline std::unique_ptr<tzemadatasearcher> searcher(tzemadatastore& store) {
   return made;
 }
 
-/// The value of a key, or that for none.
-inline std::int64_t value(tzemadatasearcher& searcher, const keyvalue& key,
-                          std::int64_t none = -1) {
+/// The value of a key, or -1.
+inline std::int64_t value(tzemadatasearcher& searcher, const keyvalue& key) {
   void* data = nullptr;
-  if (searcher.search(key.data(), data)) std::memcpy(&none, data, sizeof none);
-  return none;
+  std::int64_t found = -1;
+  if (searcher.search(key.data(), data)) std::memcpy(&found, data, sizeof found);
+  return found;
 }
 
 }  // namespace optxv::storeaid
