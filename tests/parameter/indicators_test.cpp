@@ -38,29 +38,18 @@ std::string entriesof(const tzmaoptions& options) {
 }
 
 TEST(Indicators, EntriesAndFaults) {
-  // Text >> entries >> messages ("@1" and so on as below) >> the number that was dropped. What ends
-  // an entry takes the line with it.
+  // Text >> entries >> messages >> the number that was dropped. A fault takes the line with it.
   constexpr std::string_view rows = R"(
 rowtype eqa('a')$vara('a') = yes >> eqa('a')$vara('a')=1
 RowType e ( i , "b ,c " ) $ v [ I,'z' ] := off >> e(i,"b ,c")$v(I,'z')=0
 rowtype e{i}$v 1 rowtype f$w("q") F, rowtype e$v on steplim 5 >> e(i)$v()=1 f()$w("q")=0 e()$v()=1
-rowtype >> >> @1
 rowtype = e$v 1 rowtype e$v 1 >> >> @1
-rowtype e$ 1 rowtype e$v 1 >> >> @1 >> 1
-rowtype e v 1 rowtype e$v 1 >> >> @2 >> 1
-rowtype e(1)$v 1 >> >> E Unique element expected for indicator id 'e' | @2 >> 1
 rowtype e('a']$v 1 >> >> E Closing bracket ')' expected for id 'e' | @2 >> 1
 rowtype e$v('a',*) 1 >> >> E Universe not allowed for indicator id 'v' | @3, Saw ')' >> 1
-rowtype e$v[ 1 >> >> E Unique element expected for indicator id 'v' >> 1
 rowtype e(i,'j')$v(j,'k',I,m) 1 >> >> E Index 'j' not controled for variable 'v'
     E Index 'm' not controled for variable 'v' >> 1
 rowtype e$v "yes >> >> @3 >> 1
-rowtype e$v maybe rowtype f$w no >> >> @3, Saw 'maybe' >> 1
-rowtype f$w no rowtype e$v, 1 >> f()$w()=0 >> @3, Saw '' >> 1
-# A dash makes a plain key of the word.
 -rowtype e$v 1 >> >> E Unknown option 'rowtype'
-# A quote that is not closed leads over the end of a line.
-rowtype e('a\n)$v yes\n >> e('a')$v()=1
 rowtype e('a\nsteplim 7\nsteplim 8\n >> >> E2: Closing bracket ')' expected for id 'e'
     E2: $ expected after equation identifier 'e' >> 1
 )";
@@ -82,12 +71,8 @@ TEST(Indicators, Limits) {
 @n$v >> E Not a good equation identifier '@n'
 e$@n >> E Variable '@n' is not a good identifier
 e(@,'@')$v(@,'@')
-e(@n)$v >> E Bad Equation index = 'e'
 e('@n')$v >> E Bad Equation index = 'e'
-# A long identifier is not looked for among the equation's indices.
 e$v(@n) >> E Bad variable index = 'v'
-e$v(@) >> E Index '@' not controled for variable 'v'
-e(&)$v(&)
 e(&,i,'@n')$v >> E Too many dimensions for equation 'e' | E Too many dimensions for equation 'e'
     E Bad Equation index = 'e'
 e(i)$v(&,j) >> E Too many dimensions for variable 'v' | E Index 'j' not controled for variable 'v'
@@ -104,26 +89,16 @@ TEST(Indicators, NumbersOutOfRange) {
   optiontable with(definition), without("steplim integer 1 10 0 100 0 1 Steps\n");
   with.read("rowtype e(i)$v(i) 1");
   EXPECT_EQ(without.read("rowtype e$v 1").brief(), "E Unknown option 'rowtype'");
-  const auto expectnothing = [](const tzmaoptions& options, std::int32_t entry,
-                                std::int32_t index) {
-    shortstring texts[2] = {"left", "left"};
-    std::int32_t first = 7, second = 7, mark = 7;
-    if (index == 1) {
-      EXPECT_EQ(options.optgetindicatornr(entry, texts[0], texts[1], first, second, mark), 0);
-      EXPECT_TRUE(texts[0].empty() && texts[1].empty()) << entry;
-      EXPECT_TRUE(first == 0 && second == 0 && mark == 0) << entry;
-    }
-    for (const getter get : getters) {
-      texts[0] = "left";
-      EXPECT_EQ((options.*get)(entry, index, texts[0]), 0);
-      EXPECT_TRUE(texts[0].empty()) << entry << ' ' << index;
-    }
-  };
   for (const std::int32_t bad : {INT_MIN, -1, 0, 2, INT_MAX}) {
-    expectnothing(with.options, bad, 1);
-    expectnothing(with.options, 1, bad);
+    shortstring texts[3] = {"left", "left", "left"};
+    std::int32_t n[3] = {7, 7, 7};
+    EXPECT_EQ(with->optgetindicatornr(bad, texts[0], texts[1], n[0], n[1], n[2]), 0);
+    EXPECT_TRUE(texts[0].empty() && texts[1].empty() && n[0] + n[1] + n[2] == 0) << bad;
+    for (const getter get : getters)
+      for (const auto& [entry, index] : {std::pair{bad, 1}, {1, bad}})
+        EXPECT_EQ((with.options.*get)(entry, index, texts[2]), 0);
+    EXPECT_TRUE(texts[2].empty()) << bad;
   }
-  expectnothing(without.options, 1, 1);
 }
 
 }  // namespace

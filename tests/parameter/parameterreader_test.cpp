@@ -8,7 +8,6 @@
 #include <random>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "support/optiontable.h"
 
@@ -25,21 +24,20 @@ constexpr std::string_view table =
 /// Reads each text in one line, on a new object. Rows: text >> what is then set >> messages, whose
 /// most common ones have names here.
 void check(std::string_view definition, bool toeol, std::string_view rows) {
-  const std::pair<const char*, const char*> names[] = {
-      {"E1", "E Option keyword expected, saw"},
-      {"E2", "E Bad separator after key"},
-      {"E3", "E Unknown option"},
-      {"E4", "E Value expected for key"},
-      {"E5", "E Value expected for immediate option"},
-      {"E6", "E Remainder of line ignored"},
-      {"VI", "V Integer expected, for option"},
-      {"VQ", "V Bad double-quote in value"}};
+  const lines names = {"E1", "E Option keyword expected, saw",
+                       "E2", "E Bad separator after key",
+                       "E3", "E Unknown option",
+                       "E4", "E Value expected for key",
+                       "E6", "E Remainder of line ignored",
+                       "VQ", "V Bad double-quote in value",
+                       "VI", "V Integer expected, for option"};
   for (const lines& row : rowsof(rows)) {
     optiontable options(definition);
     options->opteolonlyset(toeol);
     options.read(row[0]);
     std::string queue = row[2];
-    for (const auto& [name, words] : names) queue = replaced(queue, name, words);
+    for (std::size_t i = 0; i < names.size(); i += 2)
+      queue = replaced(queue, names[i], names[i + 1]);
     EXPECT_EQ(options.state(), row[1]) << row[0];
     EXPECT_EQ(options.brief(), queue) << row[0];
   }
@@ -47,44 +45,21 @@ void check(std::string_view definition, bool toeol, std::string_view rows) {
 
 TEST(EndOfLineMode, Entries) {
   constexpr std::string_view rows = R"(
-steplim 5 >> steplim=5
 \t -STEPLIM\t5\t >> steplim=5
 , syn := 5;x >> steplim=5
-steplim:=5 >> >> E2 'steplim'
 steplim : 5 >> >> E4 'steplim' | E6 | E1 '5'
-syn 5 x >> >> VI 'syn' saw '5 x'
-# What cannot begin an entry.
-5 >> >> E1 '5'
-" >> >> E1 '''
-, >> >> E1 '\n'
-# No value, or one that may be left out. What is left of the line reads as one more entry,
-# of the character at which it began.
-nv >> nv=7
+# What is left of the line reads as one more entry, of the character at which it began.
 nv , x >> nv=7 >> E6 | E1 '\n'
-opt = >> >> E4 'opt'
-# Two values.
-two * 5 >> two=/5
 two 100 5 >> two=/5 >> V Integer range error for option 'two' saw '100'
     V    Valid range is 0 to 99
 p "a b" "c ! d"!x >> p=a b/c ! d
-p a "b"c >> p=a >> VQ
-# The value of one entry.
 s "ab ! cd" ! note >> s=ab ! cd
-s "ab"!"cd" >> s=ab
-s " >> s=
-s "ab >> >> VQ
-# Options that come about by their use; quotes mean nothing there.
 --x first try >> --x=[first try]
---x >> --x=[]
---x "a b" >> >> VQ
-# Immediate options take a token, and the line goes on.
-msg:=a,msg b >> >> E2 'msg'
 msg := a,msg = b >> >> E a | E b
 nb x steplim -5 >> steplim=-5!1 >> W Integer range error for option 'steplim' saw '-5'
     W    Valid range is 0 to maxint
 nb on nb OFF steplim -5 >> >> V Integer range error for option 'steplim' saw '-5'
     V    Valid range is 0 to maxint
-eol no steplim 5, two 1 2 s "a b" nv b yes,opt >> steplim=5 two=1/2 s=a b opt=42 nv=7 b=1
 )";
   check(table, true, rows);
 }
@@ -92,22 +67,12 @@ eol no steplim 5, two 1 2 s "a b" nv b yes,opt >> steplim=5 two=1/2 s=a b opt=42
 TEST(TokenMode, Entries) {
   constexpr std::string_view rows = R"(
 steplim , b yes >> b=1 >> VI 'steplim' saw ''
-opt b yes >> >> VI 'opt' saw 'b' | E3 'yes'
-two 1 b yes >> two=1 >> VI 'two' saw 'b' | E3 'yes'
-bad 5 b yes >> b=1 >> E3 'bad'
-# A quote closes in front of a separator, behind an odd number of quotes.
 s "a, b",b yes >> s=a, b b=1
 s "ab"c" d" b yes >> b=1 >> VQ
-s "ab"c" >> >> VQ
-s "a b"b yes >>
 p a "b >> p=a/a
 --x a --x "b c" b yes >> b=1 --x=[a|b c]
 )";
   check(table, false, rows);
-  optiontable options(table);
-  options->opteolonlyset(0);
-  options.read("--x \"a b");  // the option exists all the same
-  EXPECT_EQ(options->optlistcountstr("--x"), 0);
 }
 
 TEST(MinosKeys, JoinTheWordsOfTheLine) {
@@ -117,13 +82,9 @@ TEST(MinosKeys, JoinTheWordsOfTheLine) {
       "print strlist 5 0 0\nms synonym max_iter\n";
   constexpr std::string_view rows = R"(
 maximum iterations = 5 >> max_iter=5
-max_iter 5 >> >> E3 'max_iter'
 max iter count 5 >> >> VI 'max_iter' saw 'count 5'
 superb bases limits 6 >> >> E3 'superb_bases_limits'
-superb basics limits >> >> E4 'super basics limit'
-bad "x" >> >> E3 'bad___'
 one two three four five x >> >> E3 'one_two_three_four'
---note first try >> --note_first_try=[]
 )";
   check(definition, true, rows);
   check(definition, false, R"(
@@ -134,31 +95,22 @@ bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
 
 TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
   const std::string base =
-      "x integer 1 0 0 99 0 0\ny integer.NV 2 7 0 9 0 0\ntwo integer.TWO 3 0 0 9 0 0\n"
-      "s synonym x\nt synonym x\nmsg immediate Message 0 0\n";
-  const struct {
-    std::string marks;
-    std::string_view rows;
-  } cases[] = {{"h deprecated\n x Old\n", R"(
-X 5 >> x=5 >> W deprecated option 'X'; Old
-x a >> >> W deprecated option 'x'; Old | VI 'x' saw 'a'
-s 5 >> x=5)"},
-               {"h deprecated\n s Use x\n", R"(
-T 5 >> x=5 >> W deprecated synonym 'T'; Use x
-x 5 >> x=5)"},
-               {"h obsolete\n x Gone\n two None\n", R"(
-x 5 >> >> W obsolete option 'x'; Gone
-s 5 >> x=5
-two 1 2 >> >> W obsolete option 'two'; None)"},
-               {"h obsolete\n s Gone\n msg Gone\n", R"(
-t 5 >> >> W obsolete synonym 't'; Gone
-msg a >> >> E a)"},
-               // An abbreviation is not the option's own name.
-               {"Path lookup\nlong_name integer 4 0 0 9 0 0\nh obsolete\n long_name Gone\n", R"(
-lon_nam 5 >> long_name=5
-LONG_name 5 >> >> W obsolete option 'LONG_name'; Gone)"}};
-  for (const auto& marked : cases)
-    for (const bool toeol : {true, false}) check(base + marked.marks, toeol, marked.rows);
+      "x integer 1 0 0 99 0 0\ntwo integer.TWO 3 0 0 9 0 0\ns synonym x\n"
+      "t synonym x\nmsg immediate Message 0 0\n";
+  const std::pair<const char*, const char*> cases[] = {
+      {"h deprecated\n x Old\n",
+       "X 5 >> x=5 >> W deprecated option 'X'; Old\n"
+       "x a >> >> W deprecated option 'x'; Old | VI 'x' saw 'a'\ns 5 >> x=5\n"},
+      {"h deprecated\n s Use x\n", "T 5 >> x=5 >> W deprecated synonym 'T'; Use x\nx 5 >> x=5\n"},
+      {"h obsolete\n x Gone\n two None\n",
+       "x 5 >> >> W obsolete option 'x'; Gone\ntwo 1 2 >> >> W obsolete option 'two'; None\n"},
+      {"h obsolete\n s Gone\n msg Gone\n",
+       "t 5 >> >> W obsolete synonym 't'; Gone\nmsg a >> >> E a\n"},
+      // An abbreviation is not the option's own name.
+      {"Path lookup\nlong_name integer 4 0 0 9 0 0\nh obsolete\n long_name Gone\n",
+       "lon_nam 5 >> long_name=5\nLONG_name 5 >> >> W obsolete option 'LONG_name'; Gone\n"}};
+  for (const auto& [marks, rows] : cases)
+    for (const bool toeol : {true, false}) check(base + marks, toeol, rows);
 }
 
 TEST(Files, TellTheLineAndGoOn) {
@@ -171,8 +123,6 @@ TEST(Files, TellTheLineAndGoOn) {
             "E6: Option keyword expected, saw '5' | E7: Remainder of line ignored | "
             "E7: Unknown option 'x' | E8: told | " +
                 range + " | " + range);
-  EXPECT_EQ(options.queue(true).front(), "Reading parameter(s) from \"{par}\"");
-  EXPECT_EQ(options.queue(true).back(), "Finished reading from \"{par}\"");
   EXPECT_EQ(options.state(), "steplim=7 nv=7");
 }
 
@@ -192,10 +142,9 @@ TEST(Files, ReadTheSampleText) {
 TEST(Files, KeepTheirModeToThemselves) {
   optiontable options(table);
   options.put("inner", "eol no\nb yes nv\n");
-  options.put("plain", "s a b\n");
-  options.read("rf {inner}\nsteplim 5 6\neol no\nrf {plain} two 1 2 opt 3\n");
+  options.read("rf {inner}\nsteplim 5 6\neol no\ntwo 1 2 opt 3\n");
   EXPECT_EQ(options.brief(), "V2: Integer expected, for option 'steplim' saw '5 6'");
-  EXPECT_EQ(options.state(), "two=1/2 s=a b opt=3 nv=7 b=1");
+  EXPECT_EQ(options.state(), "two=1/2 opt=3 nv=7 b=1");
 }
 
 TEST(Files, NestNineLevelsDeep) {
@@ -206,10 +155,6 @@ TEST(Files, NestNineLevelsDeep) {
   EXPECT_EQ(options.queue(true).size(), 23U);
   EXPECT_EQ(options.queue(), lines{"*** Error File nesting level too deep; file ignored"});
   EXPECT_EQ(options.state(), "--level=[x|x|x|x|x|x|x|x|x]");
-  options->optresetall();
-  options.put("self", "rf {self}\nrf {self}\n");
-  options.read("rf {self}\n");
-  EXPECT_EQ(options.queue().size(), 256U);  // once for each line that reads it at the last level
 }
 
 TEST(Files, ThatCannotBeOpened) {
@@ -227,9 +172,7 @@ TEST(Strings, AreOneLine) {
   options->optreadfromstr("steplim 1\nopt 2");
   options->optreadfrompchar("b 1\nopt 2");
   EXPECT_EQ(options.state(), "steplim=1 b=1");
-  options->optreadfromstr("");
   options->optreadfrompchar(nullptr);
-  EXPECT_EQ(options.queue(true), lines());
   options->optechoset(1);
   options->optreadfromstr("* 1");
   options.read("opt 4\n");
@@ -246,35 +189,22 @@ TEST(Strings, AreOneLine) {
   }
 }
 
-// --- Text of any kind ---------------------------------------------------------------------------
-
-/// Lines of words that mean something to the readers, and now and then of any bytes.
-std::string garbage(std::mt19937& random, bool definition) {
-  const auto pick = [&](const char* words) {
-    std::istringstream in(words);
-    const lines all{std::istream_iterator<std::string>(in), {}};
-    return all[random() % all.size()];
-  };
-  const auto name = [&] { return pick("a bb ccc_ddd ccc_dddd eee f1 .dot eee_ syn Minos Path g"); };
+/// Words that mean something to the readers, "^" for a line end, and now and then any bytes.
+std::string garbage(std::mt19937& random) {
+  std::istringstream in(
+      "^ ^| a bb ccc_ddd ccc_dddd ^f1 ^eee_ 1 0 -5 1e3 maxint \"a\" \"x a:b:c , = := ! * yes ('q', "
+      ") "
+      "$ ReadFile - . ^Minos ^Path { ^g group ^syn synonym deprecated obsolete ^.dot integer "
+      "lookup "
+      "eolcomm macro double.TWO enumint indicator multilist strlist enumstr immediate");
+  const lines words{std::istream_iterator<std::string>(in), {}};
   std::string all;
-  for (std::size_t count = random() % 40; count > 0; --count) {
-    if (definition)
-      all += name() + " " +
-             pick(
-                 "integer double string boolean enumstr enumint multilist strlist macro immediate "
-                 "synonym group deprecated obsolete indicator lookup eolcomm integer.TWO x.zz");
-    for (std::size_t n = random() % 9; n > 0; --n)
-      all +=
-          (random() % 8 == 0 ? "" : " ") +
-          (random() % 2 == 0
-               ? name()
-               : pick(
-                     "1 0 -5 1e3 maxint \"a\" \"x a:b:c , = := ! * yes ( 'q', ) $ ReadFile - . {"));
-    for (std::size_t n = random() % 16 == 0 ? random() % 1500 : 0; n > 0; --n)
+  for (std::size_t count = random() % 200; count > 0; --count) {
+    all += words[random() % words.size()] + (random() % 8 == 0 ? "" : " ");
+    for (std::size_t n = random() % 200 == 0 ? random() % 1500 : 0; n > 0; --n)
       all += static_cast<char>(random());
-    all += random() % 3 == 0 ? "\n " : "\n";
   }
-  return all;
+  return replaced(replaced(all, "^", "\n"), "|", " ");
 }
 
 TEST(TextOfAnyKind, LeavesAGoodObject) {
@@ -285,8 +215,8 @@ TEST(TextOfAnyKind, LeavesAGoodObject) {
     t->optechoset(seed % 3 == 0);
     t->opteolonlyset(seed % 2);
     for (int round = 0; round < 9; ++round) {
-      if (round % 3 == 0) t.define(garbage(random, true));
-      const std::string text = garbage(random, false);
+      if (round % 3 == 0) t.define(garbage(random));
+      const std::string text = garbage(random);
       t.read(text + "\n");
       t->optreadfromstr(text.substr(0, 300));
       t->optshowhelp(seed % 2 == 0 ? "3" : "11");

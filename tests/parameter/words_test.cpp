@@ -22,7 +22,6 @@ TEST(Words, CheckBoolean) {
 TEST(Words, ExternalForm) {
   const std::pair<std::string, std::string> rows[] = {
       {"", "\"\""},
-      {"a b", "\"a b\""},
       {",", "\",\""},
       {"a\" b", "\"a\" b\""},
       {"a\nb;'", "a\nb;'"},
