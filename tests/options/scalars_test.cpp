@@ -16,7 +16,6 @@ namespace {
 constexpr std::string_view table =
     "i integer.TWO 1 7 0 10 0 0\n"
     "wide integer 2 0 minint maxint 0 0\n"
-    "neg integer 2 -5 minint -1 0 0\n"
     "d double.TWO 3 0.5 0 1 0 0\n"
     "big double 4 0 mindouble maxdouble 0 0\n"
     "low double 5 0 mindouble 1.5e-7 0 0\n"
@@ -29,22 +28,13 @@ constexpr std::string_view table =
 // value) >> what is then set >> messages.
 constexpr std::string_view assignments = R"(
 i >> 10;2:1e1 >> i=10/10
-i >> 2:0 >> i=/0
 i >> 5;11 >> i=5 >> V Integer range error for option 'i' saw '11' | V    Valid range is 0 to 10
-i >> 2:-1 >>  >> V Integer range error for option 'i' saw '-1' | V    Valid range is 0 to 10
-!i >> 11 >> i=11!1 >> W Integer range error for option 'i' saw '11' | W    Valid range is 0 to 10
-!i >> 2:11;5 >> i=5/11 >> W Integer range error for option 'i' saw '11'
-    W    Valid range is 0 to 10
 !i >> -1;2:maxint;2:minint >> i=-1/-2147483648!3 >> W Integer range error for option 'i' saw '-1'
     W    Valid range is 0 to 10 | W Integer range error for option 'i' saw '2147483647'
     W    Valid range is 0 to 10 | W Integer range error for option 'i' saw '-2147483648'
     W    Valid range is 0 to 10
 i >> ; >>  >> V Integer expected, for option 'i' saw ''
-wide >> MaxInt >> wide=2147483647
 wide >> -2.5d1 >> wide=-25
-neg >> 0 >>  >> V Integer range error for option 'neg' saw '0' | V    Valid range is minint to -1
-d >> 1;2:0 >> d=1/0
-d >> eps >> d=1E-20
 d >> 2:1.0000001 >>  >> V Double out of range for option 'd' saw '1.0000001'
     V    Valid range is 0 to 1
 !d >> 2;2:0.25 >> d=2/0.25 >> W Double out of range for option 'd' saw '2'
@@ -56,14 +46,11 @@ low >> 1 >>  >> V Double out of range for option 'low' saw '1'
     V    Valid range is mindouble to 1.5E-7
 s >> ;2: a  b  >> s=/ a  b 
 b >> yes;2:Off >> b=1/0
-!b >> 2 >>  >> V Boolean value expected for option 'b' saw '2'
-e >> ALPHA;2:Beta >> e=Alpha/beta
 e >> gamma >>  >> V Unknown value for option 'e' saw 'gamma' | V    Possible values are  Alpha beta
 !e >> beta;gamma >> e=!1 >> W Unknown value for option 'e' saw 'gamma'
     W    Possible values are  Alpha beta
 !e >> 2:;alpha >> e=Alpha/ >> W Unknown value for option 'e' saw ''
     W    Possible values are  Alpha beta
-n >> -8;2:1000 >> n=-8/1000
 !n >> 2:5 >> n=/5!2 >> W Unknown value for option 'n' saw '5' | W    Possible values are  4 -8 1000
 )";
 
@@ -74,10 +61,7 @@ TEST(TextValues, AreCheckedAndStored) {
     toption& option = options.option(row[0].substr(options->nobounds ? 1 : 0));
     std::istringstream texts(row[1]);
     for (std::string text; std::getline(texts, text, ';');) {
-      if (text.starts_with("2:"))
-        option.setasstring2(text.substr(2));
-      else
-        option.setasstring(text);
+      text.starts_with("2:") ? option.setasstring2(text.substr(2)) : option.setasstring(text);
     }
     EXPECT_EQ(options.state(), row[2]) << row[0] << ' ' << row[1];
     EXPECT_EQ(options.brief(), row[3]) << row[0] << ' ' << row[1];
@@ -90,8 +74,7 @@ TEST(TypedValues, AreCheckedAsTheyAre) {
   auto& flag = dynamic_cast<tbooleanoption&>(options.option("b"));
   flag.setasinteger(-1);
   EXPECT_EQ(options.brief(),
-            "V Boolean out of range for option 'b' saw '-1' | "
-            "V    Valid values are 0 or 1");
+            "V Boolean out of range for option 'b' saw '-1' | V    Valid values are 0 or 1");
   real.setasdouble(std::nan(""));
   real.setasdouble(std::numeric_limits<double>::infinity());
   EXPECT_EQ(options.queue().size(), 6U);

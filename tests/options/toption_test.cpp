@@ -43,37 +43,29 @@ TEST(Reset, HidesTheValuesOfEveryKind) {
   EXPECT_EQ(options.state(), "i=7 d=7/8!3 s=7/8 es=/!3 ei=7/8!3 l=[7]");
   for (const std::string& name : names) options.option(name).reset();
   EXPECT_EQ(options.state(), "");
-  for (const std::string& name : names) {
-    const toption& option = options.option(name);
-    EXPECT_EQ(option.getasstring(), option.getasstring2()) << name;  // both the default
-    EXPECT_EQ(option.recent + option.outofbounds, 0) << name;
-  }
   options.option("l").setasstring("c");  // a member of the macro, whose items went with it
   EXPECT_EQ(options.state(), "l=[c]");
 }
 
 TEST(Assignment, TestsForQuotesAndForOptionsWithoutAValue) {
-  const struct {
-    const char* option;
-    bool second;
-    std::string text;
-    std::string queue;
-    std::string state;
-  } rows[] = {// Being mentioned is the value: nothing is looked at, and what the field held shows.
-              {"nv", false, "x\"y", "", "nv=0"},
-              {"nv", true, "8", "", "nv=/8"},
-              {"nv", true, "\"8", "V Bad double-quote in value", ""},
-              {"s", false, "a\"b", "V Bad double-quote in value", ""},
-              {"l", false, "\"", "V Bad double-quote in value", ""},
-              {"im", false, "\"", "V Bad double-quote in value", ""},
-              {"mac", true, "1", "", ""},
-              {"im", true, "x", "", ""}};
-  for (const auto& row : rows) {
+  // Rows: option >> text, "2:" in front for the second >> messages >> what is then set. Being
+  // mentioned is a value: nothing is looked at, and what the field held shows.
+  constexpr std::string_view rows = R"(
+nv >> x"y >> >> nv=0
+nv >> 2:8 >> >> nv=/8
+nv >> 2:"8 >> V Bad double-quote in value
+s >> a"b >> V Bad double-quote in value
+l >> " >> V Bad double-quote in value
+im >> " >> V Bad double-quote in value
+mac >> 2:1
+im >> 2:x
+)";
+  for (const lines& row : rowsof(rows)) {
     optiontable options(table);
-    toption& option = options.option(row.option);
-    row.second ? option.setasstring2(row.text) : option.setasstring(row.text);
-    EXPECT_EQ(options.brief(), row.queue) << row.option;
-    EXPECT_EQ(options.state(), row.state) << row.option << row.text;
+    toption& option = options.option(row[0]);
+    row[1].starts_with("2:") ? option.setasstring2(row[1].substr(2)) : option.setasstring(row[1]);
+    EXPECT_EQ(options.brief(), row[2]) << row[0];
+    EXPECT_EQ(options.state(), row[3]) << row[0] << row[1];
   }
 }
 
