@@ -5,6 +5,19 @@
 
 namespace optxv {
 
+/// A text of a row whole: "~" is a name of 64 characters, "^" and "%" are a record.
+inline std::string longer(const std::string& text) {
+  const std::string named = replaced(text, "~", std::string(64, 'n'));
+  return replaced(replaced(named, "^", "l strlist 1 0 0"), "%", "x integer 1 0 0 9 0 0");
+}
+
+/// A text with single blanks, and none at the end.
+inline std::string flat(std::string text) {
+  while (text.find("  ") != text.npos) text = replaced(text, "  ", " ");
+  if (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
 /// What the table holds behind number 1, a line an option and one for each thing in it.
 inline lines described(optiontable& table) {
   lines all;
