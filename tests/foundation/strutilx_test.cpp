@@ -23,23 +23,18 @@ constexpr std::int32_t minint = -2147483647 - 1;
 
 TEST(BoundedText, PartsDeletionsAndInsertions) {
   const tuple<int, int, text, text> parts[] = {
-      {2, 3, "bcd", "aef"}, {5, 300, "ef", "abcd"}, {7, 1, "", "abcdef"}, {2, -9, "", "abcdef"},
-      {6, 1, "f", "abcde"}, {1, 6, "abcdef", ""},   {2, 0, "", "abcdef"}};
+      {2, 3, "bcd", "aef"}, {5, 300, "ef", "abcd"}, {7, 1, "", "abcdef"}, {2, -9, "", "abcdef"}};
   for (const auto& [start, count, part, rest] : parts) {
     EXPECT_EQ(copy("abcdef", start, count), part);
     boundedstring<6> s("abcdef");
     delete_(s, start, count);
     EXPECT_EQ(s, rest) << start << ' ' << count;
   }
-  const tuple<int, text> insertions[] = {
-      {-3, "xyabc"}, {1, "xyabc"}, {2, "axybc"}, {4, "abcxy"}, {99, "abcxy"}};
-  for (const auto& [position, result] : insertions) {
-    boundedstring<5> s("abc");
-    insert("xy", s, position);
-    EXPECT_EQ(s, result) << position;
-    insert(s, s, 2);
-    EXPECT_EQ(s.view().substr(1), result.substr(0, 4)) << "of itself";
-  }
+  boundedstring<5> s("abc");
+  insert("xy", s, 2);
+  EXPECT_EQ(s, "axybc");
+  insert(s, s, 2);
+  EXPECT_EQ(s, "aaxyb") << "of itself";
   EXPECT_EQ(pos("cd", "abcdcd") * 10 + pos("", ""), 31);
 }
 
@@ -48,12 +43,8 @@ TEST(Comparison, DifferencesOfBytesThenOfLengths) {
       {"abc", "ABC", 32, 0}, {"abc", "abd", -1, -1}, {"", "abc", -3, -3},
       {"", "", 0, 0},        {"a\0b"sv, "a", 2, 2},  {"\xE4", "\xC4", 0x20, 0x20},
       {"z", "[", 31, -1},    {"a", "_", 2, -30},     {"a", "\xE4", 'a' - 0xE4, 'A' - 0xE4}};
-  for (const auto& [a, b, exact, folded] : rows) {
+  for (const auto& [a, b, exact, folded] : rows)
     EXPECT_EQ(tuple(strcmp(a, b), strucmp(a, b)), tuple(exact, folded)) << a << ' ' << b;
-  }
-  const tuple<text, char, int> withcharacter[] = {
-      {"", 'a', -1}, {"c", 'a', 2}, {"a", 'a', 0}, {"ab", 'a', 1}, {"ab", 'c', -2}};
-  for (const auto& [s, c, difference] : withcharacter) EXPECT_EQ(_Q9stccmp(s, c), difference) << s;
 }
 
 TEST(Comparison, EveryPairOfBytesAtEveryPlace) {
@@ -76,9 +67,8 @@ TEST(Comparison, NumbersAtTheEnd) {
                                          {"x02", "x2", 1},  {"9", "10", -1}, {"a1b3", "a1B12", -1},
                                          {"", "", 0}};
   const auto sign = [](int n) { return (n > 0) - (n < 0); };
-  for (const auto& [a, b, order] : rows) {
+  for (const auto& [a, b, order] : rows)
     EXPECT_EQ(tuple(sign(strucmpnum(a, b)), sign(strucmpnum(b, a))), tuple(order, -order)) << a;
-  }
 }
 
 TEST(HeapStrings, ExactSizeAndNil) {
@@ -91,91 +81,43 @@ TEST(HeapStrings, ExactSizeAndNil) {
   EXPECT_EQ(getstring(p).size(), 255u);
   strassign(p, "");
   EXPECT_EQ(p, nullptr);
-  {
-    heapstring a("one"), b = std::move(a);
-    b = "two"sv;
-    a = std::move(b);
-    EXPECT_EQ(a.view(), "two");
-  }
   EXPECT_EQ(allocmemsize(), bytes);
 }
 
-TEST(HeapStrings, NilIsBelowAndNotEqualToARealEmptyString) {
-  const unsigned char empty[] = {0}, lower[] = {1, 'a'}, upper[] = {1, 'A'};
-  const tuple<const unsigned char*, const unsigned char*, int, int> rows[] = {
-      {nullptr, nullptr, 0, 0}, {nullptr, empty, -1, -1}, {lower, nullptr, 1, 1},
-      {lower, upper, 32, 0},    {empty, empty, 0, 0},     {empty, lower, -1, -1}};
-  for (const auto& [p, q, exact, folded] : rows) {
-    EXPECT_EQ(tuple(pstrcmp(p, q), pstrucmp(p, q)), tuple(exact, folded));
-    EXPECT_EQ(tuple(pstrequal(p, q), pstruequal(p, q)), tuple(exact == 0, folded == 0));
+TEST(Search, FromBothEnds) {
+  const tuple<int, int, int, int, int> rows[] = {
+      {0, 1, 0, 1, 0}, {2, 5, 1, 3, 1}, {6, 0, 5, 0, 5}, {99, 0, 5, 0, 5}};
+  for (const auto& [sp, left, right, leftu, rightu] : rows) {
+    EXPECT_EQ(tuple(lchpossp('a', "abAcab", sp), rchpossp('a', "abAcab", sp)), tuple(left, right));
+    EXPECT_EQ(tuple(lchupossp('a', "abAcab", sp), rchupossp('a', "abAcab", sp)),
+              tuple(leftu, rightu));
   }
-}
-
-TEST(Search, CharactersFromBothEnds) {
-  const tuple<char, text, int, int, int, int, int> rows[] = {
-      {'a', "abAcab", 0, 1, 0, 1, 0},  {'a', "abAcab", 2, 5, 1, 3, 1},
-      {'a', "abAcab", 6, 0, 5, 0, 5},  {'A', "abAcab", -7, 3, 0, 1, 0},
-      {'a', "abAcab", 99, 0, 5, 0, 5}, {'a', "", 1, 0, 0, 0, 0}};
-  for (const auto& [ch, s, sp, left, right, leftu, rightu] : rows) {
-    EXPECT_EQ(tuple(lchpossp(ch, s, sp), rchpossp(ch, s, sp)), tuple(left, right)) << s << sp;
-    EXPECT_EQ(tuple(lchupossp(ch, s, sp), rchupossp(ch, s, sp)), tuple(leftu, rightu)) << s << sp;
-  }
-  EXPECT_EQ(lchpos('b', "abAcab") * 10 + rchpos('b', "abAcab"), 26);
-  EXPECT_EQ(lchupos('B', "abAcab") * 10 + rchupos('B', "abAcab"), 26);
-  EXPECT_EQ(lchsetpos(charset("xcA"), "abAcab") * 10 + rchsetpos(charset("xcA"), "abAcab"), 34);
   const tuple<text, text, int, int> texts[] = {
-      {"ab", "abcab", 1, 1}, {"ab", "abcab", 2, 4}, {"ab", "abcab", 5, 0}, {"", "abc", 1, 0},
-      {"a", "", 1, 0},       {"ab", "abcab", 0, 0}, {"AB", "abcab", 1, 0}, {"b", "ab", maxint, 0}};
-  for (const auto& [pat, s, sp, found] : texts)
-    EXPECT_EQ(lstrpossp(pat, s, sp), found) << pat << sp;
+      {"ab", "abcab", 2, 4}, {"ab", "abcab", 5, 0}, {"", "abc", 1, 0}, {"b", "ab", maxint, 0}};
+  for (const auto& [pat, s, sp, found] : texts) EXPECT_EQ(lstrpossp(pat, s, sp), found) << pat;
 }
 
 TEST(Change, CaseSetsBlanksAndTexts) {
   EXPECT_EQ(uppercase("az{`\xE4 Q"), "AZ{`\xE4 Q");
   EXPECT_EQ(lowercase("AZ[@\xC4 q"), "az[@\xC4 q");
-  EXPECT_EQ(deletechar(charset(" ,"), " a, b,"), "ab");
-  EXPECT_EQ(replacechar(charset("dD"), 'E', "1d3D"), "1E3E");
   EXPECT_EQ(trimright("\ta b \t"), "\ta b");
-  EXPECT_EQ(trim("\ta b \t"), "a b");
-  EXPECT_EQ(trim(" \t "), "");
-  EXPECT_EQ(trim("a\r\n"), "a\r\n");
+  EXPECT_EQ(trim("\ta\r\n \t"), "a\r\n");
   const std::string full(255, 'a'), doubled(255, 'b');
-  const tuple<text, text, text, text> rows[] = {
-      {"aa", "a", "aaaa", "aa"}, {"a", "aba", "aca", "abacaba"}, {"", "x", "abc", "abc"},
-      {"b", "", "abcb", "ac"},   {"aa", "x", "aaa", "xa"},       {"a", "bb", full, doubled}};
+  const tuple<text, text, text, text> rows[] = {{"aa", "a", "aaaa", "aa"},
+                                                {"a", "aba", "aca", "abacaba"},
+                                                {"", "x", "abc", "abc"},
+                                                {"b", "", "abcb", "ac"},
+                                                {"a", "bb", full, doubled}};
   for (const auto& [oldtext, newtext, s, result] : rows)
     EXPECT_EQ(replacestr(oldtext, newtext, s).view(), result) << s;
-}
-
-TEST(Padding, Widths) {
-  EXPECT_EQ(fillstr('x', 3), "xxx");
-  EXPECT_EQ(fillstr('x', 999).length() + fillstr('x', -1).length(), 255);
-  const std::string most(252, ' ');
-  const tuple<text, int, std::string, std::string> rows[] = {
-      {"abc", 5, "  abc", "abc  "},
-      {"abc", -2, "abc", "abc"},
-      {"abc", 300, most + "abc", "abc" + most}};
-  for (const auto& [s, n, left, right] : rows) {
-    EXPECT_EQ(tuple(padleft(s, n).view(), padright(s, n).view()), tuple(left, right)) << n;
-  }
-  const tuple<text, int, int, std::string> multiples[] = {
-      {"abc", 4, 4, "abc "},  {"abc", 0, 3, "abc"}, {"abc", -4, 3, "abc"},
-      {"abcd", 4, 4, "abcd"}, {"", 7, 0, ""},       {"abc", maxint, maxint, "abc" + most}};
-  for (const auto& [s, m, length, padded] : multiples) {
-    EXPECT_EQ(tuple(padmodlength(s, m), padrightmod(s, m).view()), tuple(length, padded)) << m;
-  }
 }
 
 TEST(Tokens, TakenOneByOne) {
   const tuple<text, text> rows[] = {{"''b", "[]3 [b]4 []4 "},
                                     {"  \"two words\"  next", "[two words]14 [next]20 []20 "},
-                                    {"a ", "[a]3 []3 "},
                                     {"'it\"s' x", "[it\"s]7 [x]9 []9 "},
-                                    {"   ", "[]4 []4 "},
                                     {"\"open end ", "[open end ]11 []11 "},
-                                    {"\"", "[]2 []2 "},
-                                    {"a'b c'", "[a'b]5 [c']7 []7 "},
-                                    {"", "[]1 "}};
+                                    {"a'b c'", "[a'b]5 [c']7 []7 "}};
   for (const auto& [s, expected] : rows) {
     std::string tokens;  // each with the position behind it
     for (int p = 1, last = 0; last != p;) {
@@ -185,17 +127,12 @@ TEST(Tokens, TakenOneByOne) {
     }
     EXPECT_EQ(tokens, expected) << s;
   }
-  int outside = 0;
-  EXPECT_EQ(extracttoken("abc", outside), "");
-  EXPECT_EQ(outside, 0);
 }
 
 TEST(IntegerText, PlainAndGrouped) {
   const tuple<std::int32_t, text, text, text> rows[] = {
-      {0, "0", "0", "0"},
       {1234567, "1234567", "1,234,567", "1234567"},
       {maxint, "2147483647", "2,147,483,647", "maxint"},
-      {-1000, "-1000", "-1,000", "-1000"},
       {minint, "-2147483648", "-.,/,),,(-,*,(", "minint"}};
   for (const auto& [n, plain, nice, symbolic] : rows) {
     EXPECT_EQ(inttostr(n), plain);
@@ -204,10 +141,7 @@ TEST(IntegerText, PlainAndGrouped) {
     EXPECT_EQ(integerwidth(n), static_cast<int>(plain.size()));
     EXPECT_EQ(int64tonicestr(n), n == minint ? "-2,147,483,648" : nice);
   }
-  EXPECT_EQ(inttostrw(12345, 3), "12345");
-  EXPECT_EQ(inttonicestrw(-1234, 8), "  -1,234");
   constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-  EXPECT_EQ(inttostr(lowest), "-9223372036854775808");
   EXPECT_EQ(int64tonicestrw(-(lowest + 1), 27), "  9,223,372,036,854,775,807");
   EXPECT_EQ(int64tonicestr(lowest), "-',..-,-).,0-*,(+,,))+,(0(");
 }
@@ -216,16 +150,13 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(RealText, ShortestOfFifteenDigits) {
   const tuple<double, text> rows[] = {
-      {100, "100"},       {1234.5678, "1234.5678"},  {2.0 / 3, "0.666666666666667"},
-      {0.1 + 0.2, "0.3"}, {0.0001, "0.0001"},        {999999999999999.9, "1000000000000000"},
-      {1e15, "1E15"},     {-1.25e-7, "-1.25E-7"},    {123456789012345678.0, "1.23456789012346E17"},
-      {-0.0, "0"},        {0.9999999999999999, "1"}, {0.00009999999999999999, "1E-4"},
-      {-0.05, "-0.05"},   {-infinity, "-INF"},       {100.000000000001, "100.000000000001"},
-      {infinity, "INF"},  {std::nan(""), "NAN"},     {5e-324, "4.94065645841247E-324"}};
+      {1e15, "1E15"},      {1234.5678, "1234.5678"}, {2.0 / 3, "0.666666666666667"},
+      {0.1 + 0.2, "0.3"},  {0.0001, "0.0001"},       {999999999999999.9, "1000000000000000"},
+      {-0.0, "0"},         {-1.25e-7, "-1.25E-7"},   {0.00009999999999999999, "1E-4"},
+      {-infinity, "-INF"}, {std::nan(""), "NAN"},    {5e-324, "4.94065645841247E-324"}};
   for (const auto& [x, shown] : rows) EXPECT_EQ(dbltostr(x), shown);
   EXPECT_EQ(dbltostrex(1e299), "maxdouble");
   EXPECT_EQ(dbltostrex(-1e299), "mindouble");
-  EXPECT_EQ(dbltostrex(2e299), "2E299");
 }
 
 TEST(RealText, ReadsBackToFifteenDigits) {
@@ -245,11 +176,9 @@ TEST(TextToNumber, Integers) {
   const tuple<text, int, bool, int, bool, int> rows[] = {
       {" 12", 12, true, 12, true, 12},  {"12 ", 0, false, 12, false, 0},
       {"", 0, false, 0, false, 0},      {"MININT", 0, true, minint, true, minint},
-      {"maxin", 0, false, 0, false, 0}, {"2147483648", maxint, true, maxint, true, maxint},
-      {"1e3", 0, false, 1, true, 1000}, {"-2147483648.0", 0, false, minint, true, minint},
-      {"2.5", 0, false, 2, false, 0},   {"-2147483649.0", 0, false, minint, false, 0},
-      {"eps", 0, false, 0, false, 0},   {"2147483648.0", 0, false, maxint, false, 0},
-      {".", 0, false, 0, true, 0},      {"2147483647.0", 0, false, maxint, true, maxint}};
+      {"1e3", 0, false, 1, true, 1000}, {"2147483648", maxint, true, maxint, true, maxint},
+      {"2.5", 0, false, 2, false, 0},   {"-2147483648.0", 0, false, minint, true, minint},
+      {".", 0, false, 0, true, 0},      {"2147483648.0", 0, false, maxint, false, 0}};
   for (const auto& [s, plain, good, number, good2, number2] : rows) {
     std::int32_t n = 99, n2 = 99;
     EXPECT_EQ(strasint(s), plain) << s;
@@ -260,11 +189,12 @@ TEST(TextToNumber, Integers) {
 
 TEST(TextToNumber, Reals) {
   const tuple<text, bool, double> rows[] = {
-      {"1d3", true, 1000},   {"1D-3", true, 0.001},
-      {"-2.5e1", true, -25}, {"1e999", false, infinity},
-      {".", true, 0},        {"MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u)},
-      {"1 ", false, 1},      {"MINDOUBLE", true, std::bit_cast<double>(0xFE031CFD3999F7B0u)},
-      {"inf", false, 0},     {"Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u)}};
+      {"1D-3", true, 0.001},
+      {"1e999", false, infinity},
+      {"1 ", false, 1},
+      {"inf", false, 0},
+      {"MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u)},
+      {"Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u)}};
   for (const auto& [s, good, number] : rows) {
     double x = 99;
     EXPECT_EQ(tuple(strasdoubleex(s, x), x), tuple(good, number)) << s;

@@ -1,18 +1,12 @@
 #include "foundation/textfile.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
 #include <tuple>
 
 #include "foundation/runtime.h"
+#include "support/scratchfolder.h"
 
 namespace optxv {
 namespace {
@@ -21,13 +15,6 @@ using namespace std::string_literals;
 
 class TextFile : public testing::Test {
  protected:
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-  void put(const std::string& content) { std::ofstream(file_, std::ios::binary) << content; }
-  std::string content() const {
-    std::ostringstream all;
-    all << std::ifstream(file_, std::ios::binary).rdbuf();
-    return all.str();
-  }
   // All of a file in pieces of at most maximum bytes, each with a comma behind it; "|" stands for a
   // line's end.
   static std::string pieces(textfile& file, int maximum) {
@@ -40,23 +27,20 @@ class TextFile : public testing::Test {
     }
     return all;
   }
-  char name_[32] = "/tmp/optxvtextXXXXXX";
-  std::string folder_ = mkdtemp(name_), file_ = folder_ + "/file";
+  const test::scratchfolder folder_;
+  const std::string file_ = folder_ / "file";
 };
 
 TEST_F(TextFile, ReadsLinesInPieces) {
-  const std::tuple<std::string, int, std::string> table[] = {{"", 5, ""},
-                                                             {"ab\ncd", 5, "ab,|cd,"},
-                                                             {"ab\r\n\r\ncd\r", 5, "ab,||cd,"},
-                                                             {"\n", 5, "|"},
-                                                             {"ab\rcd\n", 3, "ab,cd,|"},
-                                                             {"abcdefg\n", 3, "abc,def,g,|"},
-                                                             {"abc\r\n", 3, "abc,|"},
-                                                             {"a\rb\n", 5, "a\rb,|"},
-                                                             {"a\0b\x1A\n"s, 9, "a\0b\x1A,|"s},
-                                                             {"a\r\r\n", 5, "a\r,|"}};
+  const std::tuple<std::string, int, std::string> table[] = {
+      {"", 5, ""},
+      {"ab\r\n\r\ncd\r", 5, "ab,||cd,"},
+      {"ab\rcd\n", 3, "ab,cd,|"},
+      {"abcdefg\n", 3, "abc,def,g,|"},
+      {"abc\r\n", 3, "abc,|"},
+      {"a\0b\x1A\r\r\n"s, 9, "a\0b\x1A\r,|"s}};
   for (const auto& [text, maximum, expected] : table) {
-    put(text);
+    folder_.put("file", text);
     textfile file;
     file.assign(file_);
     file.reset();
@@ -70,7 +54,10 @@ TEST_F(TextFile, LinesAcrossBlocks) {
   const auto line = [](int i) { return std::string(static_cast<std::size_t>(i % 211), 'x'); };
   textfile file;
   file.assign(file_ + "\0ignored"s);
+  const int descriptor = dup(0);  // the number that the next open will get
+  ::close(descriptor);
   file.rewrite();
+  EXPECT_EQ(fcntl(descriptor, F_GETFD), FD_CLOEXEC);
   for (int i = 0; i < 3000; ++i) file.write(line(i) + '\r'), file.writeln();
   file.write(std::string(200000, 'y') + "\nlast");
   file.reset();
@@ -83,14 +70,15 @@ TEST_F(TextFile, LinesAcrossBlocks) {
   file.rewrite();
   file.write("short");
   file.close();
-  EXPECT_EQ(content(), "short");
+  EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
+  EXPECT_EQ(folder_.get("file"), "short");
 }
 
 TEST_F(TextFile, FailuresAreStored) {
-  const std::tuple<std::string, bool, int> rows[] = {{folder_, false, EISDIR},
-                                                     {folder_, true, EISDIR},
-                                                     {folder_ + "/none", false, ENOENT},
-                                                     {folder_ + "/none/file", true, ENOENT},
+  const std::tuple<std::string, bool, int> rows[] = {{folder_.path(), false, EISDIR},
+                                                     {folder_.path(), true, EISDIR},
+                                                     {folder_ / "none", false, ENOENT},
+                                                     {folder_ / "none/file", true, ENOENT},
                                                      {"\0x"s, false, ENOENT}};
   for (const auto& [name, writing, error] : rows) {
     textfile file;
@@ -116,45 +104,24 @@ TEST_F(TextFile, FailuresAreStored) {
   EXPECT_EQ(ioresult(), 0);
 }
 
-TEST_F(TextFile, DescriptorIsClosedOnExecAndWithTheObject) {
-  const int descriptor = dup(0);  // the number that the next open will get
-  ::close(descriptor);
-  {
-    textfile file;
-    file.assign(file_);
-    file.rewrite();
-    EXPECT_EQ(fcntl(descriptor, F_GETFD), FD_CLOEXEC);
-  }
-  EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
-}
-
-// Runs body with a descriptor of the process standing on another file.
-template <class Body>
-void redirected(int descriptor, const std::string& name, int flags, Body body) {
-  const int kept = dup(descriptor), other = open(name.c_str(), flags, 0666);
-  dup2(other, descriptor);
-  body();
-  dup2(kept, descriptor);
-  close(other);
-  close(kept);
-}
-
 TEST_F(TextFile, EmptyNameIsTheStandardStream) {
-  put("one\r\ntwo\n\nlong line");
-  redirected(STDIN_FILENO, file_, O_RDONLY, [] {
+  folder_.put("file", "one\r\ntwo\n\nlong line");
+  const int in = dup(0), out = dup(1);
+  dup2(open(file_.c_str(), O_RDONLY | O_CLOEXEC), 0);
+  {
     textfile file;
     file.reset();
     EXPECT_EQ(pieces(file, 4), "one,|two,||long, lin,e,");
-  });
-  EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1);
+  }
+  EXPECT_NE(fcntl(0, F_GETFD), -1) << "not ours to close";
   std::fflush(stdout);
-  redirected(STDOUT_FILENO, file_, O_WRONLY | O_TRUNC, [] {
+  dup2(open(file_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC), 1);
+  {
     textfile file;
-    file.rewrite();
-    file.write("to standard output");
-    file.writeln();
-  });
-  EXPECT_EQ(content(), "to standard output\n");
+    file.rewrite(), file.write("to standard output"), file.writeln();
+  }
+  dup2(in, 0), dup2(out, 1);
+  EXPECT_EQ(folder_.get("file"), "to standard output\n");
 }
 
 }  // namespace
