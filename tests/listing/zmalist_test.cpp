@@ -132,7 +132,7 @@ TEST(Listing, FitsItemsIntoLines) {
 TEST(Listing, MarginsAndIndents) {
   lists(
       [](tzmalist& l) {
-        l.setrightmargin(20), l.setleftmargin(19), l.setleftmargin(20), l.wrstr("a");
+        l.setrightmargin(40), l.setleftmargin(19), l.setleftmargin(20), l.wrstr("a");
       },
       blanks(18) + "a\n");
   lists([](tzmalist& l) { l.setrightmargin(1000), l.setleftmargin(301), l.wrstr("x"); },
