@@ -25,6 +25,8 @@ TEST(Table, TheFingerSurvivesAStoreThatShrank) {
   EXPECT_EQ(value(*from, {2}), 2);
   store.clear();
   EXPECT_EQ(value(*from, {2}), -1);
+  load(store, {{{1}, 3}});
+  EXPECT_EQ(value(*from, {1}), 3);
 }
 
 TEST(Table, SortsLoadsOutOfOrder) {
