@@ -65,15 +65,4 @@ TEST(Loading, CountsAndFinalisesOnce) {
   EXPECT_FALSE(isloaded());
 }
 
-TEST(Loading, EachLoadStartsAnew) {
-  for (int load = 0; load < 2; ++load) {
-    library loaded;
-    char path[256] = "left over";
-    loaded.symbol<void(char*)>("coptgetloadpath")(path);
-    EXPECT_STREQ(path, "");
-    loaded.symbol<void(const char*)>("coptsetloadpath")("/some/where");
-  }
-  EXPECT_FALSE(isloaded());
-}
-
 }  // namespace
