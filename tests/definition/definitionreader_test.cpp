@@ -67,25 +67,25 @@ b boolean 1 yes 0 0 t\nc boolean 2 7 0 0 >> D1: Bad default value@b' >> b bool 1
 }
 
 TEST(Definition, EndsInSilence) {
-  const std::string l = "l strlist 1 0 0\n";
-  const std::pair<std::string, std::int32_t> rows[] = {
-      // the number of options, Help among them
-      {"", 1},
-      {" l strlist 1 0 0\n" + l, 1},
-      {"_l strlist 1 0 0\n" + l, 1},
-      {l + "\x1a\n" + l, 2},
-      {l + "#\nb strlist 1 0 0\n", 2},
-      {l + " continued\nb strlist 1 0 0\n", 2},
-      {"s string 1 x 0 0\n*help\n\n" + l, 3},
-      {"g group 1 0\n help\n" + l, 1},
-      {"a integer 1 0 0 9 0 0\n help\n \n" + l, 3},
-      {"a integer 1 0 0 9 0 0\n\thelp\n" + l, 2},
-      {"l strlist 1 0 0\r\ns string 1 x 0 0\r\n", 3}};
-  for (const auto& [text, count] : rows) {
+  // Text >> the number of options, Help among them.
+  constexpr std::string_view rows = R"(
+^ >> 2
+\n ^\n^ >> 1
+_l strlist 1 0 0\n^ >> 1
+^\n\x1a\n^ >> 2
+^\n#\nb strlist 1 0 0 >> 2
+^\n continued\nb strlist 1 0 0 >> 2
+s string 1 x 0 0\n*help\n\n^ >> 3
+g group 1 0\n help\n^ >> 1
+%\n help\n \n^ >> 3
+%\n\thelp\n^ >> 2
+^\r\ns string 1 x 0 0\r >> 3
+)";
+  for (const lines& row : rowsof(rows)) {
     optiontable options;
-    options.define(text);
-    EXPECT_EQ(options.queue(), lines()) << text;
-    EXPECT_EQ(options->optcount(), count) << text;
+    options.define(replaced(replaced(longer(row[0]), "\\r", "\r"), "\\x1a", "\x1a") + "\n");
+    EXPECT_EQ(options.queue(), lines()) << row[0];
+    EXPECT_EQ(std::to_string(options->optcount()), row[1]) << row[0];
   }
 }
 
@@ -104,8 +104,8 @@ TEST(Definition, AddsToAnEarlierOne) {
   optiontable options("c eolcomm !\na strlist 1 0 0\n");
   options->optechoset(1);
   options.define("b string 2 ! 0 0 a ! text\na strlist 3 0 0\n");
-  EXPECT_EQ(described(options), lines({"a list 1 0 0 ", "Help imm.OPT 0 4 0 0 ",
-                                       "b str 2 '!' 0 0 a ! text", "a list 3 0 0 "}));
+  EXPECT_EQ(joined(described(options)),
+            "a list 1 0 0  | Help imm.OPT 0 4 0 0  | b str 2 '!' 0 0 a ! text | a list 3 0 0 ");
   EXPECT_EQ(
       options.brief(),
       ">>  b string 2 ! 0 0 a ! text | >>  a strlist 3 0 0 | D2: Duplicate option for option 'a'");

@@ -84,14 +84,6 @@ TEST(Enumerations, AreNumberedFromOne) {
     EXPECT_TRUE(results[0] == (n[0] != -1) && results[1] == (n[1] != -1)) << number;
     EXPECT_EQ(str(concat(inttostr(n[0]), ' ', text[0], '|', inttostr(n[1]), ' ', text[1])), texts);
   }
-  std::int32_t entry = 77;
-  shortstring text;
-  options->optnoboundsset(1);
-  for (const auto& [value, expected] : {std::pair("TWO", "two2"), std::pair("three", "0")}) {
-    EXPECT_EQ(options->optsetstrnr(6, value), 1);
-    EXPECT_EQ(options->optgetenumstrnr(6, text, entry), 1);
-    EXPECT_EQ(str(text) + digits({entry}), expected);
-  }
 }
 
 TEST(Setters, TakeTheirKindsAndSubtypes) {
@@ -138,24 +130,13 @@ TEST(Setters, TellFromTheQueueWhetherTheValueWasTaken) {
   EXPECT_EQ(options.state(), "i=11!1 s=x");
 }
 
-TEST(Setters, OfAllValuesPassByTheRulesForTexts) {
-  optiontable options(table);
-  EXPECT_EQ(options->optsetstrnr(4, "a\"b") + options->optsetstr2nr(4, "a\"b"), 0);
-  EXPECT_EQ(options->optsetvaluesnr(4, 0, 0, "a\"b"), 1);
-  EXPECT_EQ(options->optsetvalues2nr(4, 0, 0, "\""), 1);
-  EXPECT_EQ(options->optsetstrnr(13, "8"), 1);
-  EXPECT_EQ(options.state(), "s=a\"b/\" nv=0");
-  EXPECT_EQ(options->optsetvaluesnr(13, 8, 0, ""), 1);
-  EXPECT_EQ(options.state(), "s=a\"b/\" nv=8");
-}
-
 TEST(Resets, GoAsFarAsTheySay) {
   optiontable options(sampledefinition);
-  std::int32_t errors[2] = {};
   const auto entries = [&] {
+    std::int32_t n[2] = {};
     const std::string counts =
-        digits({options->optdotoptcount(errors[0]), options->optindicatorcount(errors[1])});
-    return counts + digits({errors[0], errors[1], options->optmessagecount()});
+        digits({options->optdotoptcount(n[0]), options->optindicatorcount(n[1])});
+    return counts + digits({n[0], n[1], options->optmessagecount()});
   };
   for (const char* text : {"steplim 5", "method primal", "x.scale 2", "rowtype a$b yes", "paths a"})
     options.read(text);

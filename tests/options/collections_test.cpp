@@ -26,15 +26,12 @@ TEST(Values, GoToTheMembers) {
 m >> \t
 m >> 1:b >> >> x=1 y=b
 m >> 1:b:c:d >> V Too many items for multilist 'm' >> x=1 y=b
-m >> 1:: >> >> x=1
 m >> 1:b: >> >> x=1 y=b
-m >> :b >> V Integer expected, for option 'm' saw '' >> y=b
 m >> \t1:  b c >> >> x=1 y=b c
 m >> 1  :b >> V Integer expected, for option 'm' saw '1  ' >> y=b
 m >> 101:b >> V Integer range error for option 'm' saw '101' | V    Valid range is 0 to 100 >> y=b
 empty >> a:b >> V Too many items for multilist 'empty'
 over >> 3:4:5 >> >> x=4 y=5
-both >> a >> V Integer expected, for option 'both' saw 'a' >> y=a
 OUTER >> 7 >> >> x=7 y=7 l=[7]
 outer >> >> V Integer expected, for option 'outer' saw '' >> y= l=[]
 )";

@@ -32,21 +32,6 @@ TEST(UseDefined, StoresTheDefaultOfTheScalarKinds) {
   EXPECT_EQ(options.option("mac").defined, 0);
 }
 
-TEST(Reset, HidesTheValuesOfEveryKind) {
-  optiontable options(table);
-  options->optnoboundsset(1);
-  const lines names = {"d", "s", "b", "es", "ei", "mac"};
-  for (const std::string& name : names) {
-    options.option(name).setasstring("7");
-    options.option(name).setasstring2("8");
-  }
-  EXPECT_EQ(options.state(), "i=7 d=7/8!3 s=7/8 es=/!3 ei=7/8!3 l=[7]");
-  for (const std::string& name : names) options.option(name).reset();
-  EXPECT_EQ(options.state(), "");
-  options.option("l").setasstring("c");  // a member of the macro, whose items went with it
-  EXPECT_EQ(options.state(), "l=[c]");
-}
-
 TEST(Assignment, TestsForQuotesAndForOptionsWithoutAValue) {
   // Rows: option >> text, "2:" in front for the second >> messages >> what is then set. Being
   // mentioned is a value: nothing is looked at, and what the field held shows.

@@ -1,12 +1,6 @@
 #include "parameter/parameterreader.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
-#include <cstdio>
-#include <iterator>
-#include <random>
-#include <sstream>
 #include <string>
 
 #include "support/optiontable.h"
@@ -186,53 +180,6 @@ TEST(Strings, AreOneLine) {
   for (const char* quote : {"", "\""}) {  // a long value keeps its first 255 bytes
     options.read("s " + (quote + text) + text + quote);
     EXPECT_EQ(options.option("s").getasstring(), text.substr(0, 255));
-  }
-}
-
-/// Words that mean something to the readers, "^" for a line end, and now and then any bytes.
-std::string garbage(std::mt19937& random) {
-  std::istringstream in(
-      "^ ^| a bb ccc_ddd ccc_dddd ^f1 ^eee_ 1 0 -5 1e3 maxint \"a\" \"x a:b:c , = := ! * yes ('q', "
-      ") "
-      "$ ReadFile - . ^Minos ^Path { ^g group ^syn synonym deprecated obsolete ^.dot integer "
-      "lookup "
-      "eolcomm macro double.TWO enumint indicator multilist strlist enumstr immediate");
-  const lines words{std::istream_iterator<std::string>(in), {}};
-  std::string all;
-  for (std::size_t count = random() % 200; count > 0; --count) {
-    all += words[random() % words.size()] + (random() % 8 == 0 ? "" : " ");
-    for (std::size_t n = random() % 200 == 0 ? random() % 1500 : 0; n > 0; --n)
-      all += static_cast<char>(random());
-  }
-  return replaced(replaced(all, "^", "\n"), "|", " ");
-}
-
-TEST(TextOfAnyKind, LeavesAGoodObject) {
-  ASSERT_NE(std::freopen("/dev/null", "r", stdin), nullptr);  // an empty file name reads this
-  for (unsigned seed = 0; seed < 30; ++seed) {
-    optiontable t;
-    std::mt19937 random(seed);
-    t->optechoset(seed % 3 == 0);
-    t->opteolonlyset(seed % 2);
-    for (int round = 0; round < 9; ++round) {
-      if (round % 3 == 0) t.define(garbage(random));
-      const std::string text = garbage(random);
-      t.read(text + "\n");
-      t->optreadfromstr(text.substr(0, 300));
-      t->optshowhelp(seed % 2 == 0 ? "3" : "11");
-      ASSERT_EQ(t->parser, nullptr);
-      ASSERT_EQ(t->filedepth + t->assigndepth, 0);
-      ASSERT_TRUE(t->echoflag || t->optmessagecount() <= 5001);
-      for (std::int32_t i = 0; i < t->optcount(); ++i) {
-        const toption& option = *t->getobjects(i);
-        ASSERT_EQ(option.outofbounds & ~option.defined, 0);
-        const std::int32_t found = t->optlookup(option.optname);
-        ASSERT_TRUE(found <= i && (found >= 0 || t->lookupmode != lookupNormal));
-        t->optsetstrnr(i + 1, option.getasstring());
-      }
-    }
-    t->optresetall();
-    EXPECT_EQ(t.state(), "");
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
 #include <random>
 #include <string>
 
@@ -69,18 +70,13 @@ TEST(Help, ListsWhatTheModeSelects) {
   for (const auto name : {"name_of_22_characters_: long", "name_of_23_characters__: longest",
                           "other: in a hidden group", "X9: ", "x10: ten", "z: last"})
     full += str(name) + "\n" + in24 + "strlist, \n";
-  const std::pair<const char*, std::string> rows[] = {{"", summary},
-                                                      {"lost", summary},
-                                                      {"17", summary},
-                                                      {"3x", summary},
-                                                      {"9", marked},
-                                                      {"10", full},
-                                                      {"-1", summary + full},
-                                                      {"$3", summary + full},
-                                                      {"0", summary + full},
-                                                      {"11", marked + full},
-                                                      {"16", ""},
-                                                      {"8", ""}};
+  std::map<std::string, std::string> rows;
+  for (const char* request : {"", "lost", "17", "3x"}) rows[request] = summary;
+  for (const char* request : {"0", "-1", "$3"}) rows[request] = summary + full;
+  for (const char* request : {"16", "8"}) rows[request] = "";
+  rows["9"] = marked;
+  rows["10"] = full;
+  rows["11"] = marked + full;
   for (const auto& [request, expected] : rows) {
     optiontable options;
     options.define(definition);
