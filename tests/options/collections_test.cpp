@@ -43,22 +43,6 @@ outer >> >> V Integer expected, for option 'outer' saw '' >> y= l=[]
   }
 }
 
-// Only a direct call reaches these: the entry point for texts refuses a double quote.
-TEST(MultiList, CutsQuotedTokens) {
-  // A separator ends a quoted token too; an empty token stands between a quote and a separator.
-  const std::pair<const char*, const char*> rows[] = {
-      {"\"a:b\"", "y=a"},    {"\"a\":b", "y=a z= l=[b]"},
-      {"\"a\"b", "y=a z=b"}, {"\"a", "y=a"},
-      {"\"\"", ""},          {"\"\":", "y="},
-      {"a\"b:c", "z=c"}};
-  for (const auto& [text, state] : rows) {
-    optiontable options(
-        "y string 1 x 0 0\nz string 1 x 0 0\nl strlist 2 0 0\nt multilist 3 0 0\n y z l\n");
-    dynamic_cast<tmultilistoption&>(options.option("t")).setasstring(text);
-    EXPECT_EQ(options.state(), state) << text;
-  }
-}
-
 TEST(MultiList, LosesItsMembersInAReset) {
   optiontable options(table);
   options.option("m").reset();
