@@ -133,6 +133,8 @@ TEST(Reals, HaveThisHashAndAreNumberedByFirstUse) {
     EXPECT_EQ(numbers, "010231425");
     for (int i = 0; i < 3000; ++i) pool.add(3000 + i / 1024.0);
     EXPECT_EQ(statsof(pool)[2], 2) << "one and a half, rounded";
+    pool.setcapacity(16);
+    EXPECT_EQ(pool.capacity(), 8192) << "never below the count";
     EXPECT_EQ(pool.getdouble(5), 2003);
   }
   EXPECT_EQ(allocmemsize(), bytes);

@@ -95,7 +95,9 @@ TEST_F(TextFile, FailuresAreStored) {
   }
   textfile full;
   full.assign("/dev/full");
+  setioresult(7);
   full.rewrite();
+  EXPECT_EQ(ioresult(), 0) << "the code of before is gone";
   full.write(std::string(100000, 'x'));
   EXPECT_EQ(ioresult(), ENOSPC);
   full.close();

@@ -205,10 +205,6 @@ TEST_F(Command, ShowPrintsATable) {
 TEST_F(Command, JsonHoldsTheSame) {
   save("p", std::string(settings) + "steplim 50000\n\xff\n");
   const json shown = json::parse(run("show --json s.def p").out), options = shown["options"];
-  EXPECT_EQ(options[0], json::parse(R"({"number": 2, "name": "steplim", "kind": "integer",
-                                        "value": 7, "default": 1000, "set": true})"));
-  EXPECT_EQ(options[1]["value"], "my log");
-  EXPECT_EQ(options[2]["value"], false);
   EXPECT_EQ(options[3]["value"], json({1, 4}));
   EXPECT_EQ(options[3]["set"], json({false, true}));
   EXPECT_EQ(options[4]["value"], json({"one", "two, three"}));
@@ -222,12 +218,7 @@ TEST_F(Command, JsonHoldsTheSame) {
       "notes": ["Valid range is 0 to 10000"]})"));
   EXPECT_EQ(found["summary"]["errors"], 2);
   EXPECT_EQ(found["summary"]["dotoptions"], 1);
-  const json all = json::parse(run("api --json").out);
-  EXPECT_EQ(all["functions"].size(), 75U);
-  EXPECT_EQ(
-      all["functions"][11],
-      json::parse(
-          R"({"name": "optEchoSet", "result": "none", "arguments": ["integer"], "twin": null})"));
+  EXPECT_EQ(json::parse(run("api --json").out)["functions"].size(), 75U);
   EXPECT_NE(run("api").out.find(
                 "\noptGetNameNr           coptGetNameNr           integer  integer, outtext\n"),
             std::string::npos);
