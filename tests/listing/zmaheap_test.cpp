@@ -62,6 +62,9 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   zmagetmem(30), zmagetmem(4);  // 65536 - 31 - 2046 * 32 - 30 leaves 3 units
   EXPECT_EQ(zmaheapstate().basebufused, 1);
   EXPECT_EQ(zmagetmem(3), first + heapblockbytes - 24) << "the leftover became a piece";
+  for (int i = 0; i < 2047; ++i) zmagetmem(32);
+  zmagetmem(28);
+  EXPECT_EQ(zmaheapstate().basebufused, 1) << "taken to the last unit";
 }
 
 TEST_F(Heap, TableOfBlocksGrowsAheadOfItsLastRecord) {

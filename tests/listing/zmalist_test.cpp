@@ -160,6 +160,11 @@ TEST(Listing, EchoesSourceLines) {
         "      eight\n1234567  \n   1  abcdefghijklmno\n****    $        \n      pqrstu\n"
         "   2  abcdefghijklmno\n      pqrstu\n****    1  2         \n           3\n"
         "   3 ab|cdefghijklmn\n     o|pq\n");
+  const script column = [&](tzmalist& l) {
+    l.setrightmargin(21), l.pagecontrol = listPageColumn;
+    echo(l, 1, "abcdefghijklmnopqrstu", nullptr);
+  };
+  lists(column, "    1  abcdefghijklmno \n       pqrstu \n");
 }
 
 TEST(Listing, PagesAndHeaderLines) {
@@ -179,6 +184,10 @@ TEST(Listing, PagesAndHeaderLines) {
   for (int i = 0; i < 20; ++i) dots += ".\n";
   lists(kept, dots + head(1) + "\n\n.\n" + head(2) + "t\n\n\n.\n.\n" + head(3) + "t\n\n\n.\n");
   lists([&](tzmalist& l) { l.setlinesperpage(0), rows(l, 60); }, dots + dots + dots);
+  const script limited = [&](tzmalist& l) {
+    l.pagecontrol = listPageFilled, l.setlinesperpage(0), rows(l, 201);
+  };
+  EXPECT_EQ(written(limited).listing.find(head(1)), 400U) << "two hundred lines";
   const script levels = [](tzmalist& l) {
     for (const char* text : {"outer", "inner"})
       l.headerstart("level"), l.wrstr(text), l.headerdone("level");
