@@ -27,7 +27,7 @@ class Arguments : public ::testing::Test {
     setarguments(static_cast<int>(words_.size()), pointers_.data());
   }
 
-  const test::keptdirectory directory_;
+  const test::keptdirectory directory_{};
   const test::keptvariable variable_{"PATH"};
   const test::scratchfolder folder_;
   std::vector<std::string> words_;
