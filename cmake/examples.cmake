@@ -4,6 +4,8 @@ file(GLOB minimizer_sources CONFIGURE_DEPENDS examples/minimizer/*.c)
 if(minimizer_sources)
   add_executable(minimizer ${minimizer_sources})
   target_link_libraries(minimizer PRIVATE optxv m)
+  # A sanitizer in the library asks for the C++ runtime at the link, which a C compiler does not bring.
+  set_target_properties(minimizer PROPERTIES LINKER_LANGUAGE CXX)
   optxv_warnings(minimizer)
 endif()
 
