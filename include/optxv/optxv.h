@@ -758,7 +758,8 @@ OPTXV_API int32_t getosfilesys(void);
 /*
  * The absolute path of the running program. It is found from the word that the program was called
  * by, along PATH if there is no slash in it and otherwise from the current directory; one symbolic
- * link is followed, and the path is not normalised. EINVAL if that leads to nothing or does not fit.
+ * link is followed, and the path is not normalised. EINVAL if that leads to nothing or does not
+ * fit.
  */
 OPTXV_API int32_t unixgetmodulefilename(char* path, size_t size);
 
