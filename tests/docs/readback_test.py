@@ -14,10 +14,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 import tablefacts  # noqa: E402  (found beside this file)
-from library import Options, load  # noqa: E402
 
 TABLE = '''rate integer.OPT 3 1 0 maxint 1 2 Rate <b> "q"
- Long help,
 small integer 14 minint minint 0 1 maxint Small
 tol double 4 1e-6 mindouble 1e299 0 2
 scales double.TWO 11 1 eps 10 13 2 Scales
@@ -45,17 +43,6 @@ def digits15(fact):
     return float(f'{fact:.15g}') if isinstance(fact, float) else fact
 
 
-def longhelp(path, names):
-    """What help on each option says, blanks apart: the document indents the lines of long help further."""
-    options = Options(load())
-    try:
-        options.define(path)
-        options.messages()
-        return [' '.join(' '.join(options.help(name)).split()) for name in names]
-    finally:
-        options.close()
-
-
 class ReadBack(unittest.TestCase):
     def test_the_tables_are_the_same(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -74,9 +61,6 @@ class ReadBack(unittest.TestCase):
                     for option, copy in zip(options, again[0], strict=True):
                         self.assertEqual(copy, {name: digits15(fact) for name, fact in option.items()})
                     self.assertEqual(again[1], synonyms)
-                    names = [option['name'] for option in options if option['name'][0] != '.']
-                    self.assertEqual(longhelp(back, names), longhelp(table, names))
-                    self.assertIn('Long help,' if table == plain else '', longhelp(back, ['rate'])[0])
 
 
 if __name__ == '__main__':
