@@ -59,28 +59,6 @@ TEST(Quicksort, SortsWhateverTheOrderBefore) {
   }
 }
 
-TEST(Growth, EightfoldThenByAQuarterUpToTheLimit) {
-  const std::tuple<std::int32_t, std::int32_t> rows[] = {
-      {0, 16}, {5, 40}, {1048575, 8388600}, {1048576, 1310720}, {2000000000, 2147483647}};
-  for (const auto& [from, to] : rows) EXPECT_EQ(growncapacity(from), to);
-  EXPECT_THROW(growncapacity(2147483647), exception);
-}
-
-TEST(PointerList, MovesItems) {
-  char a = 'a', b = 'b', c = 'c', d = 'd';
-  txlist list;
-  EXPECT_EQ(list.getlast(), nullptr);
-  list.add(&b), list.insert(0, &a), list.insert(2, &d), list.insert(2, &c), list.exchange(0, 3);
-  EXPECT_EQ(list.extract(&b), &b);
-  EXPECT_EQ(list.extract(&b), nullptr);
-  EXPECT_EQ(list.remove(&b), -1);
-  EXPECT_EQ(list.remove(&c), 1);
-  list.add(&c), list.delete_(0);
-  EXPECT_EQ(list.get(0), &a);
-  EXPECT_EQ(list.getlast(), &c);
-  EXPECT_EQ(list.count(), 2);
-}
-
 /// Writes down the names whose words it is told to release.
 class loggednames : public txstringlist {
  public:

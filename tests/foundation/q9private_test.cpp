@@ -22,18 +22,5 @@ TEST(PlatformText, LongTextIsCutAndEmptyTextIsABlock) {
   freemem(empty, 1);
 }
 
-TEST(PlatformText, AppendsBehindTheTextAtTheIndex) {
-  char buffer[12] = "......";
-  q9private::strtostrbuf("abc", buffer);
-  std::int32_t w = 3;
-  q9private::pcharconcatpchar(buffer, w, nullptr);
-  q9private::pcharconcatstr(buffer, w, "def");
-  EXPECT_EQ(w, 6);
-  w = 2;
-  q9private::pcharconcatpchar(buffer, w, "gh");
-  EXPECT_STREQ(buffer, "abcdefgh");
-  EXPECT_EQ(w, 4) << "the index moves by the length, wherever the text went";
-}
-
 }  // namespace
 }  // namespace optxv

@@ -5,7 +5,6 @@
 #include <sstream>
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include "foundation/runtime.h"
 
@@ -66,30 +65,6 @@ TEST(SortedNames, AreFoundByHalves) {
   }
 }
 
-TEST(SortedNames, EmptyOnesComeFirstAndAreNeverFound) {
-  txsortedstringlist list;
-  list.add("a"), list.add("");
-  EXPECT_EQ(list.add(""), 1) << "behind the one that is there";
-  list.setsorted(true);
-  EXPECT_EQ(list.indexof(""), -1);
-  EXPECT_EQ(list.add(std::string(300, 'z')), 3);
-  EXPECT_EQ(list.indexof(std::string(299, 'Z')), 3);
-}
-
-TEST(TextsUnderNames, ReadAsEveryKind) {
-  const std::tuple<std::string, std::int32_t, double, bool> rows[] = {
-      {"yes", 0, 0, true}, {"no", 0, 0, false},    {"12", 12, 12, true},   {"-7", -7, -7, false},
-      {"1d3", 0, 0, true}, {"2.5", 0, 2.5, false}, {"1e3", 0, 1000, true}, {"$1F", 31, 0, false}};
-  for (const auto& [text, asinteger, asdouble, asboolean] : rows) {
-    txstrstrlist list;
-    list.setasstring("key", text);
-    EXPECT_EQ(list.getasstring("KEY"), text);
-    EXPECT_EQ(list.getasdouble("Key"), asdouble) << text;
-    EXPECT_EQ(list.getasboolean("kEY"), asboolean) << text;
-    EXPECT_EQ(list.getasinteger("key"), asinteger) << text;
-  }
-}
-
 std::string texts(const txstrstrlist& list) {
   std::string result;
   for (std::int32_t i = 0; i < list.count(); ++i)
@@ -124,29 +99,6 @@ TEST(Bits, AreSetAndRead) {
   std::string set;
   for (std::int32_t i = -1; i <= 20000; ++i) set += bits.getbit(i) ? std::to_string(i) + ' ' : "";
   EXPECT_EQ(set, "0 8 3000 ");
-}
-
-TEST(Bits, RoomGrowsInSteps) {
-  const std::tuple<std::vector<std::int32_t>, std::int32_t> rows[] = {
-      {{2039, 2047}, 256},     {{2040}, 512},
-      {{0, 4095}, 768},        {{65527}, 8192},
-      {{65535}, 8448},         {{65527, 65536, 81920}, 12800},
-      {{65519, 90000}, 12288}, {{2147483647}, 268435712}};
-  for (const auto& [highest, bytes] : rows) {
-    tbooleanbitarray bits;
-    for (const std::int32_t v : highest) bits.sethighindex(v);
-    EXPECT_EQ(bits.allocated(), bytes) << highest.back();
-  }
-}
-
-TEST(ByteMover, CopiesUpwardsWhateverOverlaps) {
-  for (int n = -1; n <= 12; ++n)
-    for (int to = 0; to <= 13; ++to) {
-      std::string expected = "abcdefghijklmnopqrstuvwxyz", found = expected;
-      for (int i = 0; i < n; ++i) expected.data()[to + i] = expected.data()[5 + i];
-      cmove(found.data() + 5, found.data() + to, n);
-      ASSERT_EQ(found, expected) << n << ' ' << to;
-    }
 }
 
 }  // namespace

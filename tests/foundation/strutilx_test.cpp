@@ -5,11 +5,8 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <string>
 #include <tuple>
-
-#include "foundation/runtime.h"
 
 namespace optxv {
 namespace {
@@ -71,32 +68,6 @@ TEST(Comparison, NumbersAtTheEnd) {
     EXPECT_EQ(tuple(sign(strucmpnum(a, b)), sign(strucmpnum(b, a))), tuple(order, -order)) << a;
 }
 
-TEST(HeapStrings, ExactSizeAndNil) {
-  const std::int64_t bytes = allocmemsize();
-  pstring p = newstring("Abc");
-  EXPECT_EQ(allocmemsize() - bytes, 4);
-  strassign(p, getstring(p).substr(1));
-  EXPECT_EQ(getstring(p), "bc") << "a part of the text itself";
-  strassign(p, std::string(300, 'x'));
-  EXPECT_EQ(getstring(p).size(), 255u);
-  strassign(p, "");
-  EXPECT_EQ(p, nullptr);
-  EXPECT_EQ(allocmemsize(), bytes);
-}
-
-TEST(Search, FromBothEnds) {
-  const tuple<int, int, int, int, int> rows[] = {
-      {0, 1, 0, 1, 0}, {2, 5, 1, 3, 1}, {6, 0, 5, 0, 5}, {99, 0, 5, 0, 5}};
-  for (const auto& [sp, left, right, leftu, rightu] : rows) {
-    EXPECT_EQ(tuple(lchpossp('a', "abAcab", sp), rchpossp('a', "abAcab", sp)), tuple(left, right));
-    EXPECT_EQ(tuple(lchupossp('a', "abAcab", sp), rchupossp('a', "abAcab", sp)),
-              tuple(leftu, rightu));
-  }
-  const tuple<text, text, int, int> texts[] = {
-      {"ab", "abcab", 2, 4}, {"ab", "abcab", 5, 0}, {"", "abc", 1, 0}, {"b", "ab", maxint, 0}};
-  for (const auto& [pat, s, sp, found] : texts) EXPECT_EQ(lstrpossp(pat, s, sp), found) << pat;
-}
-
 TEST(Change, CaseSetsBlanksAndTexts) {
   EXPECT_EQ(uppercase("az{`\xE4 Q"), "AZ{`\xE4 Q");
   EXPECT_EQ(lowercase("AZ[@\xC4 q"), "az[@\xC4 q");
@@ -155,20 +126,6 @@ TEST(RealText, ShortestOfFifteenDigits) {
       {-0.0, "0"},         {-1.25e-7, "-1.25E-7"},   {0.00009999999999999999, "1E-4"},
       {-infinity, "-INF"}, {std::nan(""), "NAN"},    {5e-324, "4.94065645841247E-324"}};
   for (const auto& [x, shown] : rows) EXPECT_EQ(dbltostr(x), shown);
-  EXPECT_EQ(dbltostrex(1e299), "maxdouble");
-  EXPECT_EQ(dbltostrex(-1e299), "mindouble");
-}
-
-TEST(RealText, ReadsBackToFifteenDigits) {
-  std::mt19937_64 random(7);
-  std::uniform_real_distribution<double> exponent(-290, 290);
-  for (int i = 0; i < 20000; ++i) {
-    const double x = std::pow(10, exponent(random) / (i % 2 == 0 ? 1 : 20)) * (i % 3 == 0 ? -1 : 1);
-    const shortstring shown = dbltostr(x);
-    double back = 0;
-    ASSERT_TRUE(strasdoubleex(shown, back)) << shown.view();
-    ASSERT_NEAR(back, x, std::fabs(x) * 1e-14) << shown.view();
-  }
 }
 
 TEST(TextToNumber, Integers) {
@@ -190,9 +147,7 @@ TEST(TextToNumber, Integers) {
 TEST(TextToNumber, Reals) {
   const tuple<text, bool, double> rows[] = {
       {"1D-3", true, 0.001},
-      {"1e999", false, infinity},
       {"1 ", false, 1},
-      {"inf", false, 0},
       {"MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u)},
       {"Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u)}};
   for (const auto& [s, good, number] : rows) {

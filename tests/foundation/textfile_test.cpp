@@ -106,25 +106,5 @@ TEST_F(TextFile, FailuresAreStored) {
   EXPECT_EQ(ioresult(), 0);
 }
 
-TEST_F(TextFile, EmptyNameIsTheStandardStream) {
-  folder_.put("file", "one\r\ntwo\n\nlong line");
-  const int in = dup(0), out = dup(1);
-  dup2(open(file_.c_str(), O_RDONLY | O_CLOEXEC), 0);
-  {
-    textfile file;
-    file.reset();
-    EXPECT_EQ(pieces(file, 4), "one,|two,||long, lin,e,");
-  }
-  EXPECT_NE(fcntl(0, F_GETFD), -1) << "not ours to close";
-  std::fflush(stdout);
-  dup2(open(file_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC), 1);
-  {
-    textfile file;
-    file.rewrite(), file.write("to standard output"), file.writeln();
-  }
-  dup2(in, 0), dup2(out, 1);
-  EXPECT_EQ(folder_.get("file"), "to standard output\n");
-}
-
 }  // namespace
 }  // namespace optxv
