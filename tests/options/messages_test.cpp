@@ -4,7 +4,6 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "support/optiontable.h"
 
@@ -49,32 +48,6 @@ TEST(MessageKinds, AreShownAndCounted) {
         std::to_string(options.errorcount()) + std::to_string(errors) + std::to_string(warnings),
         row.counts)
         << row.shown;
-  }
-}
-
-TEST(MessageQueue, AnswersForBadNumbersAndKeepsThem) {
-  tzmaoptions options;
-  for (int i = 0; i < 7; ++i) options.optaddmessage(std::to_string(i));
-  EXPECT_EQ(message(options, 7), std::make_pair("*** Error 6"s, 9));
-  EXPECT_EQ(message(options, 8), std::make_pair("Bad message number = 7"s, 9));
-  EXPECT_EQ(message(options, -12), std::make_pair("Bad message number = -13"s, 9));
-  options.optaddmessage(std::string(255, 'x'));
-  EXPECT_EQ(message(options, 8).first, "*** Error " + std::string(245, 'x'));
-}
-
-TEST(MessageQueue, ALeaveRightBehindItsEnterTakesItAway) {
-  using added = std::vector<std::pair<messagekind, std::string>>;
-  const auto in = optMsgFileEnter, out = optMsgFileLeave;
-  const std::string from = "Finished reading from \"a\"";
-  const std::pair<added, std::string> rows[] = {
-      {{{in, "a"}, {out, "a"}}, ""},
-      {{{in, "A"}, {out, "a"}}, "Reading parameter(s) from \"A\" | " + from},
-      {{{optMsgHelp, "a"}, {out, "a"}}, "a | " + from},
-      {{{in, "a"}, {in, "b"}, {out, "b"}, {out, "a"}}, ""}};
-  for (const auto& [messages, left] : rows) {
-    optiontable table;
-    for (const auto& [kind, text] : messages) table->addmessage(kind, text);
-    EXPECT_EQ(joined(table.queue(true)), left);
   }
 }
 

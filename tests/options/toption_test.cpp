@@ -11,26 +11,11 @@ namespace {
 
 constexpr std::string_view table =
     "i integer.TWO 1 7 0 10 0 0\n"
-    "d double.TWO 2 0.5 0 1 0 0\n"
     "s string.TWO 3 \"\" 0 0\n"
-    "b boolean.TWO 4 1 0 0\n"
-    "es enumstr.TWO 5 one 0 0\n one 0\n"
-    "ei enumint.TWO 6 -3 0 0\n -3 0\n"
     "nv integer.NV 7 7 0 10 0 0\n"
     "l strlist 8 0 0\n"
-    "m multilist 9 0 0\n i d\n"
     "mac macro 0 0\n i\n l\n"
     "im immediate Message 0 0\n";
-
-TEST(UseDefined, StoresTheDefaultOfTheScalarKinds) {
-  optiontable options(table);
-  // Whatever is taken gives way to the default.
-  for (std::int32_t i = 0; i < options->getcount(); ++i) options->getobjects(i)->setasstring("0");
-  for (std::int32_t i = 0; i < options->getcount(); ++i) options->getobjects(i)->usedefined();
-  options->optclearmessages();
-  EXPECT_EQ(options.state(), "i=7 d=0.5 s= b=1 es=one ei=-3 nv=7 l=[0|0]");
-  EXPECT_EQ(options.option("mac").defined, 0);
-}
 
 TEST(Assignment, TestsForQuotesAndForOptionsWithoutAValue) {
   // Rows: option >> text, "2:" in front for the second >> messages >> what is then set. Being

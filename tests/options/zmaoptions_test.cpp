@@ -7,17 +7,6 @@
 namespace optxv {
 namespace {
 
-TEST(OptionObject, ShowsTheFileNameWithoutItsDirectory) {
-  tzmaoptions options;
-  shortstring name = "?";
-  for (const auto& [path, file] : {std::pair("", ""), std::pair("opt.def", "opt.def"),
-                                   std::pair("/a/b/opt.def", "opt.def"), std::pair("a/", "")}) {
-    options.deffilename = path;
-    options.optdefinitionfile(name);
-    EXPECT_EQ(str(name), file);
-  }
-}
-
 TEST(Module, SeparatorFollowsTheFileSystem) {
   dllloadpath() = "kept";
   const std::string separators = ";//\\:?";
