@@ -33,9 +33,6 @@ e enumstr.TWO 1 "A b" 7 5 t\n "a B" 3 the text \n c\n d x u >> D3: Bad HC@e' | D
     >> e estr.TWO 1 'A b' 7 5 t | - a B 3 the text | - c 3 | - d 0 u
 e enumstr 1 z 0 0\n a 1\n a 1\n^ >> D4: Default is undefined@e' >> e estr 1 'z' 0 0 | - a 1
     - a 1 | l list 1 0 0
-e enumstr 1 "a b\n "a b >> D1: Bad default string@e' | D1: Bad HC@e' | D1: Bad Group value@e'
-    D2: Bad HC@e' >> e estr 1 'a b' 0 0 | - a b 0
-e enumstr 1 a 0 0\n a 1\n \n b 2\n^ >> >> e estr 1 'a' 0 0 | - a 1
 n enumint.OPT 1 4 7 5 t\n 4 3 four\n \n x y z\n^ >> D3: Bad integer enum@n' | D3: Bad HC@n'
     D4: Bad integer enum@n' | D4: Bad HC@n' >> n eint.OPT 1 '4' 7 5 t | - 4 3 four | - 4 3
     - 0 0 z | l list 1 0 0
@@ -52,8 +49,6 @@ Path lookup\nfirst_name strlist 1 0 0\ns synonym fir_nam\nm multilist 2 0 0\n FI
     l list 1 0 0 >> s>1 0
 %\nm multilist 2 0 0\n x,m\n^ >> D3: Comma in member list@m' >> x int 1 0 0 9 0 0 | m mlist 2 0 0
     - 1 | l list 1 0 0
-a immediate eolflag 1 2 t\nb immediate MESSAGE 0 0\nc immediate "NoBounds" 0 0\
-\nd immediate Help 0 0 >> >> a imm -1 0 1 2 t | b imm -1 2 0 0 | c imm -1 3 0 0 | d imm -1 4 0 0
 a immediate Foo 1 2 t\nb immediate\n^ >> D1: Unknown immediate option@a'
     D2: immediate type expected@b' | D2: Bad HC@b' | D2: Bad Group value@b'
     D2: Unknown immediate option@b' >> l list 1 0 0
@@ -69,10 +64,6 @@ g group 1 2 one \nh group 7\nG group 1 0 two\ni group >> D2: Bad HC@h' | D3: Dup
     >> s>1 0
 a indicator t\nb indicator\n~ indicator >> D2: Indicator redefined@b' | D3: Indicator redefined@~'
     D3: Indicator '~' not a good identifier@~' >> >> 0 ~
-minos lookup and more\nab_c strlist 1 0 0\nab_d strlist 1 0 0\nAB_c_ strlist 1 0 0\
-\nNORMAL lookup\nab_dd strlist 1 0 0\nFoo lookup >> D7: Unknown lookup code 'Foo'@Foo'
-    >> ab_c list 1 0 0 | ab_d list 1 0 0 | AB_c_ list 1 0 0 | ab_dd list 1 0 0
-c eolcomm !a# >> >> >> 0 !
 )";
   for (const lines& row : rowsof(rows)) {
     optiontable options;

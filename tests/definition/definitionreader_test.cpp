@@ -43,8 +43,6 @@ a integer 1 12x 0 9 1 1 t >> D1: Bad default value@a' | D1: Default not in range
     >> a int 1 12 0 9 1 1 t
 a integer $10 -5 minint MaxInt "3" +1  two  words \t  >>
     >> a int 16 -5 -2147483648 2147483647 3 1 two words
-A INTEGER.two 1 0 0 9 0 0 t\nB\tBoolean.Opt\t2 0 0 0 >> >> A int.TWO 1 0 0 9 0 0 t
-    B bool.OPT 2 '0' 0 0
 a string.nv 1 x 0 0\nb string.xx 1 x 0 0\nc string 1 x 0 0\nd string. 1 x 0 0
     >> D2: Unknown type modifier = XX@b' | D4: Unknown type modifier = @d' >> a str.NV 1 'x' 0 0
     b str.NV 1 'x' 0 0 | c str 1 'x' 0 0 | d str 1 'x' 0 0
@@ -55,8 +53,6 @@ a strlist 1 0 0\nA string 2 x 0 0\nHELP strlist 3 0 0\ns synonym a\ns strlist 4 
 .~ strlist 1 0 0\n~ strlist 1 0 0 >> D1: Identifier too long@~' >> .~ list 1 0 0 | ~ list 1 0 0
 s string 1\nt string 2 "ab 0 0 >> D1: Bad HC@s' | D1: Bad Group value@s' | D2: Bad HC@t'
     D2: Bad Group value@t' >> s str 1 '' 0 0 | t str 2 'ab 0 0' 0 0
-b boolean 1 yes 0 0 t\nc boolean 2 7 0 0 >> D1: Bad default value@b' >> b bool 1 '0' 0 0 t
-    c bool 2 '7' 0 0
 )";
   for (const lines& row : rowsof(rows)) {
     optiontable options;
@@ -71,14 +67,9 @@ TEST(Definition, EndsInSilence) {
   constexpr std::string_view rows = R"(
 ^ >> 2
 \n ^\n^ >> 1
-_l strlist 1 0 0\n^ >> 1
 ^\n\x1a\n^ >> 2
-^\n#\nb strlist 1 0 0 >> 2
-^\n continued\nb strlist 1 0 0 >> 2
-s string 1 x 0 0\n*help\n\n^ >> 3
 g group 1 0\n help\n^ >> 1
 %\n help\n \n^ >> 3
-%\n\thelp\n^ >> 2
 ^\r\ns string 1 x 0 0\r >> 3
 )";
   for (const lines& row : rowsof(rows)) {
@@ -96,19 +87,6 @@ TEST(Definition, ThatCannotBeOpenedLeavesNothing) {
             "D Cannot open option file '/nowhere/x.def' | "
             "D Error code = 2; No such file or directory");
   EXPECT_EQ(options->optcount(), 0);
-  EXPECT_EQ(options->getfilename(), "x.def");
-  EXPECT_EQ(options->parser, nullptr);
-}
-
-TEST(Definition, AddsToAnEarlierOne) {
-  optiontable options("c eolcomm !\na strlist 1 0 0\n");
-  options->optechoset(1);
-  options.define("b string 2 ! 0 0 a ! text\na strlist 3 0 0\n");
-  EXPECT_EQ(joined(described(options)),
-            "a list 1 0 0  | Help imm.OPT 0 4 0 0  | b str 2 '!' 0 0 a ! text | a list 3 0 0 ");
-  EXPECT_EQ(
-      options.brief(),
-      ">>  b string 2 ! 0 0 a ! text | >>  a strlist 3 0 0 | D2: Duplicate option for option 'a'");
 }
 
 }  // namespace
