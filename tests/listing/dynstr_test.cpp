@@ -37,18 +37,5 @@ TEST(DynamicString, TakesRoomAndGrows) {
   EXPECT_EQ(allocmemsize(), before);
 }
 
-TEST(DynamicString, ReadsBlanksOutside) {
-  tdynamicstr text;
-  text.addstr("abc");
-  for (const std::int32_t index : {-1, 3, 4, lowest, largest}) EXPECT_EQ(text.getch(index), ' ');
-  for (const std::int32_t index : {-1, 0, 4, lowest, largest}) EXPECT_EQ(text.getchar(index), ' ');
-  EXPECT_EQ(text.getch(0), 'a');
-  EXPECT_EQ(text.getchar(3), 'c');
-  EXPECT_EQ(text.getstr(2, 4), "bc  ");
-  EXPECT_EQ(text.getstr(largest, 2), "  ");
-  EXPECT_EQ(text.getstr(0, 2), "");
-  EXPECT_EQ(text.getstr(1, largest), "abc" + std::string(252, ' '));
-}
-
 }  // namespace
 }  // namespace optxv

@@ -1,12 +1,9 @@
 #include "listing/zmaheap.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstring>
-#include <vector>
 
 #include "foundation/runtime.h"
 
@@ -65,37 +62,6 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   for (int i = 0; i < 2047; ++i) zmagetmem(32);
   zmagetmem(28);
   EXPECT_EQ(zmaheapstate().basebufused, 1) << "taken to the last unit";
-}
-
-TEST_F(Heap, TableOfBlocksGrowsAheadOfItsLastRecord) {
-  for (const int blocks : {1, 127, 128, 129}) {
-    while (zmaheapstate().basebufused + 1 < blocks) zmagetmem(32);
-    EXPECT_EQ(zmaheapstate().basebufsize, blocks < 128 ? 127 : 255) << blocks;
-    EXPECT_EQ(zmaheapstate().realloccnt, blocks < 128 ? 1 : 2) << blocks;
-  }
-  EXPECT_EQ(zmamemoryused(), 129 * block / 1e6);
-  char* text = static_cast<char*>(xreallocmem(nullptr, 0, 4));
-  std::memcpy(text, "abc", 4);
-  text = static_cast<char*>(xreallocmem(text, 4, 4000));
-  EXPECT_STREQ(text, "abc");
-  EXPECT_EQ(xreallocmem(text, 4000, 0), nullptr);
-  EXPECT_EQ(zmaheapstate().realloccnt, 5);
-}
-
-std::vector<double> reports;
-
-TEST_F(Heap, ReleaseStartsAfreshAndReportsEachStep) {
-  memoryreportproc = [](double megabytes) { reports.push_back(megabytes); };
-  void* const large = xgetmem(1000);
-  for (int i = 0; i < 2049; ++i) xgetmem(256);
-  EXPECT_FALSE(setmemorylimit(2 * block + 999));
-  EXPECT_TRUE(setmemorylimit(2 * block + 1000));
-  zmaheaprelease();
-  xfreemem(large, 1000);
-  EXPECT_THAT(reports, testing::ElementsAre(0.001, (block + 1000) / 1e6, (2 * block + 1000) / 1e6,
-                                            (block + 1000) / 1e6, 0.001, -0.001));
-  EXPECT_EQ(zmaheapstate().otherget, -1) << "the heap forgot the large piece";
-  EXPECT_EQ(getmemorylimit(), 1e14);
 }
 
 // In a child: a get above the limit, in the midst of somebody who would catch anything.

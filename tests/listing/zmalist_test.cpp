@@ -129,21 +129,6 @@ TEST(Listing, FitsItemsIntoLines) {
         "one,two,three,four,five,\nsix,seven\none,\ntwo4567890123456789012\n");
 }
 
-TEST(Listing, MarginsAndIndents) {
-  lists(
-      [](tzmalist& l) {
-        l.setrightmargin(40), l.setleftmargin(19), l.setleftmargin(20), l.wrstr("a");
-      },
-      blanks(18) + "a\n");
-  lists([](tzmalist& l) { l.setrightmargin(1000), l.setleftmargin(301), l.wrstr("x"); },
-        blanks(300) + "x\n");
-  const script indents = [](tzmalist& l) {  // one a line; more than five are set and not saved
-    for (int column = 1; column <= 8; ++column) l.setindent(column);
-    for (int i = 0; i < 7; ++i) l.wrstrln("i");
-  };
-  lists(indents, "       i\n    i\n   i\n  i\n i\ni\ni\n");
-}
-
 TEST(Listing, EchoesSourceLines) {
   tdynamicstr marks, far;
   marks.addstr("  $        "), far.addstr("                 1  2                    3");
@@ -160,11 +145,6 @@ TEST(Listing, EchoesSourceLines) {
         "      eight\n1234567  \n   1  abcdefghijklmno\n****    $        \n      pqrstu\n"
         "   2  abcdefghijklmno\n      pqrstu\n****    1  2         \n           3\n"
         "   3 ab|cdefghijklmn\n     o|pq\n");
-  const script column = [&](tzmalist& l) {
-    l.setrightmargin(21), l.pagecontrol = listPageColumn;
-    echo(l, 1, "abcdefghijklmnopqrstu", nullptr);
-  };
-  lists(column, "    1  abcdefghijklmno \n       pqrstu \n");
 }
 
 TEST(Listing, PagesAndHeaderLines) {
