@@ -5,9 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "foundation/zdlaudit.h"
-#include "options/zmaoptions.h"
-
 namespace optxv {
 namespace {
 
@@ -40,16 +37,6 @@ TEST(Modules, TableKeepsTheLoadOrder) {
     order.remove_prefix(place + module.name.size());
   }
   EXPECT_EQ(order, "") << "the object comes last";
-}
-
-TEST(Modules, LoadStepReadiesTheLibrary) {
-  dllloadpath().assign("somewhere");
-  zdlsetauditlinelib("");
-  initialisemodules(modules());
-  EXPECT_TRUE(dllloadpath().empty());
-  EXPECT_EQ(charpath(), ':');
-  EXPECT_EQ(zdlgetauditline().view().substr(0, 6), "optxv ");
-  EXPECT_EQ(zdlgetauditline().length(), 78);
 }
 
 }  // namespace
