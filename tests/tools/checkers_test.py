@@ -34,13 +34,21 @@ BAD_INCLUDES = [
     ('public header below', {'src/base/text.h': '#include <optxv/optxv.h>\n'}, 'base may not include this'),
     ('cycle', {'src/mid/low.h': '#include "mid/low2.h"\n', 'src/mid/low2.h': '#include "mid/high.h"\n',
                'tools/floors.txt': FLOORS.replace('1 mid/low base', '').replace(' mid/low', '')}, 'include cycle'),
+    ('from beside', {'src/mid/high.h': '#include "low.h"\n'}, 'written from src/'),
+    ('missing', {'src/side/way.h': '#include "base/gone.h"\n'}, 'no file there'),
     ('foreign library', {'src/side/way.h': '#include <boost/any.hpp>\n'}, 'C++ standard library'),
+    ('macro', {'src/side/way.h': '#include HEADER\n'}, 'cannot be checked'),
+    ('no floor', {'src/attic/old.h': ''}, 'stands on no floor'),
+    ('grant of a higher floor', {'tools/floors.txt': FLOORS.replace('0 base', '0 base side')}, 'may not be granted'),
+    ('unit twice', {'tools/floors.txt': FLOORS + '1 base\n'}, 'not a row'),
 ]
 BAD_FILES = [
     ('word taken', {'src/side/text.h': ''}, 'the word is taken by src/base/text'),
     ('no header', {'src/base/text.h': None}, 'has no header'),
+    ('no test', {'tests/base/text_test.cpp': None}, 'has no test file'),
     ('test name twice', {'tests/side/text_test.cpp': ''}, 'the name is taken in tests/base'),
     ('stale bodies row', {'src/top/extra.h': ''}, 'no longer holds: bodies top/extra'),
+    ('too deep', {'src/top/inner/deep.h': ''}, 'stand in a folder of src/'),
     ('machine path', {'docs/notes.md': 'see ' + '/home' + '/me/notes'}, 'a path of one machine'),
 ]
 
