@@ -24,7 +24,9 @@ constexpr std::string_view table =
 TEST(Values, GoToTheMembers) {
   constexpr std::string_view rows = R"(
 m >> \t
+m >> 1:b >> >> x=1 y=b
 m >> 1:b:c:d >> V Too many items for multilist 'm' >> x=1 y=b
+m >> 1:b: >> >> x=1 y=b
 m >> \t1:  b c >> >> x=1 y=b c
 m >> 1  :b >> V Integer expected, for option 'm' saw '1  ' >> y=b
 m >> 101:b >> V Integer range error for option 'm' saw '101' | V    Valid range is 0 to 100 >> y=b
@@ -39,6 +41,13 @@ outer >> >> V Integer expected, for option 'outer' saw '' >> y= l=[]
     EXPECT_EQ(options.brief(), row[2]) << row[0] << ' ' << row[1];
     EXPECT_EQ(options.state(), row[3]) << row[0] << ' ' << row[1];
   }
+}
+
+TEST(MultiList, LosesItsMembersInAReset) {
+  optiontable options(table);
+  options.option("m").reset();
+  options->setasstring("m", "2");
+  EXPECT_EQ(options.brief(), "V Too many items for multilist 'm'");
 }
 
 TEST(MultiList, DoesNotAssignItselfWhileItIsAssigned) {

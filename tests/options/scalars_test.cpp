@@ -19,6 +19,7 @@ constexpr std::string_view table =
     "d double.TWO 3 0.5 0 1 0 0\n"
     "big double 4 0 mindouble maxdouble 0 0\n"
     "s string.TWO 6 dflt 0 0\n"
+    "b boolean.TWO 7 1 0 0\n"
     "e enumstr.TWO 8 Alpha 0 0\n Alpha 0\n beta 0\n"
     "n enumint.TWO 9 4 0 0\n 4 0\n -8 0\n 1000 0\n";
 
@@ -26,6 +27,7 @@ constexpr std::string_view table =
 // value) >> what is then set >> messages.
 constexpr std::string_view assignments = R"(
 i >> 10;2:1e1 >> i=10/10
+i >> 5;11 >> i=5 >> V Integer range error for option 'i' saw '11' | V    Valid range is 0 to 10
 !i >> -1;2:maxint;2:minint >> i=-1/-2147483648!3 >> W Integer range error for option 'i' saw '-1'
     W    Valid range is 0 to 10 | W Integer range error for option 'i' saw '2147483647'
     W    Valid range is 0 to 10 | W Integer range error for option 'i' saw '-2147483648'
@@ -37,6 +39,8 @@ d >> 2:1.0000001 >>  >> V Double out of range for option 'd' saw '1.0000001'
 !d >> 2;2:0.25 >> d=2/0.25 >> W Double out of range for option 'd' saw '2'
     W    Valid range is 0 to 1
 !d >> nan >>  >> V Double expected for option 'd' saw 'nan'
+big >> 1e300 >>  >> V Double out of range for option 'big' saw '1E300'
+    V    Valid range is mindouble to maxdouble
 s >> ;2: a  b  >> s=/ a  b 
 e >> gamma >>  >> V Unknown value for option 'e' saw 'gamma' | V    Possible values are  Alpha beta
 !e >> beta;gamma >> e=!1 >> W Unknown value for option 'e' saw 'gamma'
@@ -63,14 +67,36 @@ TEST(TextValues, AreCheckedAndStored) {
 TEST(TypedValues, AreCheckedAsTheyAre) {
   optiontable options(table);
   auto& real = dynamic_cast<tdbloption&>(options.option("big"));
+  auto& flag = dynamic_cast<tbooleanoption&>(options.option("b"));
+  flag.setasinteger(-1);
+  EXPECT_EQ(options.brief(),
+            "V Boolean out of range for option 'b' saw '-1' | V    Valid values are 0 or 1");
   real.setasdouble(std::nan(""));
   real.setasdouble(std::numeric_limits<double>::infinity());
-  EXPECT_EQ(options.queue().size(), 4U);
+  EXPECT_EQ(options.queue().size(), 6U);
   EXPECT_EQ(options.state(), "");
   options->nobounds = true;
+  flag.setasinteger(-1);
   real.setasdouble(std::nan(""));
   EXPECT_TRUE(std::isnan(real.getasdouble()));
   EXPECT_EQ(real.outofbounds, 1);
+  EXPECT_EQ(flag.getasinteger(), -1);
+  EXPECT_EQ(flag.getasinteger2(), 1);  // the default, not the first value
+}
+
+TEST(Messages, NameWhatTheUserWroteAndAreCutAtTheirLimit) {
+  std::string definition = "e enumstr 1 word00 0 0\n";
+  std::string possible = "*** Value Error    Possible values are ";
+  for (int i = 0; i < 60; ++i) {
+    definition += " word" + std::to_string(10 + i) + " 0\n";
+    possible += " word" + std::to_string(10 + i);
+  }
+  optiontable options;
+  options.define(definition + "syn synonym e\n");
+  options->optclearmessages();
+  options.option("SYN").setasstring("x");
+  EXPECT_EQ(options.queue(), lines({"*** Value Error Unknown value for option \"SYN\" saw \"x\"",
+                                    possible.substr(0, 255)}));
 }
 
 }  // namespace
