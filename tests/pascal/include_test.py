@@ -63,16 +63,6 @@ class Include(unittest.TestCase):
                 self.assertEqual(sorted(found), sorted(expected))
                 self.assertEqual(len(expected), len(set(expected)))
 
-    def test_what_pascal_does_not_take(self):
-        """A name that begins with a dot, and a section of types without any: the files are wanted so all the same."""
-        for line, words, place in (('.scale double 1 1 0 9 1 1 Scale', ['real'], 'options.inc(5,10)'),
-                                   ('paths strlist 1 1 1 Paths', [], 'options.inc(4,1)')):
-            with self.subTest(line):
-                definition = self.folder / 'options.def'
-                definition.write_text(line + '\n')
-                include(definition, self.folder / 'options.inc')
-                self.assertIn(place, compile_and_run(self.folder, words))
-
 
 if __name__ == '__main__':
     if not shutil.which('fpc'):
