@@ -43,18 +43,18 @@ def browser():
             driver.quit()
 
 
-def show(driver, path, width=1000, **media):
-    """Opens a file in a window of that width; media: `media`, `scheme`."""
+def show(driver, path, width=1000):
+    """Opens a file in a window of that width."""
     driver.execute_cdp_cmd('Emulation.setDeviceMetricsOverride',
                            {'width': width, 'height': 800, 'deviceScaleFactor': 1, 'mobile': False})
-    emulate(driver, **media)
+    emulate(driver)
     driver.get('about:blank')
     driver.get(Path(path).resolve().as_uri())
 
 
-def emulate(driver, media='screen', scheme='light'):
+def emulate(driver, scheme='light'):
     driver.execute_cdp_cmd('Emulation.setEmulatedMedia', {
-        'media': media, 'features': [{'name': 'prefers-color-scheme', 'value': scheme}]})
+        'media': 'screen', 'features': [{'name': 'prefers-color-scheme', 'value': scheme}]})
 
 
 def requests(driver):
