@@ -23,9 +23,9 @@ class commandrun : public testing::Test {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
   /// Runs the command in the folder, with arguments in the words of a shell.
-  outcome run(const std::string& arguments, const std::string& environment = "") const {
-    const int status = shell("env -u COLUMNS -u NO_COLOR " + environment +
-                             " '" OPTXV_COMMAND_FILE "' >.out 2>.err </dev/null " + arguments);
+  outcome run(const std::string& arguments) const {
+    const int status = shell(
+        "env -u COLUMNS -u NO_COLOR '" OPTXV_COMMAND_FILE "' >.out 2>.err </dev/null " + arguments);
     return {status, get(".out"), get(".err")};
   }
 
