@@ -11,7 +11,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1] / 'docs'))
 import tablefacts  # noqa: E402  (found in tests/docs)
-from tablefacts import BOOLEAN, DOUBLE, ENUMINT, ENUMSTR, IMMEDIATE, INTEGER, MACRO, MULTILIST, STRING, STRLIST  # noqa: E402
+from tablefacts import BOOLEAN, DOUBLE, ENUMINT, ENUMSTR, INTEGER, MACRO, STRING  # noqa: E402
 
 SKIPPED = 77
 # The word in the names of the type and the array; the kinds without one are left out.
