@@ -147,7 +147,8 @@ TEST(Reals, FixedLayout) {
   EXPECT_EQ(realtrunc(-2.6), -2);
 }
 
-TEST(Reals, FlagsOfExceptions) {
+// In the name "Every": valgrind keeps no flags of exceptions, and passes such cases over.
+TEST(Reals, EveryFlagOfExceptions) {
   const int native[] = {FE_INVALID, 0, FE_DIVBYZERO, FE_OVERFLOW, FE_UNDERFLOW, FE_INEXACT};
   for (unsigned bit = 0; bit < 6; ++bit) {
     std::feraiseexcept(FE_ALL_EXCEPT);
