@@ -57,6 +57,14 @@ class Minimizer(unittest.TestCase):
                               cwd=EXAMPLES.parent, stdout=subprocess.PIPE, text=True, timeout=60)
         return done.returncode, done.stdout
 
+    def test_options_change_the_run(self):
+        plain = self.run_with()
+        runs = [plain] + [self.run_with(*words) for words in (
+            ['method=conjugate'], ['start_point=3 3'], ["x.start('2') = 2"], ['log_freq=10'], ['gra_tol=1e-2'],
+            ['ite_lim=5'], ['summary=no'], ['echo_options', 'dim=3'], ['@examples/minimizer/valley.opt'])]
+        self.assertEqual(len({output for _, output in runs}), len(runs))
+        self.assertEqual([status for status, _ in runs], [0, 0, 0, 0, 0, 0, 1, 0, 0, 0])
+
     def test_every_method_finds_the_known_minima(self):
         for function, minimum in (('rosenbrock', (1, 1)), ('himmelblau', (3, 2)), ('beale', (3, 0.5)), ('bowl', (0, 0))):
             for method in ('bfgs', 'conjugate', 'descent'):
