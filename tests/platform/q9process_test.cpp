@@ -93,9 +93,19 @@ TEST_F(Programs, OutcomesWithoutAShell) {
   EXPECT_EQ(of(q9exec2, "sh", "-c \"exit 254\""), "0/254");
   EXPECT_EQ(of(q9exec2, "sh", "-c \"exit 255\""), "1/0");
   EXPECT_EQ(of(q9exec2, "sh", "-c \"kill -9 $$\""), "1/0");
+  const char* const stopped = "-c \"(sleep 0.1; kill -CONT $$) & kill -STOP $$; exit 4\"";
+  EXPECT_EQ(of(q9exec2, "sh", stopped), "0/4");
   for (const std::string& none : {folder_ / "absent", folder_.put("text", "x"), {" \"\" "}})
     EXPECT_EQ(of(q9exec, none), "1/0") << none;
   EXPECT_EQ(of(q9execp, nullptr), "1/0");
+}
+
+TEST_F(Programs, WaitingTakesTheStatusOfOtherChildren) {
+  const pid_t other = fork();
+  if (other == 0) _exit(5);
+  EXPECT_EQ(of(q9exec, "sleep 0.2"), "0/0");
+  int status = 0;
+  EXPECT_EQ(waitpid(other, &status, 0), -1);
 }
 
 TEST_F(Programs, ArgumentsArriveAsTheyAre) {
