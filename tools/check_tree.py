@@ -5,6 +5,7 @@ Usage: check_tree.py [tree]. Prints a line for each fault; the exit status is 1 
 tools/modules.txt lists the modules that differ from the rule, with the reason.
 """
 import re
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -31,7 +32,8 @@ def rows_of(tree):
 
 def tracked(tree):
     """The files of the tree that are its own: what git tracks, or all where there is no git."""
-    listed = subprocess.run(['git', '-C', str(tree), 'ls-files', '-z'], capture_output=True, check=False)
+    git = shutil.which('git') or 'false'  # a machine that got the sources as an archive need not have git
+    listed = subprocess.run([git, '-C', str(tree), 'ls-files', '-z'], capture_output=True, check=False)
     if listed.returncode == 0 and listed.stdout:
         return [tree / name.decode() for name in listed.stdout.split(b'\0') if name]
     return [path for path in tree.rglob('*') if not re.match(r'build|\.git/', path.relative_to(tree).as_posix())]
