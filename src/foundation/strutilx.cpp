@@ -121,9 +121,7 @@ int strucmp(std::string_view a, std::string_view b) noexcept {
 
 namespace {
 
-bool sameeight(const char* a, const char* b) noexcept {
-  const std::uint64_t worda = eightbytes(a);
-  const std::uint64_t wordb = eightbytes(b);
+bool sameeight(std::uint64_t worda, std::uint64_t wordb) noexcept {
   return worda == wordb || upcaseeight(worda) == upcaseeight(wordb);
 }
 
@@ -131,14 +129,9 @@ bool sameeight(const char* a, const char* b) noexcept {
 
 bool detail::foldedequal(const char* a, const char* b, std::size_t n) noexcept {
   constexpr std::size_t step = sizeof(std::uint64_t);
-  if (n < step) {
-    for (std::size_t i = n; i > 0; --i)
-      if (upcase(a[i - 1]) != upcase(b[i - 1])) return false;
-    return true;
-  }
   for (std::size_t i = 0; i + step < n; i += step)
-    if (!sameeight(a + i, b + i)) return false;
-  return sameeight(a + n - step, b + n - step);  // the last eight, some of them a second time
+    if (!sameeight(bytesat<std::uint64_t>(a + i), bytesat<std::uint64_t>(b + i))) return false;
+  return sameeight(lasteight(a, n), lasteight(b, n));
 }
 
 int _Q9stccmp(std::string_view s, char c) noexcept {

@@ -33,11 +33,23 @@ constexpr char locase(char c) noexcept {
 constexpr char lowcase(char c) noexcept {
   return locase(c);
 }
-/// Eight bytes as one number. REQUIRES: eight bytes at p.
-inline std::uint64_t eightbytes(const char* p) noexcept {
-  std::uint64_t bytes;
+/// The bytes of one number of that type. REQUIRES: so many bytes at p.
+template <class Number>
+Number bytesat(const char* p) noexcept {
+  Number bytes;
   std::memcpy(&bytes, p, sizeof bytes);
   return bytes;
+}
+/// The last eight bytes of a text as one number. A shorter text gives a number that no other text
+/// of its length gives, some of its bytes in there twice.
+inline std::uint64_t lasteight(const char* p, std::size_t n) noexcept {
+  if (n >= 8) return bytesat<std::uint64_t>(p + n - 8);
+  if (n >= 4)
+    return bytesat<std::uint32_t>(p) | std::uint64_t{bytesat<std::uint32_t>(p + n - 4)} << 32;
+  if (n == 0) return 0;
+  return static_cast<std::uint64_t>(static_cast<unsigned char>(p[0])) |
+         static_cast<std::uint64_t>(static_cast<unsigned char>(p[n / 2])) << 8 |
+         static_cast<std::uint64_t>(static_cast<unsigned char>(p[n - 1])) << 16;
 }
 /// upcase of eight bytes at once, for hashes and comparisons of whole names. The top bit of each
 /// byte of `small` says whether that byte is a to z, found by adding to its low seven bits what

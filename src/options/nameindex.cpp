@@ -12,19 +12,13 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
 }
 
 /// A hash of the text that does not tell the case of letters. The last eight bytes go in whole,
-/// some of them a second time, so that only short texts are gone through byte by byte.
+/// some of them a second time.
 std::uint32_t foldedhash(std::string_view text) {
+  constexpr std::size_t step = sizeof(std::uint64_t);
   std::uint64_t hash = text.size();
-  std::uint64_t last = 0;
-  if (text.size() < sizeof last) {
-    for (const char c : text) last = last << 8 | static_cast<unsigned char>(c);
-  } else {
-    const char* const end = text.data() + text.size() - sizeof last;
-    for (const char* at = text.data(); at < end; at += sizeof last)
-      hash = mix(hash, eightbytes(at));
-    last = eightbytes(end);
-  }
-  return static_cast<std::uint32_t>(mix(hash, last));
+  for (std::size_t i = 0; i + step < text.size(); i += step)
+    hash = mix(hash, bytesat<std::uint64_t>(text.data() + i));
+  return static_cast<std::uint32_t>(mix(hash, lasteight(text.data(), text.size())));
 }
 
 }  // namespace

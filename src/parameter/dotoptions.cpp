@@ -94,7 +94,7 @@ tdotobj& tdotobjlist::lastentry(std::string_view complaint) const {
 }
 
 bool tdotobjlist::addindex(std::string_view index) {
-  return storeindex(lastentry("Cannot AddIndex to DotObj").indices, index) < maximumindices;
+  return lastentry("Cannot AddIndex to DotObj").indices.add(index) < maximumindices;
 }
 
 void tdotobjlist::setvalue(std::string_view text) {
@@ -120,9 +120,9 @@ void tdotobjlist::writetoparams(textfile& file) const {
 
 void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key) {
   in.nextch();
-  shortstring suffix;
-  if (!in.nextident(suffix)) return complain(options, ".suffix expected for key ", key);
-  suffix = concat('.', suffix);
+  shortstring word;
+  if (!in.nextident(word)) return complain(options, ".suffix expected for key ", key);
+  const shortstring suffix = concat('.', word);
   const std::int32_t position = options.optlookup(suffix);
   if (position < 0) {
     options.addmessagefrom(optMsgUserError, [&] {
@@ -157,7 +157,7 @@ std::int32_t tzmaoptions::optgetdotoptuel(std::int32_t position, std::int32_t in
   label.clear();
   const tdotobjlist& list = dotoptionsof(*this);
   if (position < 1 || position > list.count()) return 0;
-  const txstrings& indices = list.entry(position - 1).indices;
+  const indexlist& indices = list.entry(position - 1).indices;
   if (index < 1 || index > indices.count()) return 0;
   label = unquoted(indices.get(index - 1));
   return 1;

@@ -15,6 +15,7 @@
 #include "foundation/textfile.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
+#include "parameter/entries.h"
 #include "parameter/miniparser.h"
 
 namespace optxv {
@@ -26,7 +27,7 @@ class tdotobj : public tobject {
 
   std::int32_t dotoptnr;  ///< 0-based position of the attribute in optionlist
   double dotvalue = 0;
-  txstrings indices;  ///< each * or an element in its quotes
+  indexlist indices;  ///< each * or an element in its quotes
 };
 
 /// The entries of one object, in the order of the text.

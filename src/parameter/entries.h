@@ -2,10 +2,14 @@
 // that an entry is kept whole or not at all.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "foundation/boundedstring.h"
+#include "foundation/lists.h"
+#include "foundation/strutilx.h"
 #include "options/zmaoptions.h"
 #include "parameter/miniparser.h"
 
@@ -20,6 +24,44 @@ inline constexpr std::int32_t maximumindices = 20;
 inline bool isquoted(std::string_view index) {
   return index.starts_with('\'') || index.starts_with('"');
 }
+
+/// The indices of one symbol, in the order written.
+///
+/// Entries come by the thousand, and most of them have one or two short indices. So the texts stand
+/// one behind the other in a single string, each behind its length as a heap string has it, and
+/// that string needs no block of its own while it is short.
+class indexlist {
+ public:
+  std::int32_t count() const noexcept { return count_; }
+
+  /// Appends the first 255 bytes of an index and gives its place.
+  std::int32_t add(std::string_view index) {
+    const std::string_view kept = keptpart(index);
+    texts_.push_back(static_cast<char>(kept.size()));
+    texts_.append(kept);
+    return count_++;
+  }
+
+  /// REQUIRES: 0 <= i < count(). BORROWS: good until the next add.
+  std::string_view get(std::int32_t i) const noexcept {
+    const char* text = texts_.data();
+    for (; i > 0; --i) text += 1 + length(text);
+    return {text + 1, length(text)};
+  }
+
+  /// Whether the list has an index, case ignored.
+  bool has(std::string_view index) const noexcept {
+    for (std::int32_t i = 0; i < count_; ++i)
+      if (struequal(get(i), index)) return true;
+    return false;
+  }
+
+ private:
+  static std::size_t length(const char* text) noexcept { return static_cast<unsigned char>(*text); }
+
+  std::string texts_;
+  std::int32_t count_ = 0;
+};
 
 /// The three brackets that open an index list, and what closes each.
 inline constexpr charset openingbrackets("([{");
@@ -48,14 +90,6 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   else
     unclosed(partner);
   return true;
-}
-
-/// Appends an index and gives its place. Most symbols have one or two indices, and a list that
-/// finds its own size begins with sixteen places: entries come by the thousand, so they begin with
-/// two.
-inline std::int32_t storeindex(txstrings& indices, std::string_view index) {
-  if (indices.count() == 0) indices.setcapacity(2);
-  return indices.add(index);
 }
 
 /// Runs read(), which adds to list and complains in the queue of options. If it has complained of

@@ -116,7 +116,7 @@ void tindicatorlist::addequdim(std::string_view index) {
   if (curitem->equindices.count() >= maximumindices)
     complain(*owner, "Too many dimensions for equation ", quoted{curitem->equname});
   if (toolong(index)) complain(*owner, "Bad Equation index = ", quoted{curitem->equname});
-  storeindex(curitem->equindices, index);
+  curitem->equindices.add(index);
 }
 
 void tindicatorlist::addvardim(std::string_view index) {
@@ -124,10 +124,10 @@ void tindicatorlist::addvardim(std::string_view index) {
     complain(*owner, "Too many dimensions for variable ", quoted{curitem->varname});
   if (toolong(index))
     complain(*owner, "Bad variable index = ", quoted{curitem->varname});
-  else if (!isquoted(index) && curitem->equindices.indexof(index) < 0)
+  else if (!isquoted(index) && !curitem->equindices.has(index))
     complain(*owner, "Index ", quoted{index}, " not controled for variable ",
              quoted{curitem->varname});
-  storeindex(curitem->varindices, index);
+  curitem->varindices.add(index);
 }
 
 void tindicatorlist::writetoparams(textfile& file) const {
@@ -167,7 +167,7 @@ const tindicatoritem* itemof(const tzmaoptions& options, std::int32_t position) 
 
 /// An index as stored, by its position from 1 in one list of an entry; 0 and an empty text for a
 /// bad position or no entry.
-std::int32_t indexat(const tindicatoritem* item, const txstrings tindicatoritem::*list,
+std::int32_t indexat(const tindicatoritem* item, const indexlist tindicatoritem::*list,
                      std::int32_t index, shortstring& label) {
   const bool found = item != nullptr && index >= 1 && index <= (item->*list).count();
   label = found ? (item->*list).get(index - 1) : std::string_view();

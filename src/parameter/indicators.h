@@ -15,6 +15,7 @@
 #include "foundation/textfile.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
+#include "parameter/entries.h"
 #include "parameter/miniparser.h"
 
 namespace optxv {
@@ -23,9 +24,9 @@ namespace optxv {
 class tindicatoritem : public tobject {
  public:
   heapstring equname;
-  txstrings equindices;
+  indexlist equindices;
   heapstring varname;
-  txstrings varindices;
+  indexlist varindices;
   bool indicatorvalue = false;
 };
 

@@ -4,12 +4,13 @@
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
+#include "parameter/entries.h"
 #include "parameter/indicators.h"
 #include "parameter/words.h"
 
 namespace optxv {
 
-void writeindex(textfile& file, std::string_view name, const txstrings& indices) {
+void writeindex(textfile& file, std::string_view name, const indexlist& indices) {
   file.write(name);
   if (indices.count() == 0) return;
   for (std::int32_t i = 0; i < indices.count(); ++i) {

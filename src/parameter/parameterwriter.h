@@ -9,13 +9,13 @@
 
 #include <string_view>
 
-#include "foundation/lists.h"
 #include "foundation/textfile.h"
+#include "parameter/entries.h"
 
 namespace optxv {
 
 /// Writes a name and, if there are any, its indices: x('a',*).
-void writeindex(textfile& file, std::string_view name, const txstrings& indices);
+void writeindex(textfile& file, std::string_view name, const indexlist& indices);
 
 /// Ends a line. Raises einouterror if anything written so far has failed.
 void endline(textfile& file);
