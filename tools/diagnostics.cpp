@@ -136,7 +136,6 @@ class collector {
 };
 
 // --- Places
-// ---------------------------------------------------------------------------------------
 
 constexpr std::size_t nowhere = std::string_view::npos;
 

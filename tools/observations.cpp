@@ -17,7 +17,6 @@ bool iscomment(std::string_view line) {
 }
 
 // --- Lines of any text
-// ----------------------------------------------------------------------------
 
 /// A thing that a line may have. It is told where it stands first, with how many lines have it.
 struct linetest {
@@ -65,7 +64,6 @@ void addline(std::vector<diagnostic>& found, const std::string& file, const sour
 }
 
 // --- The first line
-// -------------------------------------------------------------------------------
 
 struct bytemark {
   std::string_view bytes, name;
@@ -89,7 +87,6 @@ void addmark(std::vector<diagnostic>& found, const std::string& file, const sour
 }
 
 // --- The end of a definition
-// ----------------------------------------------------------------------
 
 /// The words that declare a record, and what may follow its line.
 struct recordword {

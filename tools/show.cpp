@@ -106,7 +106,6 @@ std::vector<optionview> chosen(const optionset& options, const optionset& fresh,
 }
 
 // --- Dot options and indicators
-// -------------------------------------------------------------------
 
 std::string realtext(double value) {
   std::array<char, 32> text{};
@@ -159,7 +158,6 @@ std::string entrysections(const optionset& options) {
 }
 
 // --- Table
-// ----------------------------------------------------------------------------------------
 
 /// A row for the option, and one for each further item of a list.
 void addrows(table& content, const optionview& option) {
@@ -209,7 +207,6 @@ std::string astable(const optionset& options, const optionset& fresh, bool all) 
 }
 
 // --- JSON
-// -----------------------------------------------------------------------------------------
 
 std::string asjson(const optionset& options, const optionset& fresh, bool all) {
   using nlohmann::ordered_json;

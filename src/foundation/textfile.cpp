@@ -15,7 +15,7 @@ namespace optxv {
 
 namespace {
 
-constexpr std::size_t blocksize = 64 * 1024;
+constexpr std::size_t blocksize = std::size_t{64} << 10;
 
 void fail(int number) {
   errno = number;
