@@ -27,14 +27,34 @@ void tellunknown(const optionset& options, const std::string& request) {
   if (!nearest.empty()) put(stderr, "optxv: note: " + question(nearest) + '\n');
 }
 
-void puthelp(const optionset& options) {
+/// What the library says on a request, as lines. A warning goes out at once.
+std::string helptext(optionset& options, std::string_view request) {
+  std::string text;
+  options.clearmessages();
+  options.showhelp(request);
   for (std::int32_t position = 1; position <= options.messagecount(); position++) {
     const message each = options.messageat(position);
     if (each.kind == optMsgTooManyMsgs)
       put(stderr, "optxv: warning: the help is cut short: " + printable(each.text) + '\n');
     else
-      put(stdout, withoutcontrols(each.text) + '\n');
+      text += withoutcontrols(each.text) + '\n';
   }
+  return text;
+}
+
+bool isblank(const std::string& text) {
+  return text.find_first_not_of('\n') == text.npos;
+}
+
+/// The help by group is empty where the definition names no group that is shown.
+void puthelp(optionset& options, const std::string& request) {
+  constexpr std::string_view alphabetical = "2";
+  std::string text = helptext(options, request);
+  if (isblank(text)) {
+    put(stderr, "optxv: note: no option stands in a group that the help shows\n");
+    text = helptext(options, alphabetical);
+  }
+  put(stdout, text);
 }
 
 }  // namespace
@@ -58,8 +78,7 @@ int help(const std::string& definition, const std::string& request) {
   }
   if (run.read({.definition = definition})) {
     tellunknown(options, request);
-    options.showhelp(request);
-    puthelp(options);
+    puthelp(options, request);
   }
   return run.total().status();
 }

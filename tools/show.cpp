@@ -17,6 +17,16 @@ constexpr std::int32_t firstset = 1, secondset = 2;  // the bits of the masks
 
 constexpr std::array<std::string_view, 4> modifiers = {"", ".NV", ".OPT", ".TWO"};
 
+/// The limits that go by a name, and how the library writes them out.
+struct limitname {
+  std::int32_t type;
+  std::string_view digits, name;
+};
+constexpr std::array<limitname, 4> limitnames = {{{optTypeInteger, "2147483647", "maxint"},
+                                                  {optTypeInteger, "-2147483648", "minint"},
+                                                  {optTypeDouble, "1E299", "maxdouble"},
+                                                  {optTypeDouble, "-1E299", "mindouble"}}};
+
 /// An option with what has been read into it. The defaults come from a second option set that has
 /// read the definition and nothing else: there every value is the default.
 class optionview {
@@ -77,8 +87,12 @@ class optionview {
   }
 
  private:
+  /// The value as parameter text would give it: a limit goes by its name, as in the help.
   std::string shown(const std::string& value) const {
-    return istext() ? externalform(value) : printable(value);
+    if (istext()) return externalform(value);
+    for (const limitname& each : limitnames)
+      if (each.type == info_.type && each.digits == value) return std::string(each.name);
+    return printable(value);
   }
 
   nlohmann::ordered_json typed(const optionset& from, bool second) const {

@@ -181,6 +181,28 @@ TEST_F(Command, ShowPrintsATable) {
             "\nIndicators\n  e('i')$v = 1\n");
 }
 
+TEST_F(Command, LimitsGoByTheirNames) {
+  save("p",
+       "d double 1 maxdouble 0 maxdouble 1 1 D\ni integer 1 maxint minint maxint 1 1 I\n"
+       "r double 1 2147483647 mindouble 3e9 1 1 R\ns string 1 1E299 1 1 S\n");
+  save("q", "i minint\nd 1e299\nr -1e299\n");
+  EXPECT_EQ(run("show --all p q").out,
+            "Nr  Name  Kind       Value      Default     Set\n"
+            " 1  Help  immediate                         -\n"
+            " 2  d     double     maxdouble  maxdouble   set\n"
+            " 3  i     integer    minint     maxint      set\n"
+            " 4  r     double     mindouble  2147483647  set\n"
+            " 5  s     string     1E299      1E299       -\n\n3 of 5 options are set\n");
+}
+
+TEST_F(Command, HelpWithoutGroupsGoesByName) {
+  save("p", "b integer 1 1 0 9 1 1 B\na integer 1 1 0 9 1 1 A\n");
+  const outcome got = run("help p");
+  EXPECT_EQ(got.out, run("help p 2").out);
+  EXPECT_LT(got.out.find("a: A"), got.out.find("b: B"));
+  EXPECT_EQ(got.err, "optxv: note: no option stands in a group that the help shows\n");
+}
+
 TEST_F(Command, JsonHoldsTheSame) {
   save("p", std::string(settings) + "steplim 50000\n\xff\n");
   const json shown = json::parse(run("show --json s.def p").out), options = shown["options"];
