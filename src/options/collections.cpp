@@ -76,12 +76,6 @@ bool tmultilistoption::hasmember(std::int32_t index) const {
 }
 
 void tmultilistoption::setasstring(std::string_view text) {
-  if (assigning) {
-    owner->addmessage(optMsgValueError, concat("Multilist ", quoted{getname()},
-                                               " cannot take a value while it gives one out"));
-    return;
-  }
-  const replacement<bool> busy(assigning, true);
   const nesting level(*owner);
   if (!level.good()) return;
   tokencutter cutter(text);

@@ -367,16 +367,13 @@ class tmultilistoption : public toption {
   bool hasmember(std::int32_t index) const;
   /// Cuts the text at charpath() and hands token i to member i. An empty token at the very end is
   /// none; tokens past the last member draw one message and are lost; a token for member -1 is
-  /// dropped. A multi-list may be a member of itself: the token that would assign it while it is
-  /// being assigned draws a value error, and the other tokens go on.
+  /// dropped. A multi-list may be a member of itself: that token goes on to its first member, or,
+  /// where that is the list again, ends in a value error.
   void setasstring(std::string_view text);
   /// KEEP: this empties `members`, which nothing fills again; later values find too many items.
   void reset() override;
 
   txlist members;  ///< positions as integers in the item words
-
- private:
-  bool assigning = false;
 };
 
 /// Collects the texts assigned to it.
