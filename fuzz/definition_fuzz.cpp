@@ -42,11 +42,6 @@ void run(std::string_view input) {
 }  // namespace
 }  // namespace optxv::fuzz
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  optxv::fuzz::silence();
-  return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   optxv::fuzz::run({reinterpret_cast<const char*>(data), size});
   return 0;

@@ -169,11 +169,6 @@ void run(unsigned way, const std::string& text) {
 }  // namespace
 }  // namespace optxv::fuzz
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  optxv::fuzz::silence();
-  return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > 0) optxv::fuzz::run(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});
   return 0;

@@ -55,12 +55,6 @@ class memoryfile {
   std::string path_;
 };
 
-/// Sends standard output nowhere: one mode of the help prints there.
-inline void silence() {
-  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-  if (nowhere >= 0) ::dup2(nowhere, STDOUT_FILENO);
-}
-
 /// The rules of the object between two calls.
 inline void checkstate(tzmaoptions& options) {
   demand(options.parser == nullptr, "no reader is left behind");
@@ -158,3 +152,11 @@ inline void askall(tzmaoptions& options) {
 }
 
 }  // namespace optxv::fuzz
+
+/// What a target does first: sends standard output nowhere, since one mode of the help prints
+/// there.
+extern "C" [[gnu::used]] inline int LLVMFuzzerInitialize(int*, char***) {
+  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere >= 0) ::dup2(nowhere, STDOUT_FILENO);
+  return 0;
+}
