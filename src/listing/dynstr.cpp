@@ -67,7 +67,7 @@ void tdynamicstr::addstr(std::string_view s) {
       data_ != nullptr && !before(s.data(), data_) && before(s.data(), data_ + length_);
   const std::ptrdiff_t offset = own ? s.data() - data_ : 0;
   grow(s.size());
-  std::memcpy(data_ + length_, own ? data_ + offset : s.data(), s.size());
+  std::copy_n(own ? data_ + offset : s.data(), s.size(), data_ + length_);
   length_ += static_cast<std::int32_t>(s.size());
 }
 

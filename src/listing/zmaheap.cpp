@@ -57,7 +57,7 @@ heapslot& slotof(int n) noexcept {
 
 std::byte* takeunits(heapblock& block, int n) noexcept {
   block.unitsleft -= n;
-  return std::exchange(block.next, block.next + n * heapunitbytes);
+  return std::exchange(block.next, block.next + std::ptrdiff_t{n} * heapunitbytes);
 }
 
 std::int64_t tablebytes(std::int32_t highestindex) noexcept {

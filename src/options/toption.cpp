@@ -1,5 +1,7 @@
 #include "options/toption.h"
 
+#include <utility>
+
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 
@@ -13,14 +15,26 @@ void txstringlistobj::freeobject(std::int32_t index) {
   delete objectof<tobject>(getobject(index));
 }
 
-std::int32_t txstringlistobj::adopt(pstring name, void* object) {
-  const std::int32_t index = addobject({}, object);
+std::int32_t txstringlistobj::addowned(std::string_view name, std::unique_ptr<tobject> object) {
+  const std::int32_t index = addobject(name, object.get());
+  (void)object.release();
+  return index;
+}
+
+std::int32_t txstringlistobj::adopt(pstring name, std::unique_ptr<tobject> object) {
+  const std::int32_t index = addowned({}, std::move(object));
   flist[index].fname = name;
   return index;
 }
 
 txlistobj::~txlistobj() {
   clear();
+}
+
+std::int32_t txlistobj::addowned(std::unique_ptr<tobject> item) {
+  const std::int32_t index = add(item.get());
+  (void)item.release();
+  return index;
 }
 
 void txlistobj::freeitem(std::int32_t index) {
@@ -162,9 +176,7 @@ tenumstroption::tenumstroption(std::string_view name, tzmaoptions* table, std::s
 tenumstroption::~tenumstroption() = default;
 
 void tenumstroption::additem(std::string_view text, std::int32_t context, std::string_view help) {
-  auto item = std::make_unique<toptionx>(context, help);
-  enumitems.addobject(text, ownedobject(item.get()));
-  item.release();
+  enumitems.addowned(text, std::make_unique<toptionx>(context, help));
 }
 
 tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
@@ -174,9 +186,7 @@ tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::i
 tenumintoption::~tenumintoption() = default;
 
 void tenumintoption::additem(std::int32_t itemvalue, std::int32_t context, std::string_view help) {
-  auto entry = std::make_unique<tlistoptionx>(itemvalue, context, help);
-  enumitems.add(ownedobject(entry.get()));
-  entry.release();
+  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, help));
 }
 
 const tlistoptionx& tenumintoption::item(std::int32_t index) const {

@@ -63,7 +63,10 @@ class txstringlistobj : public txstringlist {
  public:
   ~txstringlistobj() override;
   /// Appends an entry whose name is there already. OWNS: the heap string and the object.
-  std::int32_t adopt(pstring name, void* object);
+  std::int32_t adopt(pstring name, std::unique_ptr<tobject> object);
+  /// Appends an object under a copy of the name, and gives its place. Without memory the list stays
+  /// as it was, and the object is freed.
+  std::int32_t addowned(std::string_view name, std::unique_ptr<tobject> object);
   void freeobject(std::int32_t index) override;
 };
 
@@ -71,6 +74,9 @@ class txstringlistobj : public txstringlist {
 class txlistobj : public txlist {
  public:
   ~txlistobj() override;
+  /// Appends an item, and gives its place. Without memory the list stays as it was, and the item is
+  /// freed.
+  std::int32_t addowned(std::unique_ptr<tobject> item);
   void freeitem(std::int32_t index) override;
 };
 

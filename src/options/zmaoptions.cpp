@@ -1,6 +1,7 @@
 #include "options/zmaoptions.h"
 
 #include <array>
+#include <utility>
 
 #include "foundation/zdlaudit.h"
 
@@ -38,11 +39,9 @@ tzmaoptions::~tzmaoptions() = default;
 
 std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<toption> option) {
   toption* const entered = option.get();
-  const std::int32_t position =
-      entered->optname.view() == name
-          ? optionlist.adopt(entered->optname.lend(), ownedobject(entered))
-          : optionlist.addobject(name, ownedobject(entered));
-  (void)option.release();
+  const std::int32_t position = entered->optname.view() == name
+                                    ? optionlist.adopt(entered->optname.lend(), std::move(option))
+                                    : optionlist.addowned(name, std::move(option));
   optionindex.add(position);
   return position;
 }
@@ -53,9 +52,7 @@ void tzmaoptions::addsynonym(std::string_view name, std::int32_t position) {
 }
 
 void tzmaoptions::addgroup(std::string_view name, std::unique_ptr<tgroupobj> group) {
-  const std::int32_t position = grouplist.addobject(name, ownedobject(group.get()));
-  group.release();
-  groupindex.add(position);
+  groupindex.add(grouplist.addowned(name, std::move(group)));
 }
 
 std::string_view tzmaoptions::getstrings(std::int32_t position) const {

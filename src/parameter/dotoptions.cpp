@@ -83,9 +83,7 @@ std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner) {
 
 void tdotobjlist::addentry(std::string_view name, std::int32_t dotoptnr) {
   if (name.size() > maximumidentifier) complain(*owner, ".Option ID too long ", name);
-  auto entry = std::make_unique<tdotobj>(dotoptnr);
-  addobject(name, ownedobject(entry.get()));
-  entry.release();
+  addowned(name, std::make_unique<tdotobj>(dotoptnr));
 }
 
 tdotobj& tdotobjlist::lastentry(std::string_view complaint) const {

@@ -1,6 +1,7 @@
 #include "parameter/indicators.h"
 
 #include <memory>
+#include <utility>
 
 #include "parameter/entries.h"
 #include "parameter/parameterwriter.h"
@@ -99,8 +100,8 @@ tindicatorlist::~tindicatorlist() = default;
 
 void tindicatorlist::addentry(std::string_view equation) {
   auto entry = std::make_unique<tindicatoritem>();
-  add(ownedobject(entry.get()));
-  curitem = entry.release();
+  curitem = entry.get();
+  addowned(std::move(entry));
   curitem->equname = equation;
   if (equation.size() > maximumidentifier)
     complain(*owner, "Not a good equation identifier ", quoted{equation});

@@ -50,7 +50,8 @@ constexpr charset makeinvalideolcommchar() {
 
 /// Appends, with position 255 taking the last byte of what does not fit.
 void appendrun(shortstring& text, std::string_view run) {
-  const bool fits = run.size() <= static_cast<std::size_t>(shortstring::maximum - text.length());
+  const int room = shortstring::maximum - text.length();
+  const bool fits = run.size() <= static_cast<std::size_t>(room);
   text.append(run);
   if (!fits) text[shortstring::maximum] = run.back();
 }
@@ -125,7 +126,7 @@ void tminiparser::readslices() {
   linelen_ = 0;
   for (int slice = 1; slice <= slicecount; ++slice) {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
-    if (linelen_ < slice * slicelength) break;
+    if (linelen_ < std::int64_t{slice} * slicelength) break;
   }
   srcfile_.readln();
   ++linenr_;

@@ -42,6 +42,7 @@ class heaparray {
   /// Raises eoutofmemory, also for an array that the allocator cannot have: above 2147483647 bytes.
   /// REQUIRES: count >= 0.
   explicit heaparray(std::int64_t count)
+      // NOLINTNEXTLINE(bugprone-sizeof-expression): an item may well be a pointer
       : bytes_(heapsize(count * static_cast<std::int64_t>(sizeof(T)))),
         items_(static_cast<T*>(xgetmem(bytes_))) {
     std::uninitialized_value_construct_n(items_, count);
