@@ -236,7 +236,7 @@ void tzmalist::wrstrblock(std::string_view s) {
 }
 
 void tzmalist::wrstrbrk(std::string_view s, char brk) {
-  while (!fits(s)) {
+  while (!s.empty() && !fits(s)) {
     const std::size_t room = static_cast<std::size_t>(std::max(charsleft_, 0));
     const std::size_t found = s.substr(0, room).rfind(brk);
     const std::string_view stripped = withoutleadingblanks(s);

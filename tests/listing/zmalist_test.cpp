@@ -121,12 +121,14 @@ TEST(Listing, FitsItemsIntoLines) {
     l.wrstrblock("12345678901234567890   next 67890123456789 done"), l.wrstrblock("");
     l.wrstrbrk("one,two,three,four,five,six,seven", ','), l.wrln();
     l.wrstrbrk("one,  two4567890123456789012", ','), l.wrln();
+    l.usrwrite("longer than the line that it is on"), l.wrstrbrk("", ','), l.wrln();
     EXPECT_EQ(l.strblocklength("123456789012345678901", 6), 2);
     EXPECT_EQ(l.strblocklength("123", 26), 4) << "no place at all";
   };
   lists(blocks,
         "key: 12345678901234567890\n     next 67890123456789 \n     done\n\n"
-        "one,two,three,four,five,\nsix,seven\none,\ntwo4567890123456789012\n");
+        "one,two,three,four,five,\nsix,seven\none,\ntwo4567890123456789012\n"
+        "longer than the line that it is on\n");
 }
 
 TEST(Listing, EchoesSourceLines) {
