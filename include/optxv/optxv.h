@@ -91,7 +91,8 @@
  *
  * Faults in a definition, in parameter text and in values are messages in the queue of the handle.
  * A message has a kind (optMsg... below). The queue holds 5000 messages and one more that says that
- * the limit is reached; what comes later is lost until optClearMessages or optResetAll.
+ * the limit is reached; what comes later is lost until optClearMessages or optResetAll. Echoed
+ * lines alone are added beyond it.
  *
  *
  * THREADS AND FAULTS OF THE RUN
@@ -266,8 +267,9 @@ extern OPTXV_API int32_t _Q9_Finalizing;
  * "Help". Meant to be called once for a handle; a second read adds to what stands.
  *
  * Result 0 if the file could be opened, however many faults it holds, else the system's error
- * number (errno). Faults are messages of kind optMsgDefineError. The first line that can be neither
- * a record nor the continuation of one ends the definition, without a message.
+ * number (errno), with two messages. Faults are messages of kind optMsgDefineError in either case.
+ * The first line that can be neither a record nor the continuation of one ends the definition,
+ * without a message.
  */
 OPTXV_API int32_t optreaddefinition(optHandle handle, const unsigned char* filename);
 OPTXV_API int32_t coptreaddefinition(optHandle handle, const char* filename);
@@ -285,8 +287,8 @@ OPTXV_API int32_t optreadparameterfile(optHandle handle, const unsigned char* fi
 OPTXV_API int32_t coptreadparameterfile(optHandle handle, const char* filename);
 
 /*
- * Reads a text as one line of a parameter file, but never as a comment. A text that is longer than
- * the form of text allows goes through optReadFromPChar.
+ * Reads a text as one line of a parameter file, but never as a comment; a line feed ends it. A text
+ * that is longer than the form of text allows goes through optReadFromPChar.
  */
 OPTXV_API void optreadfromstr(optHandle handle, const unsigned char* text);
 OPTXV_API void coptreadfromstr(optHandle handle, const char* text);
@@ -442,8 +444,8 @@ OPTXV_API int32_t coptgetval2str(optHandle handle, const char* name, char* value
 OPTXV_API int32_t optsetrefnrstr(optHandle handle, const unsigned char* name, int32_t refnr);
 OPTXV_API int32_t coptsetrefnrstr(optHandle handle, const char* name, int32_t refnr);
 
-/* Synonym `position`, from 1 to optSynonymCount, and the name of its option. Fails on a bad
- * position, both cleared. */
+/* Synonym `position`, from 1 to optSynonymCount, and the name of its option, which is empty if the
+ * definition names one that is not there. Fails on a bad position, both cleared. */
 OPTXV_API int32_t optgetsynonym(optHandle handle, int32_t position, unsigned char* synonym,
                                 unsigned char* optionname);
 OPTXV_API int32_t coptgetsynonym(optHandle handle, int32_t position, char* synonym,
@@ -705,7 +707,8 @@ OPTXV_API int32_t coptgetconstname(optHandle handle, int32_t group, int32_t inde
 OPTXV_API void optversion(optHandle handle, unsigned char* auditline);
 OPTXV_API void coptversion(optHandle handle, char* auditline);
 
-/* The name of the definition file, without its directory; empty before a definition is read. */
+/* The name of the definition file, without its directory: the last that was asked for, also if it
+ * could not be opened; empty before that. */
 OPTXV_API void optdefinitionfile(optHandle handle, unsigned char* filename);
 OPTXV_API void coptdefinitionfile(optHandle handle, char* filename);
 
