@@ -17,15 +17,25 @@ void initialiseoptions() {
 }
 
 constexpr moduleentry loadorder[] = {
-    {"q9platform", initq9platform, nullptr}, {"system_q9", initarguments, nullptr},
-    {"q9private", nullptr, nullptr},         {"q9utils", nullptr, nullptr},
-    {"q9process", nullptr, finalq9process},  {"q9library", nullptr, nullptr},
-    {"q9ieeefp", nullptr, nullptr},          {"pchutil", nullptr, nullptr},
-    {"strutilx", nullptr, nullptr},          {"zmaobj", nullptr, nullptr},
-    {"zmaspecs", nullptr, nullptr},          {"dynstr", nullptr, nullptr},
-    {"zmalist", nullptr, nullptr},           {"zmaheap", initzmaheap, nullptr},
-    {"datastorage", nullptr, nullptr},       {"miniparser", nullptr, nullptr},
-    {"zdlaudit", initzdlaudit, nullptr},     {"zmaoptions", initialiseoptions, nullptr},
+    {"q9platform", initq9platform, nullptr},
+    {"system_q9", initarguments, nullptr},
+    {"q9private", nullptr, nullptr},
+    {"q9utils", nullptr, nullptr},
+    {"q9process", nullptr, finalq9process},
+    {"q9library", nullptr, nullptr},
+    {"q9ieeefp", nullptr, nullptr},
+    {"pchutil", nullptr, nullptr},
+    {"strutilx", nullptr, nullptr},
+    {"zmaobj", nullptr, nullptr},
+    {"zmaspecs", nullptr, nullptr},
+    {"dynstr", nullptr, nullptr},
+    {"zmalist", nullptr, nullptr},
+    {"zmaheap", initzmaheap, nullptr},
+    {"datastorage", nullptr, nullptr},
+    {"miniparser", nullptr, nullptr},
+    {"htmlwr", nullptr, nullptr},
+    {"zdlaudit", initzdlaudit, nullptr},
+    {"zmaoptions", initialiseoptions, nullptr},
 };
 
 }  // namespace
