@@ -15,19 +15,33 @@ namespace {
 /// Lists and macros may hang in one another to any depth, and a value goes down through all of
 /// them on the stack. Far deeper than any table made for use, and well within a small stack.
 constexpr std::int32_t maximumnesting = 500;
+/// A macro may name a macro twice, and a few dozen such levels would keep one value busy for ever.
+/// Far more than any table made for use, and a matter of seconds.
+constexpr std::int32_t maximumhandedon = 5'000'000;
 
-/// Counts one list or macro that is being assigned; not good() past the limit, with a message.
+/// One list or macro that is being assigned. A limit that is passed draws a message and ends it.
 class nesting {
  public:
-  explicit nesting(tzmaoptions& owner) : depth_(owner.assigndepth, owner.assigndepth + 1) {
+  explicit nesting(tzmaoptions& owner)
+      : owner_(owner), depth_(owner.assigndepth, owner.assigndepth + 1) {
+    if (owner.assigndepth == 1) owner.handedon = 0;
     good_ = owner.assigndepth <= maximumnesting;
-    if (!good_)
-      owner.addmessage(optMsgValueError,
-                       concat("Members nested too deep for option ", quoted{owner.curoptname}));
+    if (!good_) complain("Members nested too deep for option ");
   }
-  bool good() const { return good_; }
+
+  /// Whether a value may go to one member more.
+  bool good() {
+    if (good_ && owner_.handedon == maximumhandedon) complain("Too many members for option ");
+    good_ = good_ && owner_.handedon++ < maximumhandedon;
+    return good_;
+  }
 
  private:
+  void complain(std::string_view words) {
+    owner_.addmessage(optMsgValueError, concat(words, quoted{owner_.curoptname}));
+  }
+
+  tzmaoptions& owner_;
   replacement<std::int32_t> depth_;
   bool good_;
 };
@@ -76,11 +90,10 @@ bool tmultilistoption::hasmember(std::int32_t index) const {
 }
 
 void tmultilistoption::setasstring(std::string_view text) {
-  const nesting level(*owner);
-  if (!level.good()) return;
+  nesting level(*owner);
   tokencutter cutter(text);
   std::string_view token;
-  for (std::int32_t i = 0; cutter.next(token); ++i) {
+  for (std::int32_t i = 0; level.good() && cutter.next(token); ++i) {
     if (i == members.count()) {
       owner->addmessage(optMsgValueError,
                         concat("Too many items for multilist ", quoted{owner->curoptname}));
@@ -124,9 +137,8 @@ toption* tmacrooption::member(std::int32_t index) const {
 }
 
 void tmacrooption::setasstring(std::string_view text) {
-  const nesting level(*owner);
-  if (!level.good()) return;
-  for (std::int32_t i = 0; i < members.count(); ++i) member(i)->setasstring(text);
+  nesting level(*owner);
+  for (std::int32_t i = 0; i < members.count() && level.good(); ++i) member(i)->setasstring(text);
 }
 
 void tmacrooption::reset() {

@@ -397,6 +397,10 @@ class tstrlistoption : public toption {
 };
 
 /// Hands one text to each of its members. It stores nothing and stays undefined.
+///
+/// Lists and macros hang in one another at most 500 deep, and one value goes to at most 5,000,000
+/// members: past that an assignment draws a message and ends, so that no table can keep it busy for
+/// ever. What was given before stays.
 class tmacrooption : public toption {
  public:
   tmacrooption(std::string_view name, tzmaoptions* owner, const optionhelp& help);

@@ -335,6 +335,7 @@ class tzmaoptions : public toptionx {
   std::uint8_t lookupmode = lookupNormal;
   charset eolcommset;
   std::int32_t assigndepth = 0;  ///< lists and macros assigned one inside the other, now
+  std::int32_t handedon = 0;     ///< values that the outermost of them has given to members
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
