@@ -182,10 +182,13 @@ void txstrings::freeitem(std::int32_t i) {
 }
 
 std::int32_t txstrings::add(std::string_view s) {
-  return txlist::add(newstring(s));
+  txstrings::insert(fcount, s);
+  return fcount - 1;
 }
 void txstrings::insert(std::int32_t i, std::string_view s) {
-  txlist::insert(i, newstring(s));
+  heapstring text(s);
+  if (fcount == fcapacity) grow();  // here, where the text has an owner if that fails
+  txlist::insert(i, text.release());
 }
 
 void txstrings::put(std::int32_t i, std::string_view s) {
