@@ -78,12 +78,14 @@ TEST(MinosKeys, JoinTheWordsOfTheLine) {
 maximum iterations = 5 >> max_iter=5
 max iter count 5 >> >> VI 'max_iter' saw 'count 5'
 superb bases limits 6 >> >> E3 'superb_bases_limits'
+max_iter = 5 >> >> E3 'max_iter'
 one two three four five x >> >> E3 'one_two_three_four'
 )";
   check(definition, true, rows);
   check(definition, false, R"(
 max iter 5 max iter count 6 >> max_iter=5 >> VI 'max_iter' saw 'count' | E1 '6'
 bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
+--x_y=1 --x_y=2 --x=3 --x=4 >> --x_y=[1] --x_y=[2] --x=[3|4]
 )");
 }
 
