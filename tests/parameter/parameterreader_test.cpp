@@ -42,13 +42,17 @@ TEST(EndOfLineMode, Entries) {
 \t -STEPLIM\t5\t >> steplim=5
 , syn := 5;x >> steplim=5
 steplim : 5 >> >> E4 'steplim' | E6 | E1 '5'
+steplim,5 >> >> E2 'steplim'
+-x.y 5 >> >> E3 'x'
 # What is left of the line reads as one more entry, of the character at which it began.
 nv , x >> nv=7 >> E6 | E1 '\n'
 two 100 5 >> two=/5 >> V Integer range error for option 'two' saw '100'
     V    Valid range is 0 to 99
 p "a b" "c ! d"!x >> p=a b/c ! d
 s "ab ! cd" ! note >> s=ab ! cd
+two * 5 >> two=/5
 --x first try >> --x=[first try]
+--x "first" >> >> VQ
 msg := a,msg = b >> >> E a | E b
 nb x steplim -5 >> steplim=-5!1 >> W Integer range error for option 'steplim' saw '-5'
     W    Valid range is 0 to maxint
@@ -65,6 +69,7 @@ s "a, b",b yes >> s=a, b b=1
 s "ab"c" d" b yes >> b=1 >> VQ
 p a "b >> p=a/a
 --x a --x "b c" b yes >> b=1 --x=[a|b c]
+eol what steplim 5 6 >> >> VI 'steplim' saw '5 6'
 )";
   check(table, false, rows);
 }
@@ -79,6 +84,9 @@ maximum iterations = 5 >> max_iter=5
 max iter count 5 >> >> VI 'max_iter' saw 'count 5'
 superb bases limits 6 >> >> E3 'superb_bases_limits'
 max_iter = 5 >> >> E3 'max_iter'
+max iter = >> >> E4 'max iter'
+bad -5 >> >> E3 'bad'
+one two_three >> >> E3 'one_two__'
 one two three four five x >> >> E3 'one_two_three_four'
 )";
   check(definition, true, rows);
@@ -91,15 +99,17 @@ bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
 
 TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
   const std::string base =
-      "x integer 1 0 0 99 0 0\ntwo integer.TWO 3 0 0 9 0 0\ns synonym x\n"
+      "x integer 1 0 0 99 0 0\ntwo integer.TWO 3 0 0 9 0 0\nnv integer.NV 4 7 0 9 0 0\n"
+      "s synonym x\n"
       "t synonym x\nmsg immediate Message 0 0\n";
   const std::pair<const char*, const char*> cases[] = {
       {"h deprecated\n x Old\n",
        "X 5 >> x=5 >> W deprecated option 'X'; Old\n"
        "x a >> >> W deprecated option 'x'; Old | VI 'x' saw 'a'\ns 5 >> x=5\n"},
       {"h deprecated\n s Use x\n", "T 5 >> x=5 >> W deprecated synonym 'T'; Use x\nx 5 >> x=5\n"},
-      {"h obsolete\n x Gone\n two None\n",
-       "x 5 >> >> W obsolete option 'x'; Gone\ntwo 1 2 >> >> W obsolete option 'two'; None\n"},
+      {"h obsolete\n x Gone\n two None\n nv Off\n",
+       "x 5 >> >> W obsolete option 'x'; Gone\ntwo 1 2 >> >> W obsolete option 'two'; None\n"
+       "nv >> nv=7 >> W obsolete option 'nv'; Off\n"},
       {"h obsolete\n s Gone\n msg Gone\n",
        "t 5 >> >> W obsolete synonym 't'; Gone\nmsg a >> >> E a\n"},
       // An abbreviation is not the option's own name.
