@@ -143,19 +143,18 @@ bool entryreader::readkey() {
 
 /// The option that the key names, or nil. Under Minos lookup, whose names hold '_' where the user
 /// writes blanks, further words of the line join a key that is not known yet.
-/// KEEP: a key typed with '_' is not found, whatever is joined to it, and what was joined stays in
-/// the key for the messages, an empty word too.
+/// KEEP: a key typed with '_' is not known, though the words that join it may make it so, and what
+/// was joined stays in the key for the messages, an empty word too.
 toption* entryreader::findoption() {
   toption* option = options_.optionasobj(key_);
   if (options_.lookupmode != lookupMinos) return option;
-  const bool typed = key_.view().find('_') != std::string_view::npos;
-  if (typed) option = nullptr;
+  if (key_.view().find('_') != std::string_view::npos) option = nullptr;
   for (int round = 0; round < joinedwords && option == nullptr; ++round) {
     if (!in_.skipbl() || valuestarts.has(in_.ch())) return nullptr;
     shortstring word;
     in_.nextidentx(word);
     key_ = concat(key_, '_', word);
-    if (toption* found = options_.optionasobj(key_); !typed) option = found;
+    option = options_.optionasobj(key_);
   }
   return option;
 }

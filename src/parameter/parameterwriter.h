@@ -2,9 +2,10 @@
 // it shares with the lists of dot options and of indicators.
 //
 // A file holds a line for every value that has been set, in table order, then the dot options, then
-// the indicators. Reading it gives the same values again, those beyond their bounds included: such
-// a value stands between two lines that turn the test of bounds off and on. There is no escape in
-// the language, so that a text with a double quote cannot be read back.
+// the indicators. A value beyond its bounds stands between two lines that turn the test of bounds
+// off and on; that of a dot option does not. Reading a file gives the same values again wherever
+// the language can say them: it has no escape, so that quotes within quotes, blanks at the ends of
+// a text, a comment character and a name that the rule of lookup does not find stay behind.
 #pragma once
 
 #include <string_view>

@@ -84,6 +84,7 @@ maximum iterations = 5 >> max_iter=5
 max iter count 5 >> >> VI 'max_iter' saw 'count 5'
 superb bases limits 6 >> >> E3 'superb_bases_limits'
 max_iter = 5 >> >> E3 'max_iter'
+max_iter count = 5 >> max_iter_count=5
 max iter = >> >> E4 'max iter'
 bad -5 >> >> E3 'bad'
 one two_three >> >> E3 'one_two__'
