@@ -262,8 +262,9 @@ std::string pagewriter::sections() const {
     const std::vector<const optionfacts*> options = optionsof(section);
     if (options.empty()) continue;
     const std::string id = place(section);
-    all += "<section id=\"" + id + "\" aria-labelledby=\"" + id + "-title\">\n";
-    all += "<h2 id=\"" + id + "-title\">" + title(section) + "</h2>\n";
+    all.append("<section id=\"").append(id).append("\" aria-labelledby=\"");
+    all.append(id).append("-title\">\n<h2 id=\"").append(id).append("-title\">");
+    all.append(title(section)).append("</h2>\n");
     if (section < table_.groups.size() && table_.groups[section].helpcontext == 0)
       all += paragraph("Hidden: the help listings leave this group out.", "note");
     for (const optionfacts* option : options) all += article(*option);

@@ -23,9 +23,8 @@ enum kind : unsigned char {
 
 constexpr std::array<unsigned char, 256> makeclasses() {
   std::array<unsigned char, 256> classes{};
-  for (int c = 'A'; c <= 'Z'; ++c)
-    classes[static_cast<std::size_t>(c)] = classes[static_cast<std::size_t>(c + 32)] = letter;
-  for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = digit;
+  for (std::size_t c = 'A'; c <= 'Z'; ++c) classes[c] = classes[c + 32] = letter;
+  for (std::size_t c = '0'; c <= '9'; ++c) classes[c] = digit;
   classes['_'] = underscore;
   classes[' '] = classes['\t'] = blank;
   classes[','] = comma;
