@@ -4,10 +4,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
+#include <vector>
 
+#include "nearest.h"
 #include "optxv/optxv.h"
 #include "reporter.h"
 #include "subcommands.h"
+#include "textform.h"
 
 namespace {
 
@@ -28,13 +31,15 @@ CLI::App* add(CLI::App& app, const char* name, const char* text, const std::stri
 }
 
 void adddefinition(CLI::App* sub, arguments& given) {
-  sub->add_option("DEFINITION", given.read.definition, "File that declares the options")
+  sub->add_option("DEFINITION", given.read.definition,
+                  "File that declares the options; - is standard input")
       ->required();
 }
 
 void addreading(CLI::App* sub, arguments& given) {
   adddefinition(sub, given);
-  sub->add_option("PARAMETERS", given.read.parameters, "Parameter files, read in this order");
+  sub->add_option("PARAMETERS", given.read.parameters,
+                  "Parameter files, read in this order; - is standard input");
   sub->add_flag("--tokens", given.read.tokens,
                 "Begin each file in token mode: many options a line, values are single words");
   sub->add_flag("--no-bounds", given.read.nobounds,
@@ -45,6 +50,7 @@ CLI::App* addcheck(CLI::App& app, arguments& given) {
   CLI::App* sub = add(app, "check", "Tell everything that is wrong with the files",
                       "  optxv check solver.def\n"
                       "  optxv check solver.def solver.opt more.opt\n"
+                      "  sed s/old/new/ solver.opt | optxv check solver.def -\n"
                       "  optxv check --json solver.def solver.opt | jq .summary\n");
   addreading(sub, given);
   sub->add_flag("--json", given.json, "Print JSON");
@@ -134,6 +140,19 @@ CLI::App* addapi(CLI::App& app, arguments& given) {
   return sub;
 }
 
+/// Tells of a first word that is no subcommand; false if that is not what is wrong.
+bool tellunknown(const CLI::App& app, int count, char** words) {
+  if (count < 2 || *words[1] == '-' || !app.get_subcommands().empty()) return false;
+  std::vector<command::knownname> known;
+  for (const CLI::App* each : app.get_subcommands([](const CLI::App*) { return true; }))
+    known.push_back({each->get_name(), static_cast<std::int32_t>(known.size())});
+  const std::vector<std::string> nearest = command::nearestnames(known).nearest(words[1]);
+  command::put(stderr,
+               "optxv: error: no subcommand is called " + command::inquotes(words[1]) + '\n');
+  if (!nearest.empty()) command::put(stderr, "optxv: note: " + command::question(nearest) + '\n');
+  return true;
+}
+
 /// Whether all that was printed has arrived.
 bool flushed() {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
@@ -161,6 +180,7 @@ int run(int count, char** words) {
   try {
     app.parse(count, words);
   } catch (const CLI::ParseError& stop) {
+    if (tellunknown(app, count, words)) return command::statusunusable;
     return app.exit(stop) == 0 ? 0 : command::statusunusable;
   }
   if (check->parsed()) return command::check(given.read, given.json);

@@ -57,7 +57,7 @@ void session::summarize() {
 
 bool session::readdefinition(const std::string& file) {
   if (!opens(file)) return false;
-  if (const std::int32_t error = options_.readdefinition(file); error != 0) {
+  if (const std::int32_t error = options_.readdefinition(readablepath(file)); error != 0) {
     unreadable(file, systemtext(error));
     return false;
   }
@@ -69,7 +69,7 @@ bool session::readdefinition(const std::string& file) {
 
 void session::readparameters(const std::string& file) {
   if (!opens(file)) return;
-  if (const std::int32_t error = options_.readparameters(file); error != 0) {
+  if (const std::int32_t error = options_.readparameters(readablepath(file)); error != 0) {
     unreadable(file, systemtext(error));
     options_.clearmessages();
     return;

@@ -249,7 +249,7 @@ int show(const readsettings& settings, bool all, bool json) {
   const std::unique_ptr<reporter> report = makelines(stderr);
   session run(options, *report);
   if (!run.read(settings)) return run.total().status();
-  fresh.readdefinition(settings.definition);
+  fresh.readdefinition(readablepath(settings.definition));
   put(stdout, json ? asjson(options, fresh, all) : astable(options, fresh, all));
   return run.total().status();
 }

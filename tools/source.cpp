@@ -1,9 +1,11 @@
 #include "source.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
@@ -18,6 +20,42 @@ std::optional<std::size_t> regularsize(const std::string& path) {
   return static_cast<std::size_t>(status.st_size);
 }
 
+/// Standard input in a file in memory. OWNS: its descriptor, for the life of the program, since the
+/// path ends with it.
+struct inputcopy {
+  int error = 0;  ///< of the system; 0 if all of it is here
+  std::string path;
+};
+
+int copyinput(int to) {
+  std::array<char, std::size_t{64} << 10> block;
+  for (;;) {
+    const ssize_t got = read(STDIN_FILENO, block.data(), block.size());
+    if (got == 0) return 0;
+    if (got < 0 && errno != EINTR) return errno;
+    for (ssize_t done = 0; done < got;) {
+      const ssize_t put = write(to, block.data() + done, static_cast<std::size_t>(got - done));
+      if (put < 0) return errno;
+      done += put;
+    }
+  }
+}
+
+const inputcopy& standardinput() {
+  static const inputcopy copy = [] {
+    // Where it is closed, the file in memory would take its number.
+    if (fcntl(STDIN_FILENO, F_GETFD) < 0) return inputcopy{errno, {}};
+    const int memory = memfd_create("input", MFD_CLOEXEC);
+    return inputcopy{memory < 0 ? errno : copyinput(memory),
+                     "/proc/self/fd/" + std::to_string(memory)};
+  }();
+  return copy;
+}
+
+bool isstandardinput(const std::string& file) {
+  return file == "-";
+}
+
 int whynotopen(const std::string& path) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return errno;
@@ -27,11 +65,16 @@ int whynotopen(const std::string& path) {
 
 }  // namespace
 
-int whynotreadable(const std::string& path) {
+std::string readablepath(const std::string& file) {
+  return isstandardinput(file) ? standardinput().path : file;
+}
+
+int whynotreadable(const std::string& file) {
+  if (isstandardinput(file)) return standardinput().error;
   struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) return errno;
+  if (stat(file.c_str(), &status) != 0) return errno;
   if (S_ISDIR(status.st_mode)) return EISDIR;
-  return S_ISREG(status.st_mode) ? whynotopen(path) : 0;
+  return S_ISREG(status.st_mode) ? whynotopen(file) : 0;
 }
 
 std::string systemtext(int error) {
@@ -62,8 +105,9 @@ std::optional<std::string_view> sourcefile::line(std::int32_t number) const {
   return text;
 }
 
-const sourcefile& sourcefiles::at(const std::string& path) {
-  return files_.try_emplace(path, path).first->second;
+const sourcefile& sourcefiles::at(const std::string& file) {
+  if (const auto known = files_.find(file); known != files_.end()) return known->second;
+  return files_.emplace(file, sourcefile(readablepath(file))).first->second;
 }
 
 }  // namespace command

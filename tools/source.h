@@ -11,9 +11,14 @@
 
 namespace command {
 
+/// Where a file of the command line can be read, any number of times: under its own name, or, where
+/// that is "-", from a copy of standard input, which is taken to its end at the first call.
+std::string readablepath(const std::string& file);
+
 /// Why a file cannot be read, as a system error number; 0 if nothing is known to be in the way.
-/// Nothing is opened but regular files, since to open a pipe is to take it from its reader.
-int whynotreadable(const std::string& path);
+/// Nothing is opened but regular files, since to open a pipe is to take it from its reader. "-" is
+/// standard input.
+int whynotreadable(const std::string& file);
 
 /// The system's words for an error number.
 std::string systemtext(int error);
@@ -40,10 +45,10 @@ class sourcefile {
   std::vector<std::size_t> starts_;
 };
 
-/// The files that have been looked at, each read once.
+/// The files that have been looked at, each read once. "-" is standard input.
 class sourcefiles {
  public:
-  const sourcefile& at(const std::string& path);
+  const sourcefile& at(const std::string& file);
 
  private:
   std::map<std::string, sourcefile> files_;

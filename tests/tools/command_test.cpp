@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <regex>
 #include <tuple>
 
 #include "commandrun.h"
@@ -129,6 +130,9 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
               "handled\n1 error in 2 files, 1 not read\n",
        ""},
       {"help none", "", none},
+      {"polish s.def", "", "optxv: error: no subcommand is called \"polish\"\n"},
+      {"chekc s.def", "",
+       "optxv: error: no subcommand is called \"chekc\"\noptxv: note: did you mean \"check\"?\n"},
       {"write s.def good -o none/x", "",
        "none/x: error: cannot be written: No such file or directory\n"},
       {"write s.def good -o /dev/full", "",
@@ -139,7 +143,7 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
     EXPECT_EQ(std::tuple(got.status, got.out, got.err), std::tuple(2, out, err)) << arguments;
   }
   for (const char* wrong :
-       {"", "check", "polish s.def", "check --loud s.def", "show --all --set s.def"}) {
+       {"", "check", "--polish s.def", "check --loud s.def", "show --all --set s.def"}) {
     const outcome got = run(wrong);
     EXPECT_TRUE(got.status == 2 && got.err != "") << wrong;
   }
@@ -162,6 +166,20 @@ TEST_F(Command, ModesAreSwitched) {
   EXPECT_EQ(run("check --tokens s.def p").out.find("p:1:9: error: Integer range error"), 0U);
   EXPECT_EQ(run("check --no-bounds --tokens s.def p").status, 0);
   EXPECT_EQ(run("check --no-bounds s.def p").status, 1);
+}
+
+TEST_F(Command, ADashIsStandardInput) {
+  save("p", "steplim 7\nrf q\n"), save("q", "tol y\n"), save("bad", "steplim\n");
+  const auto named = [](std::string text) {
+    return std::regex_replace(text, std::regex("(^|\n)(p|s.def):"), "$1-:");
+  };
+  EXPECT_EQ(run("check s.def - bad <p").out, named(run("check s.def p bad").out));
+  EXPECT_EQ(run("check bad - <p").out, named(run("check bad p").out));
+  EXPECT_EQ(run("show --json - p <s.def").out, run("show --json s.def p").out);
+  EXPECT_EQ(run("write s.def - <p").out, "steplim=7\n");
+  EXPECT_EQ(run("html - <s.def").out, run("html s.def").out);
+  EXPECT_EQ(run("check s.def - <&-").out,
+            "-: error: cannot be read: Bad file descriptor\n1 error in 2 files, 1 not read\n");
 }
 
 TEST_F(Command, ShowPrintsATable) {
