@@ -195,8 +195,8 @@ class Document:
         compare(lines, real.splitlines())
 
     def run_console(self, lines):
-        missing = [variable for variable, word in (('OPTXV_COMMAND', '$ optxv'), ('OPTXV_MINIMIZER', '$ minimizer'))
-                   if not os.environ.get(variable) and any(line.startswith(word) for line in lines)]
+        missing = [variable for variable, word in (('OPTXV_COMMAND', 'optxv'), ('OPTXV_MINIMIZER', 'minimizer'))
+                   if not os.environ.get(variable) and any(re.search(rf'^\$ (.*\| )?{word} ', line) for line in lines)]
         if missing:
             print(f'not run, since this build lacks it: a console block for {missing[0]}')
             return

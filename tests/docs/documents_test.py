@@ -50,6 +50,16 @@ class Completeness(unittest.TestCase):
         modules = {path.stem for path in SOURCE.glob('src/*/*') if path.suffix in ('.h', '.cpp')}
         self.assertEqual([module for module in sorted(modules) if not re.search(rf'`([\w/]+/)?{module}\b', text)], [])
 
+    def test_the_page_of_the_command_names_every_subcommand_and_field(self):
+        page = (SOURCE / 'docs/command.md').read_text(encoding='utf-8')
+        code = ''.join((SOURCE / f'tools/{name}.cpp').read_text(encoding='utf-8')
+                       for name in ('optxv', 'reporter', 'show'))
+        words = re.findall(r'\badd(?:document)?\(\w+, (?:given, )?"(\w+)"', code)
+        fields = re.findall(r'(?:\{|row\[)"([a-z]+)"', code)
+        self.assertEqual((len(words), 'nearest' in fields, 'variable' in fields), (9, True, True))  # it does find them
+        self.assertEqual([word for word in words if f'`optxv {word}' not in page], [])
+        self.assertEqual([field for field in fields if not re.search(rf'[`"]{field}[`"]', page)], [])
+
     def test_the_documents_tell_every_message_of_the_readers(self):
         told = ' '.join(' '.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8').split())
                         for name in ('definition', 'parameter'))
