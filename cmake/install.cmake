@@ -38,6 +38,7 @@ file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_
 if(TARGET optxv_command)
   set_target_properties(optxv_command PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
   install(TARGETS optxv_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES docs/optxv.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
 
 set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/optxv)
