@@ -2,6 +2,8 @@
 // that an entry is kept whole or not at all.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -28,8 +30,8 @@ inline bool isquoted(std::string_view index) {
 /// The indices of one symbol, in the order written.
 ///
 /// Entries come by the thousand, and most of them have one or two short indices. So the texts stand
-/// one behind the other in a single string, each behind its length as a heap string has it, and
-/// that string needs no block of its own while it is short.
+/// one behind the other, each behind its length as a heap string has it, and in the list itself
+/// while they are few.
 class indexlist {
  public:
   std::int32_t count() const noexcept { return count_; }
@@ -37,14 +39,22 @@ class indexlist {
   /// Appends the first 255 bytes of an index and gives its place.
   std::int32_t add(std::string_view index) {
     const std::string_view kept = keptpart(index);
-    texts_.push_back(static_cast<char>(kept.size()));
-    texts_.append(kept);
+    const std::size_t taken = 1 + kept.size();
+    const bool far = used_ + taken > near_.size();
+    if (far) {
+      if (far_.empty()) far_.assign(near_.data(), used_);
+      far_.resize(used_ + taken);
+    }
+    char* const to = (far ? far_.data() : near_.data()) + used_;
+    *to = static_cast<char>(kept.size());
+    std::copy(kept.begin(), kept.end(), to + 1);
+    used_ += taken;
     return count_++;
   }
 
   /// REQUIRES: 0 <= i < count(). BORROWS: good until the next add.
   std::string_view get(std::int32_t i) const noexcept {
-    const char* text = texts_.data();
+    const char* text = far_.empty() ? near_.data() : far_.data();
     for (; i > 0; --i) text += 1 + length(text);
     return {text + 1, length(text)};
   }
@@ -59,8 +69,10 @@ class indexlist {
  private:
   static std::size_t length(const char* text) noexcept { return static_cast<unsigned char>(*text); }
 
-  std::string texts_;
   std::int32_t count_ = 0;
+  std::size_t used_ = 0;  ///< bytes of the texts
+  std::array<char, 40> near_{};
+  std::string far_;  ///< all the texts, once near_ cannot take them any more
 };
 
 /// The three brackets that open an index list, and what closes each.

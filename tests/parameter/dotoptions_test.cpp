@@ -41,6 +41,8 @@ TEST(DotOptions, EntriesAndFaults) {
   constexpr std::string_view rows = R"(
 x.scale('a',*) := 2.5 >> x.scale(a,*)=2.5
 X_1.SCALE [ 'a' , "b ,c  " ] 1 >> X_1.scale(a,b ,c)=1
+x.scale('a dozen',*,"of letters",'in four',*,'labels and more') 1
+    >> x.scale(a dozen,*,of letters,in four,*,labels and more)=1
 x.scale{''}=maxdouble, y.flag yes z.level 3 >> x.scale()=1E299 y.flag()=1 z.level()=3
 x. 2 >> >> E .suffix expected for key 'x' | E Option keyword expected, saw '2'
 x.scale 2 y.size z.scale 3 >> x.scale()=2 z.scale()=3 >> E unknown .suffix '.size' for key 'y'
