@@ -9,6 +9,7 @@
 #include <span>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 #include "foundation/numtext.h"
 
@@ -53,6 +54,18 @@ void push(thashnode*& chain, ownednode node) noexcept {
 void freenodes(chains table) noexcept {
   for (thashnode* node : table)
     while (node != nullptr) ownednode(std::exchange(node, node->fnext)).reset();
+}
+
+/// Takes all nodes out of a table, each to the place of its entry among so many.
+std::vector<ownednode> takenodes(chains table, std::int32_t count) {
+  std::vector<ownednode> nodes(static_cast<std::size_t>(count));
+  for (thashnode*& chain : table) {
+    while (chain != nullptr) {
+      ownednode node(std::exchange(chain, chain->fnext));
+      if (node->findex < count) nodes[static_cast<std::size_t>(node->findex)] = std::move(node);
+    }
+  }
+  return nodes;
 }
 
 /// The first entry of a chain with the key that the test accepts, or -1.
@@ -174,13 +187,19 @@ class tableguard {
 void txhashedstringlist::sethashsize(std::int32_t n) {
   const std::int32_t size = n <= smalltable ? smalltable : largetable;
   if (fhashcount == size) return;
+  // A node serves its entry again: it lies beside the name that was stored with it, where a search
+  // looks next.
+  std::vector<ownednode> nodes = takenodes(chainsof(fhashtable, fhashcount), fcount);
   clearhashlist();
   fhashtable = newtable(size);
   fhashcount = size;
   tableguard guard(this);
   for (std::int32_t i = 0; i < fcount; ++i) {
     const place at = placeof(getname(i));
-    push(fhashtable[at.chain], newnode(i, at.key));
+    ownednode node = std::move(nodes[static_cast<std::size_t>(i)]);
+    if (!node) node = newnode(i);
+    node->fkey = at.key;
+    push(fhashtable[at.chain], std::move(node));
   }
   guard.dismiss();
 }

@@ -82,6 +82,10 @@ TEST(HashedNames, LongListsGetTheLargerTable) {
   EXPECT_EQ(fill(39894), 99991) << "a table that has grown";
   for (const std::int32_t i : {0, 20000, 39892, 39893})
     EXPECT_EQ(pool.indexof("n" + std::to_string(i)), i);
+  pool.delete_(0);
+  pool.sethashsize(1);
+  for (const std::int32_t i : {0, 20000, 39892})
+    EXPECT_EQ(pool.indexof("n" + std::to_string(i + 1)), i) << "all have moved";
 }
 
 TEST(HashedNames, RandomWordsAgreeWithAMap) {
