@@ -1,7 +1,6 @@
 #include "outputs.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "descriptors.h"
 #include "reporter.h"
 #include "source.h"
 #include "subcommands.h"
@@ -17,45 +17,6 @@
 
 namespace command {
 namespace {
-
-/// OWNS: an open file descriptor, or none (-1).
-class descriptor {
- public:
-  explicit descriptor(int number) : number_(number) {}
-  ~descriptor() { finish(); }
-  descriptor(const descriptor&) = delete;
-  descriptor& operator=(const descriptor&) = delete;
-  int number() const { return number_; }
-  /// Closes it; false with errno set if the system reports a failed write only now.
-  bool finish() {
-    const int closing = number_;
-    number_ = -1;
-    return closing < 0 || close(closing) == 0;
-  }
-
- private:
-  int number_;
-};
-
-std::optional<std::string> contents(int file) {
-  std::string text;
-  std::string block(std::size_t{64} << 10, '\0');
-  for (;;) {
-    const ssize_t got = pread(file, block.data(), block.size(), static_cast<off_t>(text.size()));
-    if (got == 0) return text;
-    if (got > 0) text.append(block, 0, static_cast<std::size_t>(got));
-    if (got < 0 && errno != EINTR) return std::nullopt;
-  }
-}
-
-bool writeall(int file, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t put = ::write(file, text.data(), text.size());
-    if (put < 0 && errno != EINTR) return false;
-    text.remove_prefix(put < 0 ? 0 : static_cast<std::size_t>(put));
-  }
-  return true;
-}
 
 bool writeinplace(const std::string& file, std::string_view text) {
   descriptor out(open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
@@ -100,11 +61,11 @@ bool writefile(const std::string& file, std::string_view text) {
 }  // namespace
 
 std::optional<std::string> captured(const std::function<int(const std::string&)>& write) {
-  const descriptor memory(memfd_create("product", MFD_CLOEXEC));
-  if (memory.number() < 0) return std::nullopt;
-  errno = write("/proc/self/fd/" + std::to_string(memory.number()));
+  const memoryfile product;
+  if (product.number() < 0) return std::nullopt;
+  errno = write(product.path());
   if (errno != 0) return std::nullopt;
-  return contents(memory.number());
+  return readall(product.number());
 }
 
 int deliver(const std::string& file, std::string_view text) {

@@ -1,14 +1,14 @@
 #include "source.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
+
+#include "descriptors.h"
 
 namespace command {
 namespace {
@@ -20,35 +20,20 @@ std::optional<std::size_t> regularsize(const std::string& path) {
   return static_cast<std::size_t>(status.st_size);
 }
 
-/// Standard input in a file in memory. OWNS: its descriptor, for the life of the program, since the
-/// path ends with it.
+/// Standard input, read to its end and kept in a file in memory.
 struct inputcopy {
-  int error = 0;  ///< of the system; 0 if all of it is here
-  std::string path;
+  inputcopy() {
+    const std::optional<std::string> text = readall(STDIN_FILENO);
+    if (text) file.emplace();  // only now: where standard input is closed, it may take its number
+    if (!text || !writeall(file->number(), *text)) error = errno;
+  }
+
+  std::optional<memoryfile> file;
+  int error = 0;  ///< of the system; 0 if all of it is there
 };
 
-int copyinput(int to) {
-  std::array<char, std::size_t{64} << 10> block;
-  for (;;) {
-    const ssize_t got = read(STDIN_FILENO, block.data(), block.size());
-    if (got == 0) return 0;
-    if (got < 0 && errno != EINTR) return errno;
-    for (ssize_t done = 0; done < got;) {
-      const ssize_t put = write(to, block.data() + done, static_cast<std::size_t>(got - done));
-      if (put < 0) return errno;
-      done += put;
-    }
-  }
-}
-
 const inputcopy& standardinput() {
-  static const inputcopy copy = [] {
-    // Where it is closed, the file in memory would take its number.
-    if (fcntl(STDIN_FILENO, F_GETFD) < 0) return inputcopy{errno, {}};
-    const int memory = memfd_create("input", MFD_CLOEXEC);
-    return inputcopy{memory < 0 ? errno : copyinput(memory),
-                     "/proc/self/fd/" + std::to_string(memory)};
-  }();
+  static const inputcopy copy;
   return copy;
 }
 
@@ -66,7 +51,9 @@ int whynotopen(const std::string& path) {
 }  // namespace
 
 std::string readablepath(const std::string& file) {
-  return isstandardinput(file) ? standardinput().path : file;
+  if (!isstandardinput(file)) return file;
+  const std::optional<memoryfile>& copy = standardinput().file;
+  return copy ? copy->path() : file;
 }
 
 int whynotreadable(const std::string& file) {
