@@ -29,11 +29,12 @@ class nesting {
     if (!good_) complain("Members nested too deep for option ");
   }
 
-  /// Whether a value may go to one member more.
-  bool good() {
-    if (good_ && owner_.handedon == maximumhandedon) complain("Too many members for option ");
-    good_ = good_ && owner_.handedon++ < maximumhandedon;
-    return good_;
+  /// Takes one value more for a member into account; false if it may not go there.
+  bool handon() {
+    if (!good_ || owner_.handedon > maximumhandedon) return false;
+    if (++owner_.handedon <= maximumhandedon) return true;
+    complain("Too many members for option ");
+    return false;
   }
 
  private:
@@ -93,7 +94,7 @@ void tmultilistoption::setasstring(std::string_view text) {
   nesting level(*owner);
   tokencutter cutter(text);
   std::string_view token;
-  for (std::int32_t i = 0; level.good() && cutter.next(token); ++i) {
+  for (std::int32_t i = 0; cutter.next(token) && level.handon(); ++i) {
     if (i == members.count()) {
       owner->addmessage(optMsgValueError,
                         concat("Too many items for multilist ", quoted{owner->curoptname}));
@@ -138,7 +139,7 @@ toption* tmacrooption::member(std::int32_t index) const {
 
 void tmacrooption::setasstring(std::string_view text) {
   nesting level(*owner);
-  for (std::int32_t i = 0; i < members.count() && level.good(); ++i) member(i)->setasstring(text);
+  for (std::int32_t i = 0; i < members.count() && level.handon(); ++i) member(i)->setasstring(text);
 }
 
 void tmacrooption::reset() {

@@ -1,7 +1,6 @@
 #include "parameter/indicators.h"
 
 #include <memory>
-#include <utility>
 
 #include "parameter/entries.h"
 #include "parameter/parameterwriter.h"
@@ -99,9 +98,8 @@ std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner) {
 tindicatorlist::~tindicatorlist() = default;
 
 void tindicatorlist::addentry(std::string_view equation) {
-  auto entry = std::make_unique<tindicatoritem>();
-  curitem = entry.get();
-  addowned(std::move(entry));
+  addowned(std::make_unique<tindicatoritem>());
+  curitem = objectof<tindicatoritem>(getlast());
   curitem->equname = equation;
   if (equation.size() > maximumidentifier)
     complain(*owner, "Not a good equation identifier ", quoted{equation});
