@@ -1,5 +1,6 @@
 #include "parameter/parameterwriter.h"
 
+#include <array>
 #include <climits>
 #include <filesystem>
 #include <random>
@@ -11,28 +12,14 @@
 namespace optxv {
 namespace {
 
-constexpr std::string_view definition = R"(count integer 1 10 0 100 0 1 Count
-pair integer.TWO 1 10 0 100 0 1 Pair
-tol double 1 0.5 0 maxdouble 0 1 Tolerance
-quiet boolean.NV 1 1 0 1 Quiet
-flag boolean 1 0 0 1 Flag
-name string 1 none 0 1 Name
-both string.TWO 1 none 0 1 Names
-way enumstr.OPT 1 up 0 1 Way
- up 0 Up
- down 0 Down
-level enumint 1 1 0 1 Level
- 1 0 One
-paths strlist 1 0 1 Paths
-wide multilist 1 0 1 Several
- count tol
-all macro 0 1 Group
- count
-free_way immediate NoBounds 0 1 Bounds
-row indicator
-.scale double 1 1 0 maxdouble 0 1 Scale
-)";
-constexpr std::string_view nobounds = "n_b immediate NoBounds 0 1 Bounds\n";
+const std::string definition =
+    "count integer 1 10 0 100 0 1 C\npair integer.TWO 1 10 0 100 0 1 P\n"
+    "tol double 1 0.5 0 maxdouble 0 1 T\nquiet boolean.NV 1 1 0 1 Q\nflag boolean 1 0 0 1 F\n"
+    "name string 1 none 0 1 N\nboth string.TWO 1 none 0 1 N\n"
+    "way enumstr.OPT 1 up 0 1 W\n up 0 Up\n down 0 Down\nlevel enumint 1 1 0 1 L\n 1 0 One\n"
+    "paths strlist 1 0 1 P\nwide multilist 1 0 1 S\n count tol\nall macro 0 1 G\n count\n"
+    "free_way immediate NoBounds 0 1 B\nrow indicator\n.scale double 1 1 0 maxdouble 0 1 S\n";
+const std::string nobounds = "n_b immediate NoBounds 0 1 Bounds\n";
 
 std::string written(optiontable& t) {
   const scratchfile file;
@@ -41,11 +28,9 @@ std::string written(optiontable& t) {
 }
 
 TEST(ParameterWriter, Bytes) {
-  const struct {
-    std::string definition, text, bytes;
-  } rows[] = {
+  const std::array<std::string, 3> rows[] = {
       // In table order, whatever the order of the text; the kinds without a value are left out.
-      {str(definition),
+      {definition,
        "row e(i,'a') $ v(i) no\nx.scale['a' , *] 2.5\nx.scale 1e-7\n--late one two\n"
        "paths \"a b\"\npaths\npaths x,y\npaths \"\"\nlevel 1\nway DOWN\nboth \"a b\" c\n"
        "name \"\"\nflag yes\nquiet\ntol 1e20\npair 3 *\nwide 7:0.25\n",
@@ -53,17 +38,17 @@ TEST(ParameterWriter, Bytes) {
        "level=1\npaths=\"a b\"\npaths=\"x,y\"\npaths=\"\"\n--late=\"one two\"\n"
        "x.scale('a',*) = 2.5\nx.scale = 1E-7\nrow e(i,'a')$v(i)=0\n"},
       // A value beyond its bounds stands between two lines under the first switch of the table.
-      {str(definition), "free_way 1\ncount 101\npair 5 -1\nway left\nlevel 2\n",
+      {definition, "free_way 1\ncount 101\npair 5 -1\nway left\nlevel 2\n",
        "free_way 1\ncount=101\nfree_way 0\nfree_way 1\npair=5 -1\nfree_way 0\nfree_way 1\n"
        "way=\"\"\nfree_way 0\nfree_way 1\nlevel=2\nfree_way 0\n"},
       // Several words show as users write them, but for the lists and the switch.
       {"Minos lookup\nmax_step integer 1 1 0 9 0 1 Step\npath_list strlist 1 0 1 Paths\n" +
-           std::string(nobounds),
+           nobounds,
        "max step 5\npath list a_b\n", "max step=5\npath_list=a_b\n"},
   };
-  for (const auto& row : rows) {
-    optiontable t(row.definition);
-    EXPECT_EQ(written(t.read(row.text)), row.bytes);
+  for (const auto& [table, text, bytes] : rows) {
+    optiontable t(table);
+    EXPECT_EQ(written(t.read(text)), bytes);
   }
 }
 
@@ -87,21 +72,15 @@ TEST(ParameterWriter, FilesThatCannotBeWritten) {
   }
   using files = std::filesystem::directory_iterator;
   const auto opened = [] { return std::distance(files("/proc/self/fd"), files()); };
-  for (const int count : {1, 20000}) {  // few lines fail in the close, many while they are written
+  for (const std::size_t count :
+       {1, 20000}) {  // few lines fail in the close, many while they are written
     optiontable t(definition);
-    std::string text;
-    for (int i = 0; i < count; ++i) text += "paths something\n";
-    t.read(text);
+    t.read(joined(lines(count, "paths something\n"), ""));
     const auto before = opened();
     EXPECT_THROW(t->optwriteparameterfile("/dev/full"), einouterror);
     EXPECT_EQ(opened(), before);
     EXPECT_EQ(t.queue(), lines());
   }
-}
-
-double randomnumber(std::mt19937& random) {
-  constexpr double edges[] = {0, 1, -1, INT_MAX, INT_MIN};
-  return random() % 2 == 0 ? edges[random() % 5] : static_cast<double>(random() % 4096) / 64 - 9;
 }
 
 // A text that both reading modes take back: no double quote, no blank at either end, no line end,
@@ -118,18 +97,17 @@ std::string randomtext(std::mt19937& random) {
 
 // A table of scalar options and a list, with bounds that most values break.
 std::string randomdefinition(std::mt19937& random) {
-  const lines kinds = {"integer", "double", "string", "boolean", "enumstr", "enumint"};
-  const lines fields = {" 5 0 9 0 1",
-                        " 0.5 -1 1e9 0 1",
-                        " none 0 1",
-                        " 0 0 1",
-                        " a 0 1\n a 0 A\n \"b c\" 0 B",
-                        " 1 0 1\n 1 0 A\n 7 0 B"};
-  std::string text = str(nobounds) + "row indicator\n.scale double 1 1 0 9 0 1 Help\n";
+  const std::pair<std::string, std::string> kinds[] = {{"integer", "5 0 9 0 1"},
+                                                       {"double", "0.5 -1 1e9 0 1"},
+                                                       {"string", "none 0 1"},
+                                                       {"boolean", "0 0 1"},
+                                                       {"enumstr", "a 0 1\n a 0 A\n \"b c\" 0 B"},
+                                                       {"enumint", "1 0 1\n 1 0 A\n 7 0 B"}};
+  std::string text = nobounds + "row indicator\n.scale double 1 1 0 9 0 1 Help\n";
   for (int i = 0; i < 12; ++i) {
-    const auto kind = random() % kinds.size();
-    text += "o_" + std::to_string(i) + " " + kinds[kind] + lines{"", ".OPT", ".TWO"}[random() % 3] +
-            " 1" + fields[kind] + "\n";
+    const auto& [kind, fields] = kinds[random() % 6];
+    text += "o_" + std::to_string(i) + " " + kind + lines{"", ".OPT", ".TWO"}[random() % 3] +
+            " 1 " + fields + "\n";
   }
   return text + "items strlist 1 0 1 Help\n";
 }
@@ -139,19 +117,19 @@ void setrandomvalues(optiontable& t, std::mt19937& random) {
   for (std::int32_t i = 1; i <= t->optcount(); ++i) {
     const toption& option = *t->getobjects(i - 1);
     if (random() % 5 == 0 || option.optname.view() == ".scale") continue;
-    std::int32_t integer = 0;
     double real = 0;
     std::string text;
     const auto draw = [&] {  // beyond 0 and 1 a switch has no text that is read back
-      integer = static_cast<std::int32_t>(real = randomnumber(random));
-      if (option.opttype == optTypeBoolean) integer &= 1;
+      const double edges[] = {0, 1, -1, INT_MAX, INT_MIN};
+      real = random() % 2 == 0 ? edges[random() % 5] : double(random() % 4096) / 64 - 9;
+      if (option.opttype == optTypeBoolean) real = std::int32_t(real) & 1;
       text = randomtext(random);
     };
     draw();
-    t->optsetvaluesnr(i, integer, real, text);
+    t->optsetvaluesnr(i, std::int32_t(real), real, text);
     if (option.subtype != optsub2Values) continue;
     if (option.outofbounds == 0) draw();  // a good second value would hide a first that is not
-    t->optsetvalues2nr(i, integer, real, text);
+    t->optsetvalues2nr(i, std::int32_t(real), real, text);
   }
   for (auto i = random() % 4; i > 0; --i) {
     t.read("items " + randomtext(random));
