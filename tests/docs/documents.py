@@ -22,6 +22,7 @@ Prints a line for each fault; the exit status is 1 where there is one. The word 
   sh not-run        commands that this test cannot run: they build, install or test the whole
   diagram           a drawing
 """
+import contextlib
 import difflib
 import os
 import re
@@ -32,8 +33,6 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 import library  # noqa: E402  (found beside this file)
-
-FENCE = re.compile(r'^```(.*)$')
 
 
 class Fault(Exception):
@@ -49,19 +48,11 @@ def broken_links(path, text):
 
 def blocks(text):
     """The fenced blocks as (line number, words of the fence, lines)."""
-    found, fence = [], None
-    for number, line in enumerate(text.splitlines(), 1):
-        match = FENCE.match(line)
-        if not match and fence:
-            fence[2].append(line)
-        elif match and fence:
-            found.append(fence)
-            fence = None
-        elif match:
-            fence = (number, match[1].split(), [])
-    if fence:
-        raise Fault(f'{fence[0]}: the block is not closed')
-    return found
+    found = [(text.count('\n', 0, match.start()) + 1, match[1].split(), match[2].splitlines(), match[3])
+             for match in re.finditer(r'^```(.*)\n((?:(?!```).*\n)*)(```|\Z)', text, re.M)]
+    if found and not found[-1][3]:
+        raise Fault(f'{found[-1][0]}: the block is not closed')
+    return [block[:3] for block in found]
 
 
 def compare(shown, real):
@@ -78,7 +69,6 @@ class Document:
     def __init__(self, folder):
         self.folder = Path(folder)
         self.source = Path(os.environ['OPTXV_SOURCE'])
-        self.loaded = library.load()
         self.options = None
         self.pending = []  # messages nobody has looked at
         self.output = None  # of the program before
@@ -90,16 +80,19 @@ class Document:
             raise Fault(f'nothing runs a block of kind "{kind}"')
         if kind != 'messages':
             self.close_messages()
-        if kind != 'output' and self.output:
-            raise Fault('the program before prints, and no output block follows it')
+        if kind != 'output':
+            self.close_output()
         step(lines, *words[1:])
 
     def close(self):
         self.close_messages()
-        if self.output:
-            raise Fault('the last program prints, and no output block follows it')
+        self.close_output()
         if self.options:
             self.options.close()
+
+    def close_output(self):
+        if self.output:
+            raise Fault('the program before prints, and no output block follows it')
 
     def close_messages(self):
         unseen = [text for text, kind in self.pending if kind not in (library.ENTER, library.LEAVE)]
@@ -117,7 +110,7 @@ class Document:
     def fresh(self):
         if self.options:
             self.options.close()
-        self.options = library.Options(self.loaded)
+        self.options = library.Options()
         self.options.define('example.def')
         return self.options.messages_with_kinds()
 
@@ -200,13 +193,11 @@ class Document:
         if missing:
             print(f'not run, since this build lacks it: a console block for {missing[0]}')
             return
-        turns = []
-        for line in lines:
-            if line.startswith('$ '):
-                turns.append((line[2:], []))
-            else:
-                turns[-1][1].append(line)
-        for command, shown in turns:
+        above, *turns = ('\n' + '\n'.join(lines)).split('\n$ ')
+        if above or not turns:
+            raise Fault('does not begin with a command')
+        for turn in turns:
+            command, *shown = turn.split('\n')
             compare(shown, self.shell(command).stdout.splitlines())
 
     def run_excerpt(self, lines, name):
@@ -229,12 +220,10 @@ def faults(path):
     """Every fault of a document, as text."""
     text = path.read_text(encoding='utf-8')
     found = list(broken_links(path, text))
-    here = os.getcwd()
-    with tempfile.TemporaryDirectory() as folder:
-        os.chdir(folder)
+    number = 0
+    with tempfile.TemporaryDirectory() as folder, contextlib.chdir(folder):
         try:
             document = Document(folder)
-            number = 0
             for number, words, lines in blocks(text):
                 try:
                     document.run(words, lines)
@@ -244,8 +233,6 @@ def faults(path):
             document.close()
         except Fault as fault:
             found.append(f'{path.name}:{number}: {fault}')
-        finally:
-            os.chdir(here)
     return found
 
 

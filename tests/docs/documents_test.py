@@ -29,6 +29,7 @@ ROWS = (
     ('other output', '```python\nprint(1)\n```\n```output\n2\n```\n', '+1'),
     ('an excerpt in another order', '```excerpt examples/tight.opt\nread_path /models/tight\nfeasibility_tol 1e-8\n```\n',
      'not in this order: feasibility_tol'),
+    ('output without a command', '```console\nls\n```\n', 'does not begin with a command'),
     ('a link to nothing', '[a](b.md)\n', 'b.md: there is no such file'),
     ('commands that say nothing of a test', '```sh\nls\n```\n', 'says not-run'),
 )

@@ -11,17 +11,13 @@ STRLIST = 7
 TWO_VALUES = 3
 
 
-def load():
-    return ctypes.CDLL(os.environ['OPTXV_LIBRARY'])
-
-
 class Options:
     """One handle, freed by close(). Text is latin-1: bytes stay what they are."""
 
-    def __init__(self, library):
-        self.library = library
+    def __init__(self):
+        self.library = ctypes.CDLL(os.environ['OPTXV_LIBRARY'])
         self.handle = ctypes.c_void_p()
-        library.xcreate(ctypes.byref(self.handle))
+        self.library.xcreate(ctypes.byref(self.handle))
 
     def close(self):
         self.library.xfree(ctypes.byref(self.handle))
@@ -30,11 +26,15 @@ class Options:
         return getattr(self.library, name)(self.handle, *(
             argument.encode('latin-1') if isinstance(argument, str) else argument for argument in arguments))
 
-    def texts(self, name, *arguments, count=1):
-        """Calls a function whose last arguments are out texts; gives its result and the texts."""
-        out = [ctypes.create_string_buffer(TEXT) for _ in range(count)]
-        result = self.call(name, *arguments, *out)
-        return [result] + [text.value.decode('latin-1') for text in out]
+    def asked(self, name, *arguments, out):
+        """The result of a function, and what it puts into its last arguments: i is an integer, d a double, t a text."""
+        makers = {'i': ctypes.c_int32, 'd': ctypes.c_double, 't': lambda: ctypes.create_string_buffer(TEXT)}
+        places = [makers[kind]() for kind in out]
+        result = self.call(name, *arguments, *map(ctypes.byref, places))
+        return [result] + [place.value.decode('latin-1') if kind == 't' else place.value for kind, place in zip(out, places)]
+
+    def told(self, name, *arguments, out):
+        return self.asked(name, *arguments, out=out)[1:]
 
     def define(self, path):
         return self.call('coptreaddefinition', str(path))
@@ -44,29 +44,18 @@ class Options:
 
     def messages_with_kinds(self):
         """Takes the messages out of the queue, as pairs of text and kind."""
-        found = []
-        kind = ctypes.c_int32()
-        text = ctypes.create_string_buffer(TEXT)
-        for number in range(1, self.call('optmessagecount') + 1):
-            self.call('coptgetmessage', number, text, ctypes.byref(kind))
-            found.append((text.value.decode('latin-1'), kind.value))
+        found = [tuple(self.told('coptgetmessage', number, out='ti'))
+                 for number in range(1, self.call('optmessagecount') + 1)]
         self.call('optclearmessages')
         return found
 
     def messages(self):
         return [text for text, _ in self.messages_with_kinds()]
 
-    def counts(self):
-        errors, warnings = ctypes.c_int32(), ctypes.c_int32()
-        self.call('opterrorcount', ctypes.byref(errors), ctypes.byref(warnings))
-        return errors.value, warnings.value
-
     def find(self, name):
         """The name of the option that a key finds, or None."""
-        number, refnr = ctypes.c_int32(), ctypes.c_int32()
-        if self.call('coptfindstr', name, ctypes.byref(number), ctypes.byref(refnr)) != 1:
-            return None
-        return self.texts('coptgethelpnr', number.value, count=2)[1]
+        found, number, _ = self.asked('coptfindstr', name, out='ii')
+        return self.told('coptgethelpnr', number, out='tt')[0] if found == 1 else None
 
     def help(self, request):
         self.call('coptshowhelp', request)
@@ -74,48 +63,30 @@ class Options:
 
     def values(self):
         """What is set, as lines `name = value`: options in the order of the table, dot options, indicators."""
-        lines = []
-        for number in range(1, self.call('optcount') + 1):
-            lines += self._option(number)
-        return lines + self._dots() + self._indicators()
+        return [line for number in range(1, self.call('optcount') + 1) for line in self._option(number)] + [
+            self._dot(entry) for entry in range(1, self.asked('optdotoptcount', out='i')[0] + 1)] + [
+            self._indicator(entry) for entry in range(1, self.asked('optindicatorcount', out='i')[0] + 1)]
 
     def _option(self, number):
-        info = [ctypes.c_int32() for _ in range(6)]
-        self.call('optgetinfonr', number, *map(ctypes.byref, info))
-        defined, _, _, _, kind, subtype = [field.value for field in info]
-        name = self.texts('coptgetnamenr', number)[1]
+        defined, _, _, _, kind, subtype = self.told('optgetinfonr', number, out='iiiiii')
+        name, = self.told('coptgetnamenr', number, out='t')
         if kind == STRLIST:
-            count = self.call('coptlistcountstr', name)
-            return [f'{name}[{item}] = ' + self.texts('coptreadfromliststr', name, item)[1]
-                    for item in range(1, count + 1)]
-        if not defined:
-            return []
-        value = self.texts('coptgetstrnr', number)[1]
-        if subtype == TWO_VALUES:
-            value += ' ' + self.texts('coptgetstr2nr', number)[1]
-        return [f'{name} = {value}']
+            return [f'{name}[{item}] = ' + self.told('coptreadfromliststr', name, item, out='t')[0]
+                    for item in range(1, self.call('coptlistcountstr', name) + 1)]
+        getters = ['coptgetstrnr', 'coptgetstr2nr'][:2 if subtype == TWO_VALUES else 1] if defined else []
+        values = [self.told(getter, number, out='t')[0] for getter in getters]
+        return [f'{name} = {" ".join(values)}'] if values else []
 
-    def _dots(self):
-        lines, dropped = [], ctypes.c_int32()
-        for entry in range(1, self.call('optdotoptcount', ctypes.byref(dropped)) + 1):
-            symbol = ctypes.create_string_buffer(TEXT)
-            number, dimension, value = ctypes.c_int32(), ctypes.c_int32(), ctypes.c_double()
-            self.call('coptgetdotoptnr', entry, symbol, *map(ctypes.byref, (number, dimension, value)))
-            labels = [self.texts('coptgetdotoptuel', entry, index)[1] for index in range(1, dimension.value + 1)]
-            lines.append(f'{symbol.value.decode("latin-1")}{self.texts("coptgetnamenr", number.value)[1]}'
-                         f'{"(" + ",".join(labels) + ")" if labels else ""} = {value.value:g}')
-        return lines
+    def _labels(self, getter, entry, count):
+        labels = [self.told(getter, entry, index, out='t')[0] for index in range(1, count + 1)]
+        return f'({",".join(labels)})' if labels else ''
 
-    def _indicators(self):
-        lines, dropped = [], ctypes.c_int32()
-        for entry in range(1, self.call('optindicatorcount', ctypes.byref(dropped)) + 1):
-            names = [ctypes.create_string_buffer(TEXT) for _ in range(2)]
-            sizes = [ctypes.c_int32() for _ in range(2)]
-            mark = ctypes.c_int32()
-            self.call('coptgetindicatornr', entry, *names, *map(ctypes.byref, sizes), ctypes.byref(mark))
-            sides = []
-            for name, size, side in zip(names, sizes, ('coptgetequindicatornr', 'coptgetvarindicatornr')):
-                labels = [self.texts(side, entry, index)[1] for index in range(1, size.value + 1)]
-                sides.append(name.value.decode('latin-1') + (f'({",".join(labels)})' if labels else ''))
-            lines.append(f'{"$".join(sides)} = {mark.value}')
-        return lines
+    def _dot(self, entry):
+        symbol, number, dimension, value = self.told('coptgetdotoptnr', entry, out='tiid')
+        suffix, = self.told('coptgetnamenr', number, out='t')
+        return f'{symbol}{suffix}{self._labels("coptgetdotoptuel", entry, dimension)} = {value:g}'
+
+    def _indicator(self, entry):
+        equation, variable, *sizes, mark = self.told('coptgetindicatornr', entry, out='ttiii')
+        rows, columns = map(self._labels, ('coptgetequindicatornr', 'coptgetvarindicatornr'), (entry, entry), sizes)
+        return f'{equation}{rows}${variable}{columns} = {mark}'

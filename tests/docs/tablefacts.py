@@ -2,7 +2,7 @@
 
 The tests of the documents compare what readers make of a document with these facts.
 """
-import ctypes
+import contextlib
 import os
 import sys
 from pathlib import Path
@@ -19,14 +19,6 @@ def tables(*more):
     """The example, the definitions given, and those in the folder OPTXV_TABLES, if that is set."""
     folder = os.environ.get('OPTXV_TABLES')
     return [Path('examples/solver.def'), *more, *(sorted(Path(folder).glob('*.def')) if folder else [])]
-
-
-def told(options, function, *arguments, out):
-    """What a function puts into its last arguments: i is an integer, d a double, t a text."""
-    makers = {'i': ctypes.c_int32, 'd': ctypes.c_double, 't': lambda: ctypes.create_string_buffer(library.TEXT)}
-    places = [makers[kind]() for kind in out]
-    options.call(function, *arguments, *map(ctypes.byref, places))
-    return [place.value.decode('latin-1') if kind == 't' else place.value for kind, place in zip(out, places)]
 
 
 def written(path):
@@ -46,39 +38,35 @@ def written(path):
 
 def option(options, number, actions, members):
     """One option: the fields of its record, with numbers as numbers and texts as texts."""
-    _, _, refnr, _, kind, modifier = told(options, 'optgetinfonr', number, out='iiiiii')
-    name, text = told(options, 'coptgethelpnr', number, out='tt')
-    _, page, group = told(options, 'coptgetopthelpnr', number, out='tii')
+    _, _, refnr, _, kind, modifier = options.told('optgetinfonr', number, out='iiiiii')
+    name, text = options.told('coptgethelpnr', number, out='tt')
+    _, page, group = options.told('coptgetopthelpnr', number, out='tii')
     low = high = default = ''
     if kind in (INTEGER, DOUBLE):
-        low, high, default = told(options, {INTEGER: 'optgetboundsint', DOUBLE: 'optgetboundsdbl'}[kind], number,
-                                  out={INTEGER: 'iii', DOUBLE: 'ddd'}[kind])
+        low, high, default = (options.told('optgetboundsint', number, out='iii') if kind == INTEGER else
+                              options.told('optgetboundsdbl', number, out='ddd'))
     elif kind in (BOOLEAN, ENUMINT):
-        default, = told(options, 'optgetintnr', number, out='i')
+        default, = options.told('optgetintnr', number, out='i')
     elif kind in (STRING, ENUMSTR):
-        default, = told(options, 'coptgetstrnr', number, out='t')
+        default, = options.told('coptgetstrnr', number, out='t')
     elif kind == IMMEDIATE:
         default = actions[name]
     values = []
     if kind in (ENUMSTR, ENUMINT):
-        for entry in range(1, told(options, 'optgetenumcount', number, out='i')[0] + 1):
-            integer, string = told(options, 'coptgetenumvalue', number, entry, out='it')
+        for entry in range(1, options.told('optgetenumcount', number, out='i')[0] + 1):
+            integer, string = options.told('coptgetenumvalue', number, entry, out='it')
             values.append([integer if kind == ENUMINT else string,
-                           *told(options, 'coptgetenumhelp', number, entry, out='it')])
-    return dict(number=number, name=name, kind=kind, word=told(options, 'coptgettypename', kind, out='t')[0],
+                           *options.told('coptgetenumhelp', number, entry, out='it')])
+    return dict(number=number, name=name, kind=kind, word=options.told('coptgettypename', kind, out='t')[0],
                 modifier=modifier, refnr=refnr, default=default, low=low, high=high, group=group, page=page, text=text,
                 values=values, members=members.get(name, []) if kind in (MULTILIST, MACRO) else [])
 
 
 def facts(path):
     """The options in the order of the table, the pairs of synonym and name, and the messages of the read."""
-    options = library.Options(library.load())
-    try:
+    with contextlib.closing(library.Options()) as options:
         options.define(path)
-        messages = options.messages()
-        found = written(path)
-        synonyms = [told(options, 'coptgetsynonym', position, out='tt')
+        messages, found = options.messages(), written(path)
+        synonyms = [options.told('coptgetsynonym', position, out='tt')
                     for position in range(1, options.call('optsynonymcount') + 1)]
         return [option(options, number, *found) for number in range(1, options.call('optcount') + 1)], synonyms, messages
-    finally:
-        options.close()
