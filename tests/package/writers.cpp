@@ -15,21 +15,20 @@ namespace {
 
 const std::string definition = "writers.def", document = "writers.out";
 
-std::string contents(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+bool holds(const char* piece) {
+  std::ifstream file(document, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), {}).find(piece) != std::string::npos;
 }
 
 bool documented(const optxv::tzmaoptions& options) {
   if (optxv::describe(options).options.back().high != "9") return false;
   const optxv::tzmaoptionwriter writer(options);
   writer.writeashtml(document);
-  if (contents(document).find("<td> rate </td>") == std::string::npos) return false;
+  if (!holds("<td> rate </td>")) return false;
   writer.writedefinition(document);
-  if (contents(document).find("\nrate integer 1 2 0 9 1 1 Rate\n") == std::string::npos)
-    return false;
+  if (!holds("\nrate integer 1 2 0 9 1 1 Rate\n")) return false;
   writer.writedelphiinc(document);
-  return contents(document).find("pfrate") != std::string::npos;
+  return holds("pfrate");
 }
 
 bool raises(const char* name) {
@@ -54,11 +53,9 @@ int main() {
   xfree(&handle);
   if (!byhandle) return 1;
 
-  auto* const own = new optxv::tzmaoptions;
-  own->optreaddefinition(definition);
-  const bool byobject = optcount(own) == 2 && documented(*own);
-  delete own;
-  if (!byobject) return 2;
+  optxv::tzmaoptions own;
+  own.optreaddefinition(definition);
+  if (optcount(&own) != 2 || !documented(own)) return 2;
 
   if (!raises("/dev/full") || !raises("/") || raises(document.c_str())) return 3;
   std::cout << "writers: ok\n";
