@@ -32,22 +32,15 @@ void perform(txsortedstringlist& list, const std::string& steps) {
 }
 
 TEST(SortedNames, StandWhereTheseStepsPutThem) {
-  const std::tuple<std::string, std::string, bool> rows[] = {
-      {"", "", true},
-      {"+a +b +c +B", "a B b c ", false},
-      {"+b s +a", "a b ", true},
-      {"( +b ( +a ) +c", "b a c ", false},
-      {"( +b +A ( +a ) +B )", "A B a b ", true},
-      {"+a +a s x +b", "b ", false},
-      {"( +c +b x +z +a )", "a z ", true},
-      {") ( +c +a", "a c ", false},
-      {"+b +a s =z s", "z b ", true}};
-  for (const auto& [steps, names, sorted] : rows) {
+  const auto give = [](const std::string& steps, const std::string& names, bool sorted) {
     txsortedstringlist list;
     perform(list, steps);
-    EXPECT_EQ(all(list), names) << steps;
-    EXPECT_EQ(list.sorted(), sorted) << steps;
-  }
+    EXPECT_EQ(std::pair(all(list), list.sorted()), std::pair(names, sorted)) << steps;
+  };
+  give("", "", true), give("+a +b +c +B", "a B b c ", false), give("+b s +a", "a b ", true);
+  give("( +b ( +a ) +c", "b a c ", false), give("( +b +A ( +a ) +B )", "A B a b ", true);
+  give("+a +a s x +b", "b ", false), give("( +c +b x +z +a )", "a z ", true);
+  give(") ( +c +a", "a c ", false), give("+b +a s =z s", "z b ", true);
 }
 
 TEST(SortedNames, AreFoundByHalves) {

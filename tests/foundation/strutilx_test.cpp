@@ -74,30 +74,26 @@ TEST(Change, CaseSetsBlanksAndTexts) {
   EXPECT_EQ(trimright("\ta b \t"), "\ta b");
   EXPECT_EQ(trim("\ta\r\n \t"), "a\r\n");
   const std::string full(255, 'a'), doubled(255, 'b');
-  const tuple<text, text, text, text> rows[] = {{"aa", "a", "aaaa", "aa"},
-                                                {"a", "aba", "aca", "abacaba"},
-                                                {"", "x", "abc", "abc"},
-                                                {"b", "", "abcb", "ac"},
-                                                {"a", "bb", full, doubled}};
-  for (const auto& [oldtext, newtext, s, result] : rows)
+  const auto gives = [](text oldtext, text newtext, text s, text result) {
     EXPECT_EQ(replacestr(oldtext, newtext, s).view(), result) << s;
+  };
+  gives("aa", "a", "aaaa", "aa"), gives("a", "aba", "aca", "abacaba"), gives("", "x", "abc", "abc");
+  gives("b", "", "abcb", "ac"), gives("a", "bb", full, doubled);
 }
 
 TEST(Tokens, TakenOneByOne) {
-  const tuple<text, text> rows[] = {{"''b", "[]3 [b]4 []4 "},
-                                    {"  \"two words\"  next", "[two words]14 [next]20 []20 "},
-                                    {"'it\"s' x", "[it\"s]7 [x]9 []9 "},
-                                    {"\"open end ", "[open end ]11 []11 "},
-                                    {"a'b c'", "[a'b]5 [c']7 []7 "}};
-  for (const auto& [s, expected] : rows) {
+  const auto gives = [](text s, text expected) {
     std::string tokens;  // each with the position behind it
     for (int p = 1, last = 0; last != p;) {
       last = p;
-      const shortstring token = extracttoken(s, p);
-      tokens += '[' + std::string(token.view()) + ']' + std::to_string(p) + ' ';
+      tokens.append("[").append(extracttoken(s, p).view());
+      tokens += ']' + std::to_string(p) + ' ';
     }
     EXPECT_EQ(tokens, expected) << s;
-  }
+  };
+  gives("''b", "[]3 [b]4 []4 "), gives("'it\"s' x", "[it\"s]7 [x]9 []9 ");
+  gives("  \"two words\"  next", "[two words]14 [next]20 []20 ");
+  gives("\"open end ", "[open end ]11 []11 "), gives("a'b c'", "[a'b]5 [c']7 []7 ");
 }
 
 TEST(IntegerText, PlainAndGrouped) {
@@ -145,15 +141,13 @@ TEST(TextToNumber, Integers) {
 }
 
 TEST(TextToNumber, Reals) {
-  const tuple<text, bool, double> rows[] = {
-      {"1D-3", true, 0.001},
-      {"1 ", false, 1},
-      {"MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u)},
-      {"Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u)}};
-  for (const auto& [s, good, number] : rows) {
+  const auto gives = [](text s, bool good, double number) {
     double x = 99;
     EXPECT_EQ(tuple(strasdoubleex(s, x), x), tuple(good, number)) << s;
-  }
+  };
+  gives("1D-3", true, 0.001), gives("1 ", false, 1);
+  gives("MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u));
+  gives("Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u));
 }
 
 }  // namespace

@@ -32,21 +32,17 @@ class TextFile : public testing::Test {
 };
 
 TEST_F(TextFile, ReadsLinesInPieces) {
-  const std::tuple<std::string, int, std::string> table[] = {
-      {"", 5, ""},
-      {"ab\r\n\r\ncd\r", 5, "ab,||cd,"},
-      {"ab\rcd\n", 3, "ab,cd,|"},
-      {"abcdefg\n", 3, "abc,def,g,|"},
-      {"abc\r\n", 3, "abc,|"},
-      {"a\0b\x1A\r\r\n"s, 9, "a\0b\x1A\r,|"s}};
-  for (const auto& [text, maximum, expected] : table) {
+  const auto gives = [&](const std::string& text, int maximum, const std::string& expected) {
     folder_.put("file", text);
     textfile file;
     file.assign(file_);
     file.reset();
     EXPECT_EQ(pieces(file, maximum), expected) << testing::PrintToString(text);
     EXPECT_EQ(ioresult(), 0);
-  }
+  };
+  gives("", 5, ""), gives("ab\r\n\r\ncd\r", 5, "ab,||cd,"), gives("ab\rcd\n", 3, "ab,cd,|");
+  gives("abcdefg\n", 3, "abc,def,g,|"), gives("abc\r\n", 3, "abc,|");
+  gives("a\0b\x1A\r\r\n"s, 9, "a\0b\x1A\r,|"s);
 }
 
 // Lines that lie across the edges of the blocks come out whole, on the way out and back.
@@ -67,9 +63,7 @@ TEST_F(TextFile, LinesAcrossBlocks) {
   EXPECT_EQ(file.readstring(text, 255), 255);
   file.readln();
   EXPECT_EQ(pieces(file, 9), "last,");
-  file.rewrite();
-  file.write("short");
-  file.close();
+  file.rewrite(), file.write("short"), file.close();
   EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
   EXPECT_EQ(folder_.get("file"), "short");
 }
@@ -94,9 +88,7 @@ TEST_F(TextFile, FailuresAreStored) {
     EXPECT_EQ(ioresult(), EBADF);
   }
   textfile full;
-  full.assign("/dev/full");
-  setioresult(7);
-  full.rewrite();
+  setioresult(7), full.assign("/dev/full"), full.rewrite();
   EXPECT_EQ(ioresult(), 0) << "the code of before is gone";
   full.write(std::string(100000, 'x'));
   EXPECT_EQ(ioresult(), ENOSPC);

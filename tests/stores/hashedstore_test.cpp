@@ -54,8 +54,7 @@ TEST(Hashed, TakesNoNewRecordBehindASort) {
   EXPECT_EQ(read(store).front(), (row{{0}, 5}));
   EXPECT_THROW(load(store, {{{7}, 7}}), eassertionfailed);
   EXPECT_THROW(assign(store, {{{7}, 7}}), eassertionfailed);
-  assign(store, {{{2}, 0}});
-  assign(store, {{{3}, 3}});
+  assign(store, {{{2}, 0}}), assign(store, {{{3}, 3}});
   EXPECT_EQ(read(store), (rows{{{0}, 5}, {{1}, 1}, {{3}, 3}})) << "removal finds the tail";
 }
 
@@ -77,10 +76,8 @@ TEST(Linked, SortsAndKeepsCountOfKeysAndMemory) {
   EXPECT_EQ(given(backward), given(nullptr)) << "what is in order is left alone";
   list.clear();
   EXPECT_EQ(list.minkey(), highest);
-  list.additem(keyvalue{5, 7}.data(), &nothing);
-  list.additem(keyvalue{6, -9}.data(), &nothing);
-  EXPECT_EQ(list.minkey(), -9);
-  EXPECT_EQ(list.maxkey(), 7);
+  for (const keyvalue& key : {keyvalue{5, 7}, {6, -9}}) list.additem(key.data(), &nothing);
+  EXPECT_EQ(std::pair(list.minkey(), list.maxkey()), std::pair(-9, 7));
   EXPECT_EQ(list.memoryused(), 2 * (8 + 8 + 8));
 }
 

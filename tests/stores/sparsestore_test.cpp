@@ -1,5 +1,7 @@
 #include "stores/sparsestore.h"
 
+#include <tuple>
+
 #include "storeaid.h"
 
 namespace optxv {
@@ -8,22 +10,17 @@ namespace {
 using namespace storeaid;
 
 TEST(Trie, SharesTheFrontsOfKeys) {
-  const struct {
-    std::int32_t n, inner, leaves, memory;
-    rows records;
-  } table[] = {{2, 0, 0, 0, {}},
-               {2, 2, 3, 72, {{{1, 1}, 1}, {{1, 2}, 1}, {{2, 1}, 1}}},
-               {1, 0, 2, 32, {{{-3}, 1}, {{4}, 1}}},
-               {4, 4, 3, 96, {{{1, 1, 1, 1}, 1}, {{1, 1, 2, 1}, 1}, {{1, 1, 2, 2}, 1}}}};
-  for (const auto& [n, inner, leaves, memory, records] : table) {
+  // What they need: inner nodes, leaves, bytes.
+  const auto need = [](std::int32_t n, const rows& records, const keyvalue& needed) {
     holding<tzemadatasparse> loaded(n, records), assigned(n);
     assign(assigned, rows(records.rbegin(), records.rend()));
-    for (tzemadatasparse* store : {&loaded, &assigned}) {
-      EXPECT_EQ(store->innercount(), inner);
-      EXPECT_EQ(store->leafcount(), leaves);
-      EXPECT_EQ(store->memoryused(), memory);
-    }
-  }
+    for (const tzemadatasparse* s : {&loaded, &assigned})
+      EXPECT_EQ((std::tuple(s->innercount(), s->leafcount(), s->memoryused())),
+                std::tuple(needed[0], needed[1], needed[2]));
+  };
+  need(2, {}, {0, 0, 0}), need(2, {{{1, 1}, 1}, {{1, 2}, 1}, {{2, 1}, 1}}, {2, 3, 72});
+  need(1, {{{-3}, 1}, {{4}, 1}}, {0, 2, 32});
+  need(4, {{{1, 1, 1, 1}, 1}, {{1, 1, 2, 1}, 1}, {{1, 1, 2, 2}, 1}}, {4, 3, 96});
   holding<tzemadatasparse> store(
       3, {{{1, 1, 1}, 1}, {{1, 2, 1}, 1}, {{1, 2, 2}, 1}, {{5, 1, 1}, 1}, {{9, 1, 1}, 1}});
   EXPECT_EQ(store.innercount(), 7);
@@ -39,8 +36,7 @@ TEST(Trie, LoadsGoOnBehindTheLastRecord) {
   assign(store, {{{3, 3}, 4}, {{2, 2}, 5}});
   load(store, {{{3, 4}, 6}});
   std::int32_t key[2];
-  store.startread();
-  store.getnextkey(key);
+  store.startread(), store.getnextkey(key);
   load(store, {{{3, 5}, 7}});
   EXPECT_EQ(read(store),
             (rows{{{1, 1}, 2}, {{1, 4}, 3}, {{2, 2}, 5}, {{3, 3}, 4}, {{3, 4}, 6}, {{3, 5}, 7}}));
