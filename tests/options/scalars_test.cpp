@@ -1,4 +1,4 @@
-// The checked setters of the scalar kinds.
+// The setters: what all kinds check before they take a text, and what the scalar kinds check.
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,9 @@ constexpr std::string_view table =
     "s string.TWO 6 dflt 0 0\n"
     "b boolean.TWO 7 1 0 0\n"
     "e enumstr.TWO 8 Alpha 0 0\n Alpha 0\n beta 0\n"
-    "n enumint.TWO 9 4 0 0\n 4 0\n -8 0\n 1000 0\n";
+    "n enumint.TWO 9 4 0 0\n 4 0\n -8 0\n 1000 0\n"
+    "nv integer.NV 10 7 0 10 0 0\nl strlist 11 0 0\nmac macro 0 0\n i\n l\n"
+    "im immediate Message 0 0\n";
 
 // Rows: option ("!" in front: under nobounds) >> texts assigned in turn ("2:" in front: the second
 // value) >> what is then set >> messages.
@@ -48,6 +50,15 @@ e >> gamma >>  >> V Unknown value for option 'e' saw 'gamma' | V    Possible val
 !e >> 2:;alpha >> e=Alpha/ >> W Unknown value for option 'e' saw ''
     W    Possible values are  Alpha beta
 !n >> 2:5 >> n=/5!2 >> W Unknown value for option 'n' saw '5' | W    Possible values are  4 -8 1000
+# For NV, being mentioned is a value: nothing is looked at, and what the field held shows.
+nv >> x"y >> nv=0
+nv >> 2:8 >> nv=/8
+nv >> 2:"8 >>  >> V Bad double-quote in value
+s >> a"b >>  >> V Bad double-quote in value
+l >> " >>  >> V Bad double-quote in value
+im >> " >>  >> V Bad double-quote in value
+mac >> 2:1
+im >> 2:x
 )";
 
 TEST(TextValues, AreCheckedAndStored) {
