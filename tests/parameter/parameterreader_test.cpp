@@ -37,8 +37,8 @@ void check(std::string_view definition, bool toeol, std::string_view rows) {
   }
 }
 
-TEST(EndOfLineMode, Entries) {
-  constexpr std::string_view rows = R"(
+TEST(Entries, InBothModes) {
+  check(table, true, R"(
 \t -STEPLIM\t5\t >> steplim=5
 , syn := 5;x >> steplim=5
 steplim : 5 >> >> E4 'steplim' | E6 | E1 '5'
@@ -52,26 +52,22 @@ p "a b" "c ! d"!x >> p=a b/c ! d
 s "ab ! cd" ! note >> s=ab ! cd
 two * 5 >> two=/5
 --x first try >> --x=[first try]
+e a b >> e=[a b]
 --x "first" >> >> VQ
 msg := a,msg = b >> >> E a | E b
 nb x steplim -5 >> steplim=-5!1 >> W Integer range error for option 'steplim' saw '-5'
     W    Valid range is 0 to maxint
 nb on nb OFF steplim -5 >> >> V Integer range error for option 'steplim' saw '-5'
     V    Valid range is 0 to maxint
-)";
-  check(table, true, rows);
-}
-
-TEST(TokenMode, Entries) {
-  constexpr std::string_view rows = R"(
+)");
+  check(table, false, R"(
 steplim , b yes >> b=1 >> VI 'steplim' saw ''
 s "a, b",b yes >> s=a, b b=1
 s "ab"c" d" b yes >> b=1 >> VQ
 p a "b >> p=a/a
 --x a --x "b c" b yes >> b=1 --x=[a|b c]
 eol what steplim 5 6 >> >> VI 'steplim' saw '5 6'
-)";
-  check(table, false, rows);
+)");
 }
 
 TEST(MinosKeys, JoinTheWordsOfTheLine) {
@@ -79,7 +75,7 @@ TEST(MinosKeys, JoinTheWordsOfTheLine) {
       "Minos lookup\nmax_iter integer 1 0 0 99 0 0\nmax_iter_count integer 2 0 0 99 0 0\n"
       "super_basics_limit integer 3 0 0 99 0 0\none_two_three_four_five strlist 4 0 0\n"
       "print strlist 5 0 0\nms synonym max_iter\n";
-  constexpr std::string_view rows = R"(
+  check(definition, true, R"(
 maximum iterations = 5 >> max_iter=5
 max iter count 5 >> >> VI 'max_iter' saw 'count 5'
 superb bases limits 6 >> >> E3 'superb_bases_limits'
@@ -89,8 +85,7 @@ max iter = >> >> E4 'max iter'
 bad -5 >> >> E3 'bad'
 one two_three >> >> E3 'one_two__'
 one two three four five x >> >> E3 'one_two_three_four'
-)";
-  check(definition, true, rows);
+)");
   check(definition, false, R"(
 max iter 5 max iter count 6 >> max_iter=5 >> VI 'max_iter' saw 'count' | E1 '6'
 bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
@@ -101,8 +96,7 @@ bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
 TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
   const std::string base =
       "x integer 1 0 0 99 0 0\ntwo integer.TWO 3 0 0 9 0 0\nnv integer.NV 4 7 0 9 0 0\n"
-      "s synonym x\n"
-      "t synonym x\nmsg immediate Message 0 0\n";
+      "s synonym x\nt synonym x\nmsg immediate Message 0 0\n";
   const std::pair<const char*, const char*> cases[] = {
       {"h deprecated\n x Old\n",
        "X 5 >> x=5 >> W deprecated option 'X'; Old\n"
@@ -121,35 +115,22 @@ TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
 }
 
 TEST(Files, TellTheLineAndGoOn) {
-  optiontable options(table);
+  optiontable options(str(table) + "old deprecated\n syn Use steplim\n");
   options.read("* text\n\nfoo 1\n   \nsteplim x\n5 6\r\nnv x\nmsg told\ntwo 100 ! x\nsyn 7");
   const std::string range =
-      "V9: Integer range error for option 'two' saw '100' | V9:    Valid range is 0 to 99";
+      " | V9: Integer range error for option 'two' saw '100' | V9:    Valid range is 0 to 99";
   EXPECT_EQ(options.brief(),
             "E3: Unknown option 'foo' | V5: Integer expected, for option 'steplim' saw 'x' | "
             "E6: Option keyword expected, saw '5' | E7: Remainder of line ignored | "
-            "E7: Unknown option 'x' | E8: told | " +
-                range + " | " + range);
+            "E7: Unknown option 'x' | E8: told" +
+                range + range + " | W10: deprecated synonym 'syn'; Use steplim");
   EXPECT_EQ(options.state(), "steplim=7 nv=7");
-}
-
-TEST(Files, ReadTheSampleText) {
-  optiontable options(sampledefinition);
-  options.put("more", "tol 0.5 ! and nothing else\n");
-  options.read(
-      "* run settings\nsteplim 500\ntol = 1e-8 ! tighter\nlogname \"my run.log\"\n"
-      "method := PRIMAL\nverbose\n-scale no\nstplim 100\n--note first try\nrf \"{more}\"\n"
-      "printlevel 0\npaths a b\npaths c\nfast yes\n");
-  EXPECT_EQ(options.brief(), "W8: deprecated synonym 'stplim'; Use steplim");
-  EXPECT_EQ(options.state(),
-            "steplim=100 tol=0.5 logname=my run.log scale=1 verbose=0 method=primal printlevel=0 "
-            "paths=[a b|c] --note=[first try]");
 }
 
 TEST(Files, KeepTheirModeToThemselves) {
   optiontable options(table);
   options.put("inner", "eol no\nb yes nv\n");
-  options.read("rf {inner}\nsteplim 5 6\neol no\ntwo 1 2 opt 3\n");
+  options.read("rf \"{inner}\"\nsteplim 5 6\neol no\ntwo 1 2 opt 3\n");
   EXPECT_EQ(options.brief(), "V2: Integer expected, for option 'steplim' saw '5 6'");
   EXPECT_EQ(options.state(), "two=1/2 opt=3 nv=7 b=1");
 }
