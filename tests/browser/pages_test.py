@@ -90,7 +90,7 @@ def matching(expected, cells):
         if isinstance(want, str):
             return want if cell == seen(want) else f'shown: {cell}'
         try:
-            number = LIMITS.get(cell) if cell in LIMITS else float(cell)
+            number = LIMITS[cell] if cell in LIMITS else float(cell)
         except ValueError:
             return cell
         return want if math.isclose(number, want, rel_tol=5e-15) else cell  # reals come with 15 digits
@@ -126,10 +126,6 @@ class Pages(unittest.TestCase):
 
     def reference(self, table=Path('examples/solver.def'), **how):
         chromium.show(self.driver, self.document('reference', table), **how)
-
-    def press(self, *keys):
-        from selenium.webdriver.common.action_chains import ActionChains
-        ActionChains(self.driver).send_keys(*keys).perform()
 
     def type(self, text):
         box = self.driver.find_element('id', 'search-box')
@@ -177,7 +173,7 @@ class Reference(Pages):
             self.assertEqual(state, f'{len(shown)} of {total} options shown' if shown else 'No option has all of these words')
             self.assertEqual(len([each for each in self.driver.find_elements('css selector', 'nav a, h2')
                                   if each.is_displayed()]), 2 * len(shown))
-            self.press(Keys.ESCAPE)
+            self.driver.switch_to.active_element.send_keys(Keys.ESCAPE)
             self.assertEqual(self.script(SHOWN), everything)
         self.type('reslim')
         self.script('location.hash = "option-.scale"')  # a place that is hidden shows itself

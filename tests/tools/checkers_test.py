@@ -14,19 +14,13 @@ FLOORS = '0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *\n'
 GOOD = {
     'tools/floors.txt': FLOORS,
     'tools/modules.txt': 'bodies top/extra top/main.h\nuntested mid/low a table without code\n',
-    'src/base/text.h': '#include <string>\n#include <sys/stat.h>\n',
-    'src/base/text.cpp': '#include "base/text.h"\n',
+    'src/base/text.h': '#include <string>\n#include <sys/stat.h>\n', 'src/base/text.cpp': '#include "base/text.h"\n',
     'src/mid/low.h': '/* #include "top/main.h" */\n#include "base/text.h"\n',
     'src/mid/low.cpp': '#include "mid/low.h"\n// #include "side/way.h"\n',
-    'src/mid/high.h': '#include "mid/low.h"\n',
-    'src/side/way.h': '#include "base/text.h"\n',
+    'src/mid/high.h': '#include "mid/low.h"\n', 'src/side/way.h': '#include "base/text.h"\n',
     'src/top/main.h': '#include <optxv/optxv.h>\n#include "side/way.h"\n',
-    'src/top/main.cpp': '#include "top/main.h"\n#include "mid/high.h"\n',
-    'src/top/extra.cpp': '#include "top/main.h"\n',
-    'tests/base/text_test.cpp': '',
-    'tests/top/main_test.cpp': '',
-    'tests/top/extra_test.cpp': '',
-}
+    'src/top/main.cpp': '#include "top/main.h"\n#include "mid/high.h"\n', 'src/top/extra.cpp': '#include "top/main.h"\n',
+    'tests/base/text_test.cpp': '', 'tests/top/main_test.cpp': '', 'tests/top/extra_test.cpp': ''}
 
 # What is laid over the good tree (None takes a file away), and a piece of the one fault expected.
 BAD_INCLUDES = [

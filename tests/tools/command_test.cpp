@@ -12,19 +12,14 @@ namespace {
 using nlohmann::json;
 
 const char* const definition =
-    "comment eolcomm #\n"
-    "steplim integer 1 1000 0 10000 10 1 Step limit\n Stops the run.\n"
-    "tol double 2 0.5 0 1 11 1 Tolerance\n"
-    "logname string 3 \"run log\" 12 1 Log file\n"
-    "scale boolean 4 1 13 1 Scale\n"
-    "verbose boolean.NV 5 0 14 1 Talk\n"
+    "comment eolcomm #\nsteplim integer 1 1000 0 10000 10 1 Step limit\n Stops the run.\n"
+    "tol double 2 0.5 0 1 11 1 Tolerance\nlogname string 3 \"run log\" 12 1 Log file\n"
+    "scale boolean 4 1 13 1 Scale\nverbose boolean.NV 5 0 14 1 Talk\n"
     "range integer.TWO 6 1 0 9 15 1 Range\n"
     "method enumstr 7 primal 16 1 Method\n primal 1 Primal\n dual 2 Dual\n"
-    "names strlist 8 17 1 Names\n"
-    "rf immediate ReadFile 0 1 Read\n"
-    ".weight double 9 1 0 100 29 1 Weight\n"
-    "stplim synonym steplim\nstplim deprecated\n stplim Use steplim\n"
-    "rowtype indicator\n";
+    "names strlist 8 17 1 Names\nrf immediate ReadFile 0 1 Read\n"
+    ".weight double 9 1 0 100 29 1 Weight\nstplim synonym steplim\nstplim deprecated\n"
+    " stplim Use steplim\nrowtype indicator\n";
 const char* const settings =
     "steplim 7\nverbose\nrange * 4\nlogname = my log\nnames one\nnames \"two, three\"\n"
     "--note first try\nx.weight('a',*) = 2.5\nrowtype e('i')$v = yes\n";
@@ -224,12 +219,10 @@ TEST_F(Command, HelpWithoutGroupsGoesByName) {
 TEST_F(Command, JsonHoldsTheSame) {
   save("p", std::string(settings) + "steplim 50000\n\xff\n");
   const json shown = json::parse(run("show --json s.def p").out), options = shown["options"];
-  EXPECT_EQ(options[3]["value"], json({1, 4}));
-  EXPECT_EQ(options[3]["set"], json({false, true}));
-  EXPECT_EQ(shown["dotoptions"], json::parse(R"([{"symbol": "x", "attribute": ".weight",
-                                                  "labels": ["a", "*"], "value": 2.5}])"));
-  const json found = json::parse(run("check --json s.def p").out);
-  EXPECT_EQ(found["diagnostics"][0],
+  EXPECT_EQ(json({options[3]["value"], options[3]["set"], shown["dotoptions"]}), json::parse(R"([
+      [1, 4], [false, true],
+      [{"symbol": "x", "attribute": ".weight", "labels": ["a", "*"], "value": 2.5}]])"));
+  EXPECT_EQ(json::parse(run("check --json s.def p").out)["diagnostics"][0],
             json::parse(R"({"severity": "error", "kind": "optMsgValueError",
       "file": "p", "line": 10, "column": 9, "length": 5, "source": "steplim 50000",
       "text": "Integer range error for option \"steplim\" saw \"50000\"",
