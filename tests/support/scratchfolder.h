@@ -7,9 +7,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace optxv::test {
 
@@ -51,45 +53,38 @@ class scratchfolder {
   std::string path_;
 };
 
-/// Puts an environment variable back.
-class keptvariable {
+/// Calls on its end what it was given.
+class atend {
  public:
-  explicit keptvariable(const char* name) : name_(name) {
-    if (const char* value = std::getenv(name)) value_ = value;
-  }
-  keptvariable(const keptvariable&) = delete;
-  keptvariable& operator=(const keptvariable&) = delete;
-  ~keptvariable() { value_ ? setenv(name_, value_->c_str(), 1) : unsetenv(name_); }
+  explicit atend(std::function<void()> call) : call_(std::move(call)) {}
+  atend(const atend&) = delete;
+  atend& operator=(const atend&) = delete;
+  ~atend() { call_(); }
 
  private:
-  const char* name_;
-  std::optional<std::string> value_;
+  std::function<void()> call_;
+};
+
+/// Puts an environment variable back.
+struct keptvariable : atend {
+  explicit keptvariable(const char* name)
+      : atend([name, value = std::getenv(name) == nullptr
+                                 ? std::optional<std::string>()
+                                 : std::optional<std::string>(std::getenv(name))] {
+          value ? setenv(name, value->c_str(), 1) : unsetenv(name);
+        }) {}
 };
 
 /// Puts a plain variable back.
 template <class Type>
-class kept {
- public:
-  explicit kept(Type& variable) : variable_(variable), value_(variable) {}
-  kept(const kept&) = delete;
-  kept& operator=(const kept&) = delete;
-  ~kept() { variable_ = value_; }
-
- private:
-  Type& variable_;
-  Type value_;
+struct kept : atend {
+  explicit kept(Type& variable) : atend([&variable, value = variable] { variable = value; }) {}
 };
 
 /// Puts the current directory back.
-class keptdirectory {
- public:
-  keptdirectory() = default;
-  keptdirectory(const keptdirectory&) = delete;
-  keptdirectory& operator=(const keptdirectory&) = delete;
-  ~keptdirectory() { std::filesystem::current_path(path_); }
-
- private:
-  std::filesystem::path path_ = std::filesystem::current_path();
+struct keptdirectory : atend {
+  keptdirectory()
+      : atend([path = std::filesystem::current_path()] { std::filesystem::current_path(path); }) {}
 };
 
 }  // namespace optxv::test
