@@ -17,7 +17,6 @@ TEST(CheckFunction, Findings) {
       {"optCount", 1, {3, 3}, " has wrong number of arguments, the API expects 0 but it has 1 in"},
       {"optGetIntNr", -1, {}, " has wrong number of arguments, the API expects 2 but it has -1 in"},
       {"optGetIntNr", 2, {0, 0, 0}, " has wrong argument type for argument 0,1,2"},
-      {"optCount", 0, {0}, " has wrong argument type for argument 0"},
       {"optgetintnr", 2, {3, 3, 4}, " cannot be found in optxvlib."},
       {"coptGetNameNr", 2, {3, 3, 12}, " cannot be found in optxvlib."},
       {"xcreate", 0, {0}, " cannot be found in optxvlib."},

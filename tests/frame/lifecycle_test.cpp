@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "foundation/runtime.h"
+#include "frame/modules.h"
 #include "optxv/optxv.h"
 
 namespace optxv {
@@ -26,6 +28,7 @@ void second() {
 }
 
 TEST(LoadSteps, OnlyTheLastUnloadFinalises) {
+  trace.clear();
   ASSERT_EQ(SYSTEM_dll_refcount, 1);  // the loader's own
   EXPECT_EQ(_Q9_DllInit(), SYSTEM_exitcode);
   behindfirst = std::exchange(SYSTEM_exitproc, first);
@@ -53,11 +56,37 @@ TEST(Object, FreeStoresNilAndAcceptsIt) {
   const auto blocks = allocmemcount();
   void* object = nullptr;
   createobject(object);
-  EXPECT_NE(object, nullptr);
-  freeobject(object);
-  EXPECT_EQ(object, nullptr);
-  freeobject(object);
+  EXPECT_GT(allocmemcount(), blocks);
+  for (int i = 0; i < 2; ++i) {
+    freeobject(object);
+    EXPECT_EQ(object, nullptr);
+  }
   EXPECT_EQ(allocmemcount(), blocks);
+}
+
+TEST(Modules, InitialiseInOrderFinaliseInReverse) {
+  const moduleentry table[] = {{"one", [] { trace += "+1"; }, [] { trace += "-1"; }},
+                               {"two", nullptr, [] { trace += "-2"; }},
+                               {"three", [] { trace += "+3"; }, nullptr},
+                               {"four", [] { trace += "+4"; }, [] { trace += "-4"; }}};
+  trace.clear();
+  initialisemodules(table);
+  finalisemodules(table);
+  EXPECT_EQ(trace, "+1+3+4-4-2-1");
+}
+
+// Modules may be missing from the table, but those that are there stand in the order of dependency.
+TEST(Modules, TableKeepsTheLoadOrder) {
+  std::string_view order =
+      "q9platform system_q9 q9private exceptions sysutils_q9 math_q9 q9utils q9process q9library "
+      "q9ieeefp idglobal_q9 zmagen pchutil strutilx zmaobj zmaspecs dynstr zmalist zmaheap "
+      "datastorage miniparser htmlwr zdlaudit zmaoptions";
+  for (const moduleentry& module : modules()) {
+    const std::size_t place = order.find(module.name);
+    ASSERT_NE(place, order.npos) << module.name;
+    order.remove_prefix(place + module.name.size());
+  }
+  EXPECT_EQ(order, "") << "the object comes last";
 }
 
 }  // namespace
