@@ -75,11 +75,6 @@ TEST(DefinitionDocument, EdgeRows) {
        "b boolean 1 0  1 1 B\nver deprecated options\n   p  gone\n   b  too\n"},
       {"s string 1 \"\" 1 1\nm macro 1 1 M\n", "s string 1 \"\" 1 1 \nm macro  1 1 M\n"}};
   for (const auto& [text, expected] : rows) EXPECT_EQ(definition(text), expected);
-  const std::string plain =
-      "rate integer 3 1 minint maxint 1 2 Rate\n Long help\nlog string 5 \"a, b\" 6 2 Log\n"
-      "method enumstr 7 primal 8 2 Method\n primal 1 P\n dual 2 D\npair multilist 9 10 2 Pair\n"
-      " rate\n";
-  EXPECT_EQ(definition(definition(plain)), definition(plain)) << "plain options read back";
 }
 
 /// A row of the option table, from texts that are escaped already.
