@@ -13,38 +13,6 @@ import chromium  # noqa: E402  (found beside this file)
 import tablefacts  # noqa: E402  (found in tests/docs)
 from tablefacts import ENUMINT, HEAD, LIMITS, MACRO, STRLIST  # noqa: E402
 
-# Rows that stay open, at the end too, rows without an opening, bytes beyond ASCII, marks that are not markup.
-EVERY_KIND = '''general group 2 1 General
-secret group maxint 0 <b>Secret</b>
-rate integer.OPT 3 1 0 maxint 1 2 Rate <b> "q" &amp; &lt;
- Long <i>help</i>,
-tol double 4 1e-6 mindouble 1e299 0 2 Tolerance
-small integer 14 minint minint 0 1 2 Small
-logname string 5 "a, b" 6 2 Caf\xe9 \xc3\xa9 \xb8 \xa0.
-none string 15 "" 6 2
-flag boolean.NV 6 1 7 2 Flag
-method enumstr 7 "by size" 8 2 Method
- "by size" 81 By <size>
- dual 82
-level enumint 8 maxint 9 maxint Level
- 0 90 Silent
- 5 91 Half
- maxint 92 All
-empty enumint 18 1 9 2 No values
-pair multilist 9 10 2 Pair
- rate tol
-paths strlist 10 11 2 Paths
-fast macro 12 2 Fast
- flag
- method
-more macro 12 2 More
- flag
-.scale double.TWO 11 1 eps 10 13 2 Scale
-rf immediate ReadFile 14 2 Read
-last strlist 10 11 2 Last
-stop synonym rate
-halt synonym paths
-'''
 CELLS = 'return [...document.querySelectorAll("table tr")].map(r => [...r.cells].map(c => c.textContent.slice(1, -1)))'
 AROUND = 'return [document.querySelectorAll("table").length, document.querySelectorAll("td").length, document.body.innerText]'
 SHOWN = 'return [...document.querySelectorAll("main article")].filter(a => a.checkVisibility()).map(a => a.id)'
@@ -113,7 +81,7 @@ class Pages(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         every = cls.folder / 'every.def'
-        every.write_text(EVERY_KIND, encoding='latin-1')
+        every.write_text(tablefacts.EVERY_KIND, encoding='latin-1')
         cls.tables = tablefacts.tables(every)
         cls.driver = cls.enterClassContext(chromium.browser())
         cls.script = staticmethod(cls.driver.execute_script)

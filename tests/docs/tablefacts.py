@@ -13,6 +13,40 @@ import library  # noqa: E402  (found beside this file)
 HEAD = ['Option', 'Type', 'UserMap', 'Default', 'Low', 'High', 'Group', 'Hc', 'Help Text']
 LIMITS = {'maxint': 2**31 - 1, 'minint': -2**31, 'maxdouble': 1e299, 'mindouble': -1e299}
 INTEGER, DOUBLE, STRING, BOOLEAN, ENUMSTR, ENUMINT, MULTILIST, STRLIST, MACRO, IMMEDIATE = range(10)
+# For the HTML table: rows that stay open, at the end too, rows without an opening, bytes beyond ASCII, marks that are not markup.
+EVERY_KIND = '''general group 2 1 General
+secret group maxint 0 <b>Secret</b>
+rate integer.OPT 3 1 0 maxint 1 2 Rate <b> "q" &amp; &lt;
+ Long <i>help</i>,
+tol double 4 1e-6 mindouble 1e299 0 2 Tolerance
+small integer 14 minint minint 0 1 2 Small
+logname string.OPT 5 "a, b" 6 2 Caf\xe9 \xc3\xa9 \xb8 \xa0.
+none string 15 "" 6 2
+flag boolean.NV 6 1 7 2 Flag
+method enumstr 7 "by size" 8 2 Method
+ "by size" 81 By <size>
+ dual 82
+level enumint 8 maxint 9 maxint Level
+ -3 90 Silent
+ 5 91 Half
+ maxint 92 All
+empty enumint 18 1 9 2 No values
+pair multilist 9 10 2 Pair
+ rate tol
+paths strlist 10 11 2 Paths
+fast macro 12 2 Fast
+ flag
+ method
+more macro 12 2 More
+ flag
+scales double.TWO 11 1 eps 10 13 2 Scales
+.scale double.TWO 16 1 eps 10 13 2 Scale
+.plain double 17 1 eps 10 13 2
+rf immediate ReadFile 14 2 Read
+last strlist 10 11 2 Last
+stop synonym rate
+halt synonym paths
+'''
 
 
 def tables(*more):
