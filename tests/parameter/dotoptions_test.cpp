@@ -9,11 +9,9 @@ namespace optxv {
 namespace {
 
 constexpr std::string_view definition =
-    ".scale double 9 1 0 maxdouble 0 1 Scale factor\n"
-    ".flag boolean 0 0 0 1 Flag\n"
-    ".level enumint 0 1 0 1 Level\n 1 0 one\n 3 0 three\n"
-    ".name string 0 none 0 1 Text\n"
-    "nb immediate NoBounds 0 1 Bounds\n";
+    ".scale double 9 1 0 maxdouble 0 1 S\n.flag boolean 0 0 0 1 F\n"
+    ".level enumint 0 1 0 1 L\n 1 0 one\n 3 0 three\n.name string 0 none 0 1 T\n"
+    "nb immediate NoBounds 0 1 B\n";
 
 // The entries through the getters, as x.scale(a,*)=2; the elements have lost their quotes.
 std::string entriesof(const tzmaoptions& options) {

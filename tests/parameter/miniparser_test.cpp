@@ -12,6 +12,7 @@ namespace optxv {
 namespace {
 
 constexpr char eol = 10, eoi = 26;
+
 std::string xs(std::size_t count) {
   return std::string(count, 'x');
 }

@@ -72,8 +72,8 @@ TEST(ParameterWriter, FilesThatCannotBeWritten) {
   }
   using files = std::filesystem::directory_iterator;
   const auto opened = [] { return std::distance(files("/proc/self/fd"), files()); };
-  for (const std::size_t count :
-       {1, 20000}) {  // few lines fail in the close, many while they are written
+  // Few lines fail in the close, many while they are written.
+  for (const std::size_t count : {1, 20000}) {
     optiontable t(definition);
     t.read(joined(lines(count, "paths something\n"), ""));
     const auto before = opened();
@@ -97,18 +97,16 @@ std::string randomtext(std::mt19937& random) {
 
 // A table of scalar options and a list, with bounds that most values break.
 std::string randomdefinition(std::mt19937& random) {
-  const std::pair<std::string, std::string> kinds[] = {{"integer", "5 0 9 0 1"},
-                                                       {"double", "0.5 -1 1e9 0 1"},
-                                                       {"string", "none 0 1"},
-                                                       {"boolean", "0 0 1"},
-                                                       {"enumstr", "a 0 1\n a 0 A\n \"b c\" 0 B"},
-                                                       {"enumint", "1 0 1\n 1 0 A\n 7 0 B"}};
+  const lines kinds = {"integer# 1 5 0 9 0 1",
+                       "double# 1 0.5 -1 1e9 0 1",
+                       "string# 1 none 0 1",
+                       "boolean# 1 0 0 1",
+                       "enumstr# 1 a 0 1\n a 0 A\n \"b c\" 0 B",
+                       "enumint# 1 1 0 1\n 1 0 A\n 7 0 B"};
   std::string text = nobounds + "row indicator\n.scale double 1 1 0 9 0 1 Help\n";
-  for (int i = 0; i < 12; ++i) {
-    const auto& [kind, fields] = kinds[random() % 6];
-    text += "o_" + std::to_string(i) + " " + kind + lines{"", ".OPT", ".TWO"}[random() % 3] +
-            " 1 " + fields + "\n";
-  }
+  for (int i = 0; i < 12; ++i)
+    text += "o_" + std::to_string(i) + " " +
+            replaced(kinds[random() % 6], "#", lines{"", ".OPT", ".TWO"}[random() % 3]) + "\n";
   return text + "items strlist 1 0 1 Help\n";
 }
 
