@@ -3,7 +3,6 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <tuple>
 
 #include "foundation/runtime.h"
 #include "support/scratchfolder.h"
@@ -69,12 +68,7 @@ TEST_F(TextFile, LinesAcrossBlocks) {
 }
 
 TEST_F(TextFile, FailuresAreStored) {
-  const std::tuple<std::string, bool, int> rows[] = {{folder_.path(), false, EISDIR},
-                                                     {folder_.path(), true, EISDIR},
-                                                     {folder_ / "none", false, ENOENT},
-                                                     {folder_ / "none/file", true, ENOENT},
-                                                     {"\0x"s, false, ENOENT}};
-  for (const auto& [name, writing, error] : rows) {
+  const auto fails = [](const std::string& name, bool writing, int error) {
     textfile file;
     file.assign(name);
     writing ? file.rewrite() : file.reset();
@@ -86,7 +80,10 @@ TEST_F(TextFile, FailuresAreStored) {
     EXPECT_EQ(ioresult(), 0);
     file.write("x");
     EXPECT_EQ(ioresult(), EBADF);
-  }
+  };
+  fails(folder_.path(), false, EISDIR), fails(folder_.path(), true, EISDIR);
+  fails(folder_ / "none", false, ENOENT), fails(folder_ / "none/file", true, ENOENT);
+  fails("\0x"s, false, ENOENT);
   textfile full;
   setioresult(7), full.assign("/dev/full"), full.rewrite();
   EXPECT_EQ(ioresult(), 0) << "the code of before is gone";

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <memory>
 #include <string>
 
 #include "foundation/runtime.h"
@@ -95,12 +96,8 @@ TEST_F(HeapDeathTest, NobodyCatchesTheLimit) {
 std::string report(std::int32_t line) {
   const test::scratchfolder folder;
   textfile file;
-  file.assign(folder / "report");
-  file.rewrite();
-  {
-    tzmalist list(&file, nullptr);
-    zmaheapstats(list, line);
-  }
+  file.assign(folder / "report"), file.rewrite();
+  zmaheapstats(*std::make_unique<tzmalist>(&file, nullptr), line);
   file.close();
   return folder.get("report");
 }

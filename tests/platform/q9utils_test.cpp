@@ -62,9 +62,8 @@ TEST(Files, ModesOfOpening) {
     EXPECT_EQ(done, 0U);
     EXPECT_EQ(q9filewrite(none, &byte, 1, done), 9);
     EXPECT_EQ(q9filegetsize(none, size), 9);
-    EXPECT_EQ(size, -1);
     EXPECT_EQ(q9filesetpointer(none, 0, position, 0), 9);
-    EXPECT_EQ(position, 77);
+    EXPECT_EQ(std::pair(size, position), (std::pair<std::int64_t, std::int64_t>(-1, 77)));
   }
 }
 

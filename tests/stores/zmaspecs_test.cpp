@@ -11,12 +11,7 @@
 namespace optxv {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notanumber = std::numeric_limits<double>::quiet_NaN();
-
-std::uint64_t bitsof(double value) {
-  return std::bit_cast<std::uint64_t>(value);
-}
+constexpr double infinity = HUGE_VAL, notanumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(SpecialValues, HaveTheirClasses) {
   const std::vector<double> classes[] = {
@@ -34,8 +29,7 @@ TEST(SpecialValues, HaveTheirClasses) {
       EXPECT_EQ(xmapval(x), i) << x;
       EXPECT_EQ(mapval(x), std::max(i - 2, 0)) << x;
     }
-  EXPECT_EQ(mapval(notanumber), 6);
-  EXPECT_EQ(xmapval(notanumber), 2);
+  EXPECT_EQ(std::pair(mapval(notanumber), xmapval(notanumber)), std::pair(6, 2));
 }
 
 // The last acronym is one whose number the present scale cannot hold.
@@ -47,6 +41,7 @@ TEST(SpecialValues, ComeFromTheOldScale) {
   const double present[] = {-infinity, -0.0,        below,    1e300,    2e300, 1e300, 2e300,
                             3e300,     4e300,       5e300,    1e300,    1e301, 1e301, 2e301,
                             3 * 1e301, 123 * 1e301, infinity, infinity, 1e300};
+  const auto bitsof = [](double value) { return std::bit_cast<std::uint64_t>(value); };
   for (std::size_t i = 0; i < std::size(old); ++i)
     EXPECT_EQ(bitsof(old_new_val(old[i])), bitsof(present[i])) << old[i];
 }
