@@ -7,6 +7,7 @@ import shutil
 import sys
 import tempfile
 from contextlib import contextmanager
+from importlib.util import find_spec
 from pathlib import Path
 
 SKIPPED = 77
@@ -16,10 +17,7 @@ FLAGS = '''headless no-sandbox disable-gpu disable-quic no-first-run disable-bac
 
 def skip():
     missing = [name for name in ('chromium', 'chromedriver') if not shutil.which(name)]
-    try:
-        import selenium  # noqa: F401  (only whether it is there)
-    except ImportError:
-        missing.append('selenium')
+    missing += [] if find_spec('selenium') else ['selenium']
     if missing:
         print('skipped: not installed: ' + ', '.join(missing))
         sys.exit(SKIPPED)

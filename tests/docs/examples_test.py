@@ -66,14 +66,11 @@ class Minimizer(unittest.TestCase):
         self.assertEqual([status for status, _ in runs], [0, 0, 0, 0, 0, 0, 1, 0, 0, 0])
 
     def test_every_method_finds_the_known_minima(self):
-        for function, minimum in (('rosenbrock', (1, 1)), ('himmelblau', (3, 2)), ('beale', (3, 0.5)), ('bowl', (0, 0))):
+        for function, minimum in (('rosenbrock', [1, 1]), ('himmelblau', [3, 2]), ('beale', [3, 0.5]), ('bowl', [0, 0])):
             for method in ('bfgs', 'conjugate', 'descent'):
-                with self.subTest(function=function, method=method):
-                    status, output = self.run_with(f'function={function}', f'method={method}', 'iteration_limit=1e6')
-                    found = [float(x) for x in re.findall(r'  x\d+ = (\S+)', output)]
-                    self.assertEqual(status, 0, output)
-                    for x, expected in zip(found, minimum, strict=True):
-                        self.assertAlmostEqual(x, expected, places=5)
+                status, output = self.run_with(f'function={function}', f'method={method}', 'iteration_limit=1e6')
+                found = [round(float(x), 5) for x in re.findall(r'  x\d+ = (\S+)', output)]
+                self.assertEqual((status, found), (0, minimum), output)
 
     def test_wrong_options_are_told_and_stop_it(self):
         for word, message in (('dimension=1', 'Valid range is 2 to 100'), ('tolerance=1', 'Unknown option "tolerance"'),
@@ -81,8 +78,7 @@ class Minimizer(unittest.TestCase):
                               ('@no_such_file', 'Cannot open parameter file "no_such_file"'),
                               ("x.start('3') = 1", 'one number of a variable')):
             status, output = self.run_with(word)
-            self.assertEqual(status, 2)
-            self.assertIn(message, output)
+            self.assertEqual((status, message in output), (2, True), output)
             self.assertNotIn('minimum', output)
 
 

@@ -20,10 +20,6 @@ WORDS = {INTEGER: 'integer', BOOLEAN: 'integer', ENUMINT: 'integer', DOUBLE: 're
 EDGES = ('six macro 1 1 Six', 'one_name_of_14 integer 1 5 0 9 1 1 Padded to the full', 'list strlist 1 1 1 List')
 
 
-def include(definition, output):
-    subprocess.run([os.environ['OPTXV_COMMAND'], 'include', definition, '-o', output], check=True, timeout=60)
-
-
 def compile_and_run(folder, words):
     """What a program prints of the include file: the word, the enumerator and its number, a line each."""
     loops = '\n'.join(f"  for k{word} := low(Tpf{word}keys) to high(Tpf{word}keys) do\n"
@@ -39,18 +35,17 @@ def compile_and_run(folder, words):
 
 
 class Include(unittest.TestCase):
-    def setUp(self):
-        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
-
     def numbers(self, lines):
         """The compiled numbers of a definition, and those that the library gives."""
-        definition = self.folder / 'options.def'
+        folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        definition = folder / 'options.def'
         definition.write_text('\n'.join(lines) + '\n', encoding='latin-1')
-        include(definition, self.folder / 'options.inc')
+        subprocess.run([os.environ['OPTXV_COMMAND'], 'include', definition, '-o', folder / 'options.inc'], check=True,
+                       timeout=60)
         expected = [(WORDS[each['kind']], 'pf' + each['name'], each['number'])
                     for each in tablefacts.facts(definition)[0] if each['kind'] in WORDS]
         words = sorted({word for word, _, _ in expected})
-        printed = compile_and_run(self.folder, words)
+        printed = compile_and_run(folder, words)
         self.assertRegex(printed, r'^((integer|real|string|) pf\w+ \d+\n)*$')
         return [(word, name, int(number)) for word, name, number in re.findall(r'^(\w*) (\w+) (\d+)$', printed, re.M)], expected
 
@@ -58,8 +53,8 @@ class Include(unittest.TestCase):
         for table in tablefacts.tables():
             with self.subTest(table.stem):
                 lines = table.read_text(encoding='latin-1').splitlines()
-                # A name that begins with a dot is no name in Pascal.
-                found, expected = self.numbers([line for line in lines if not line.startswith('.')] + list(EDGES))
+                lines = [line for line in lines if line[:1] != '.']  # which begins no name in Pascal
+                found, expected = self.numbers(lines + list(EDGES))
                 self.assertEqual(sorted(found), sorted(expected))
                 self.assertEqual(len(expected), len(set(expected)))
 
