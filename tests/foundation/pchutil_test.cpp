@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 
 #include "foundation/q9private.h"
 #include "foundation/runtime.h"
@@ -12,13 +11,12 @@ namespace optxv {
 namespace {
 
 TEST(TextOut, CopiesCountedBytesAndATerminator) {
-  const std::tuple<std::int32_t, std::string> rows[] = {
-      {-1, {"\0....", 5}}, {2, {"ab\0..", 5}}, {9, {"abc\0.", 5}}};
-  for (const auto& [n, left] : rows) {
+  const auto leaves = [](std::int32_t n, const std::string& left) {
     std::string buffer(5, '.');
     strpcopyn(buffer.data(), "abc", n);
     EXPECT_EQ(buffer, left) << n;
-  }
+  };
+  leaves(-1, {"\0....", 5}), leaves(2, {"ab\0..", 5}), leaves(9, {"abc\0.", 5});
   EXPECT_EQ(strtopchar(""), nullptr);
   char* const text = strtopchar("abc");
   EXPECT_STREQ(text, "abc");

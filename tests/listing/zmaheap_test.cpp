@@ -58,8 +58,7 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   void* const third = zmagetmem(2);
   zmafreemem(first, 2), zmafreemem(third, 2);
   EXPECT_EQ(zmamemoryfree(), 32e-6);
-  EXPECT_EQ(zmagetmem(2), third);
-  EXPECT_EQ(zmagetmem(2), first);
+  for (void* const piece : {third, static_cast<void*>(first)}) EXPECT_EQ(zmagetmem(2), piece);
   for (int i = 0; i < 2046; ++i) zmagetmem(32);
   zmagetmem(30), zmagetmem(4);  // 65536 - 31 - 2046 * 32 - 30 leaves 3 units
   EXPECT_EQ(zmaheapstate().basebufused, 1);

@@ -40,10 +40,6 @@ void lists(const script& steps, const std::string& listing) {
   EXPECT_EQ(written(steps).listing, listing);
 }
 
-std::string blanks(std::size_t count) {
-  return std::string(count, ' ');
-}
-
 // Titles, header lines that come back on later pages, a margin, an indent, a title that changes in
 // mid-page, index lines queued and at once.
 void report(tzmalist& l) {
@@ -106,8 +102,9 @@ TEST(Listing, FitsItemsIntoLines) {
     EXPECT_FALSE(l.reqcharacters(20));
     EXPECT_TRUE(l.reqcharacters(21));
   };
-  lists(longitems, "abc\n1234567890123456789\n123456789012345678901\n234567890123456789012\n" +
-                       blanks(20) + "3\n" + blanks(21) + "\nx\n");
+  lists(longitems,
+        "abc\n1234567890123456789\n123456789012345678901\n234567890123456789012\n"
+        "                    3\n                     \nx\n");
   const script items = [](tzmalist& l) {
     l.wrstrmod("abc", 4), l.wrstrfmt("d", 3), l.wrstrfmt("e", -3), l.wrstrln("f"), l.wrint(lowest);
     l.wrintfmt(7, 3), l.wrintfmt(1, lowest), l.wrln(), l.wrdblfmt(1.5, 0, 0), l.wrdblfmt(2.5, 8, 1);
@@ -150,9 +147,7 @@ TEST(Listing, EchoesSourceLines) {
 }
 
 TEST(Listing, PagesAndHeaderLines) {
-  const auto head = [](int number) {
-    return blanks(14) + " Page " + std::to_string(number) + "\n";
-  };
+  const auto head = [](int page) { return "               Page " + std::to_string(page) + "\n"; };
   const auto rows = [](tzmalist& l, int count) {
     for (l.setrightmargin(21); count > 0; --count) l.wrstrln(".");
   };
@@ -166,10 +161,9 @@ TEST(Listing, PagesAndHeaderLines) {
   for (int i = 0; i < 20; ++i) dots += ".\n";
   lists(kept, dots + head(1) + "\n\n.\n" + head(2) + "t\n\n\n.\n.\n" + head(3) + "t\n\n\n.\n");
   lists([&](tzmalist& l) { l.setlinesperpage(0), rows(l, 60); }, dots + dots + dots);
-  const script limited = [&](tzmalist& l) {
-    l.pagecontrol = listPageFilled, l.setlinesperpage(0), rows(l, 201);
-  };
-  EXPECT_EQ(written(limited).listing.find(head(1)), 400U) << "two hundred lines";
+  const pages limited = written(
+      [&](tzmalist& l) { l.pagecontrol = listPageFilled, l.setlinesperpage(0), rows(l, 201); });
+  EXPECT_EQ(limited.listing.find(head(1)), 400U) << "two hundred lines";
   const script levels = [](tzmalist& l) {
     for (const char* text : {"outer", "inner"})
       l.headerstart("level"), l.wrstr(text), l.headerdone("level");

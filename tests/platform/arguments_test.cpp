@@ -37,8 +37,7 @@ class Arguments : public ::testing::Test {
 TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
   const std::string file = folder_.put("cmdline", std::string("prog\0a b\0\0last\0", 15));
   initarguments((folder_ / "absent").c_str());
-  EXPECT_EQ(argumentcount(), -1);
-  EXPECT_EQ(paramcount(), 0);
+  EXPECT_EQ(std::pair(argumentcount(), paramcount()), std::pair(-1, 0));
   EXPECT_EQ(paramstr(1), "");
   initarguments(file.c_str());
   const char* const texts[] = {"", "a b", "", "last", ""};
@@ -49,8 +48,7 @@ TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
   EXPECT_EQ(argumenttext(1), std::string(300, 'x'));
   pointers_[1] = nullptr;  // a host may clear its arguments
   EXPECT_EQ(paramstr(1), "");
-  keephostarguments(2, pointers_.data());
-  setarguments(-1, nullptr), initarguments(file.c_str());
+  keephostarguments(2, pointers_.data()), setarguments(-1, nullptr), initarguments(file.c_str());
   EXPECT_EQ(argumentvector(), pointers_.data());
   keephostarguments(0, nullptr);
 }
@@ -58,8 +56,7 @@ TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
 TEST_F(Arguments, LeadToTheProgram) {
   const std::string x(5000, 'x'), home = folder_.path();
   fs::create_directories(folder_ / "bin/a");
-  for (const char* program : {"a", "bin/b"}) folder_.putscript(program, "");
-  folder_.put("bin/text", "");
+  folder_.putscript("a", ""), folder_.putscript("bin/b", ""), folder_.put("bin/text", "");
   fs::create_symlink("b", folder_ / "bin/near");
   fs::create_symlink("near", folder_ / "bin/twice"), fs::create_symlink("bin/b", folder_ / "down");
   fs::current_path(home);

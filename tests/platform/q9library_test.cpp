@@ -42,8 +42,7 @@ TEST(Libraries, LoadFindAndFree) {
   ASSERT_FALSE(q9libhandleisnil(handle)) << std::string(message);
   EXPECT_EQ(message, "");
   const auto answer = reinterpret_cast<int (*)()>(q9getprocaddress(handle, "answer"));
-  ASSERT_NE(answer, nullptr);
-  EXPECT_EQ(answer(), 42);
+  EXPECT_TRUE(answer != nullptr && answer() == 42);
   for (const char* name : {"question", "none"}) {
     EXPECT_EQ(q9getprocaddress(handle, name), nullptr);
     EXPECT_EQ(dlerror(), nullptr) << "the error of the search is still pending";
