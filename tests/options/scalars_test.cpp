@@ -1,4 +1,4 @@
-// The setters: what all kinds check before they take a text, and what the scalar kinds check.
+// The setters: what all kinds check before they take a text, and what each kind checks then.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,10 @@ constexpr std::string_view table =
     "e enumstr.TWO 8 Alpha 0 0\n Alpha 0\n beta 0\n"
     "n enumint.TWO 9 4 0 0\n 4 0\n -8 0\n 1000 0\n"
     "nv integer.NV 10 7 0 10 0 0\nl strlist 11 0 0\nmac macro 0 0\n i\n l\n"
-    "im immediate Message 0 0\n";
+    "im immediate Message 0 0\n"
+    "x integer 12 0 0 100 0 0\ny string 13 \"\" 0 0\nm multilist 14 0 0\n x y\n"
+    "both macro 0 0\n x\n y\nouter macro 0 0\n both\n l\n"
+    "empty multilist 15 0 0\nover multilist 16 0 0\n m both y\n";
 
 // Rows: option ("!" in front: under nobounds) >> texts assigned in turn ("2:" in front: the second
 // value) >> what is then set >> messages.
@@ -59,6 +62,17 @@ l >> " >>  >> V Bad double-quote in value
 im >> " >>  >> V Bad double-quote in value
 mac >> 2:1
 im >> 2:x
+m >> \t
+m >> 1:b >> x=1 y=b
+m >> 1:b:c:d >> x=1 y=b >> V Too many items for multilist 'm'
+m >> 1:b: >> x=1 y=b
+m >> \t1:  b c >> x=1 y=b c
+m >> 1  :b >> y=b >> V Integer expected, for option 'm' saw '1  '
+m >> 101:b >> y=b >> V Integer range error for option 'm' saw '101' | V    Valid range is 0 to 100
+empty >> a:b >>  >> V Too many items for multilist 'empty'
+over >> 3:4:5 >> x=4 y=5
+OUTER >> 7 >> l=[7] x=7 y=7
+outer >> ; >> l=[] y= >> V Integer expected, for option 'outer' saw ''
 )";
 
 TEST(TextValues, AreCheckedAndStored) {
@@ -108,6 +122,58 @@ TEST(Messages, NameWhatTheUserWroteAndAreCutAtTheirLimit) {
   options.option("SYN").setasstring("x");
   EXPECT_EQ(options.queue(), lines({"*** Value Error Unknown value for option \"SYN\" saw \"x\"",
                                     possible.substr(0, 255)}));
+}
+
+TEST(MultiList, LosesItsMembersInAReset) {
+  optiontable options(table);
+  options.option("m").reset();
+  options->setasstring("m", "2");
+  EXPECT_EQ(options.brief(), "V Too many items for multilist 'm'");
+}
+
+TEST(MultiList, MayBeAMemberOfItself) {
+  optiontable options(
+      "x integer 1 0 0 9 0 0\ny integer 2 0 0 9 0 0\nm multilist 3 0 0\n x m y\n"
+      "endless multilist 4 0 0\n endless x\n");
+  options->setasstring("m", "1:2:3");
+  EXPECT_EQ(options.brief() + options.state(), "x=2 y=3");
+  options->setasstring("endless", "1:4");
+  EXPECT_EQ(options.state(), "x=4 y=3");
+  EXPECT_EQ(options.brief(), "V Members nested too deep for option 'endless'");
+}
+
+TEST(Nesting, DoublingEndsSomewhere) {
+  std::string definition = "m0 integer 1 0 0 9 0 0\n";
+  for (int i = 1; i <= 60; ++i) {
+    const std::string below = " m" + std::to_string(i - 1) + '\n';
+    definition += "m" + std::to_string(i) + " macro 0 0\n" + below + below;
+  }
+  optiontable options(definition);
+  options->setasstring("m60", "6");
+  EXPECT_EQ(options.brief(), "V Too many members for option 'm60'");
+  EXPECT_EQ(options.state(), "m0=6");
+  options->optclearmessages();
+  options->setasstring("m10", "7");
+  EXPECT_EQ(options.brief() + options.state(), "m0=7");
+}
+
+TEST(Nesting, OfAnyDepthIsResetAndWithinReasonAssigned) {
+  constexpr int levels = 100000;
+  std::string definition = "m0 integer 1 0 0 9 0 0\n";
+  for (int i = 1; i <= levels; ++i)
+    definition += "m" + std::to_string(i) + " macro 0 0\n m" + std::to_string(i - 1) + "\n";
+  optiontable options(definition);
+  options->setasstring("m500", "5");
+  for (const char* name : {"m501", "m100000"}) {
+    options->optclearmessages();
+    options->setasstring(name, "6");
+    ASSERT_EQ(options.queue().size(), 1U) << name;
+    EXPECT_NE(options.brief().find("'" + str(name) + "'"), std::string::npos) << options.brief();
+    EXPECT_EQ(options.state(), "m0=5");
+  }
+  EXPECT_EQ(options->assigndepth, 0);
+  options->getobjects(levels + 1)->reset();
+  EXPECT_EQ(options.state(), "");
 }
 
 }  // namespace
