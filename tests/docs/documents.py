@@ -49,7 +49,7 @@ def broken_links(path, text):
 def blocks(text):
     """The fenced blocks as (line number, words of the fence, lines)."""
     found = [(text.count('\n', 0, match.start()) + 1, match[1].split(), match[2].splitlines(), match[3])
-             for match in re.finditer(r'^```(.*)\n((?:(?!```).*\n)*)(```|\Z)', text, re.M)]
+             for match in re.finditer(r'^```(.*)\n((?:(?!```).*\n)*)(```|\Z)', text + '\n', re.M)]
     if found and not found[-1][3]:
         raise Fault(f'{found[-1][0]}: the block is not closed')
     return [block[:3] for block in found]
@@ -139,9 +139,9 @@ class Document:
         compare(lines, self.options.values())
 
     def run_lookup(self, lines):
+        lines = [' '.join(line.split()) for line in lines]
         keys = [line.split('->')[0].strip() for line in lines]
-        compare([' '.join(line.split()) for line in lines],
-                [f'{key} -> {self.options.find(key) or "nothing"}' for key in keys])
+        compare(lines, [f'{key} -> {self.options.find(key) or "nothing"}' for key in keys])
 
     def run_help(self, lines, request):
         compare(lines, self.options.help(request))
@@ -153,10 +153,9 @@ class Document:
     # --- programs
 
     def shell(self, command):
-        environment = dict(os.environ)
         programs = [os.environ[name] for name in ('OPTXV_COMMAND', 'OPTXV_MINIMIZER') if os.environ.get(name)]
-        environment['PATH'] = ':'.join([str(Path(program).parent) for program in programs] + [os.environ['PATH']])
-        environment['LD_LIBRARY_PATH'] = str(Path(os.environ['OPTXV_LIBRARY']).parent)
+        environment = {**os.environ, 'LD_LIBRARY_PATH': str(Path(os.environ['OPTXV_LIBRARY']).parent),
+                       'PATH': ':'.join([*(str(Path(program).parent) for program in programs), os.environ['PATH']])}
         return subprocess.run(command, shell=isinstance(command, str), cwd=self.source, env=environment,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                               text=True, errors='replace', timeout=120)
@@ -167,18 +166,18 @@ class Document:
             raise Fault(f'{command} fails with {done.returncode}:\n{done.stdout}')
         return done.stdout
 
-    def compiled(self, lines, compiler, name, flags):
+    def compiled(self, lines, compiler, name, standard):
         path = self.folder / self.write(name, lines)
         target = str(path.with_suffix(''))
-        self.must([*compiler.split(), *flags, '-Wall', '-Wextra', '-Wpedantic', '-Werror', f'-I{self.source}/include',
+        self.must([*compiler.split(), standard, '-Wall', '-Wextra', '-Wpedantic', '-Werror', f'-I{self.source}/include',
                    str(path), '-o', target, f'-L{Path(os.environ["OPTXV_LIBRARY"]).parent}', '-loptxv'])
         self.output = self.must([target])
 
     def run_c(self, lines):
-        self.compiled(lines, os.environ.get('CC', 'cc'), 'program.c', ['-std=c99'])
+        self.compiled(lines, os.environ.get('CC', 'cc'), 'program.c', '-std=c99')
 
     def run_cpp(self, lines):
-        self.compiled(lines, os.environ.get('CXX', 'c++'), 'program.cpp', ['-std=c++17'])
+        self.compiled(lines, os.environ.get('CXX', 'c++'), 'program.cpp', '-std=c++17')
 
     def run_python(self, lines):
         self.output = self.must([sys.executable, '-B', str(self.folder / self.write('program.py', lines))])

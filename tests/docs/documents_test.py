@@ -58,11 +58,10 @@ class Completeness(unittest.TestCase):
         words = re.findall(r'\badd(?:document)?\(\w+, (?:given, )?"(\w+)"', code)
         fields = re.findall(r'(?:\{|row\[)"([a-z]+)"', code)
         self.assertEqual((len(words), 'nearest' in fields, 'variable' in fields), (9, True, True))  # it does find them
-        self.assertEqual([word for word in words if f'`optxv {word}' not in page], [])
         manual = (SOURCE / 'docs/optxv.1').read_text(encoding='utf-8')
         flags = re.findall(r'"(?:-o,)?-(-[a-z-]+)"', code)
         self.assertIn('-no-bounds', flags)
-        self.assertEqual([word for word in words if f'.It Cm {word}\n' not in manual], [])
+        self.assertEqual([word for word in words if f'`optxv {word}' not in page or f'.It Cm {word}\n' not in manual], [])
         self.assertEqual([flag for flag in flags if not re.search(rf'^\.It Fl .*{flag}\b', manual, re.M)], [])
         self.assertEqual([field for field in fields if not re.search(rf'[`"]{field}[`"]', page)], [])
 
