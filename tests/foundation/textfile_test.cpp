@@ -85,7 +85,7 @@ TEST_F(TextFile, FailuresAreStored) {
   fails(folder_ / "none", false, ENOENT), fails(folder_ / "none/file", true, ENOENT);
   fails("\0x"s, false, ENOENT);
   textfile full;
-  setioresult(7), full.assign("/dev/full"), full.rewrite();
+  full.assign("/dev/full"), setioresult(7), full.rewrite();
   EXPECT_EQ(ioresult(), 0) << "the code of before is gone";
   full.write(std::string(100000, 'x'));
   EXPECT_EQ(ioresult(), ENOSPC);
