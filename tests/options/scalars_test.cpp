@@ -14,12 +14,9 @@ namespace optxv {
 namespace {
 
 constexpr std::string_view table =
-    "i integer.TWO 1 7 0 10 0 0\n"
-    "wide integer 2 0 minint maxint 0 0\n"
-    "d double.TWO 3 0.5 0 1 0 0\n"
-    "big double 4 0 mindouble maxdouble 0 0\n"
-    "s string.TWO 6 dflt 0 0\n"
-    "b boolean.TWO 7 1 0 0\n"
+    "i integer.TWO 1 7 0 10 0 0\nwide integer 2 0 minint maxint 0 0\n"
+    "d double.TWO 3 0.5 0 1 0 0\nbig double 4 0 mindouble maxdouble 0 0\n"
+    "s string.TWO 6 dflt 0 0\nb boolean.TWO 7 1 0 0\n"
     "e enumstr.TWO 8 Alpha 0 0\n Alpha 0\n beta 0\n"
     "n enumint.TWO 9 4 0 0\n 4 0\n -8 0\n 1000 0\n"
     "nv integer.NV 10 7 0 10 0 0\nl strlist 11 0 0\nmac macro 0 0\n i\n l\n"
@@ -81,9 +78,8 @@ TEST(TextValues, AreCheckedAndStored) {
     options->nobounds = row[0][0] == '!';
     toption& option = options.option(row[0].substr(options->nobounds ? 1 : 0));
     std::istringstream texts(row[1]);
-    for (std::string text; std::getline(texts, text, ';');) {
+    for (std::string text; std::getline(texts, text, ';');)
       text.starts_with("2:") ? option.setasstring2(text.substr(2)) : option.setasstring(text);
-    }
     EXPECT_EQ(options.state(), row[2]) << row[0] << ' ' << row[1];
     EXPECT_EQ(options.brief(), row[3]) << row[0] << ' ' << row[1];
   }
