@@ -74,7 +74,7 @@ TEST(ParameterWriter, FilesThatCannotBeWritten) {
   using files = std::filesystem::directory_iterator;
   const auto opened = [] { return std::distance(files("/proc/self/fd"), files()); };
   // Few lines fail in the close, many while they are written.
-  for (const std::size_t count : {1, 20000}) {
+  for (const std::size_t count : {1U, 20000U}) {
     optiontable t(definition);
     t.read(joined(lines(count, "paths something\n"), ""));
     const auto before = opened();
