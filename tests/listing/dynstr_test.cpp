@@ -1,0 +1,41 @@
+#include "listing/dynstr.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "foundation/runtime.h"
+
+namespace optxv {
+namespace {
+
+constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+
+TEST(DynamicString, TakesRoomAndGrows) {
+  const std::int32_t lengths[] = {0, 255, 256, -300, largest};
+  const std::int32_t rooms[] = {256, 256, 512, 0, largest};
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(tdynamicstr::getallocsize(lengths[i]), rooms[i]);
+  const std::int64_t before = allocmemsize();
+  {
+    tdynamicstr text(0), odd(lowest);
+    EXPECT_EQ(allocmemsize() - before, 256);
+    text.addpchar("ab", 1), text.addpchar(nullptr, 0), text.addbl(lowest), text.addbl(253);
+    text.addint(-12), text.setch(0, 'A'), text.setch(-1, 'x'), text.setch(257, 'x');
+    EXPECT_EQ(text.view(), "A" + std::string(253, ' ') + "-12") << "the old text stays";
+    EXPECT_EQ(text.allocated(), 512);
+    odd.assign(text), odd.assign(odd);
+    EXPECT_EQ(odd.view(), text.view());
+    for (int i = 0; i < 6; ++i) text.addpchar(text.getcharp(), text.length());
+    EXPECT_EQ(text.getstr(257 * 63 + 1, largest), odd.getstr(1, 255)) << "its own bytes, moved";
+    const char c = 'x';
+    EXPECT_THROW(text.addstr({&c, std::size_t{largest}}), exception) << "past the largest length";
+    text.addstr("again");
+    EXPECT_EQ(text.view(), "again");
+  }
+  EXPECT_EQ(allocmemsize(), before);
+}
+
+}  // namespace
+}  // namespace optxv
