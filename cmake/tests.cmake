@@ -4,12 +4,12 @@
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-# What a test from outside asks for: tests/api the library, tests/tools the command too.
+# What a test from outside asks for: tests/api the library, tests/command the command too.
 function(optxv_outside_test target folder)
   target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
   target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
-  if(folder STREQUAL tools AND TARGET optxv_command)
+  if(folder STREQUAL command AND TARGET optxv_command)
     target_link_libraries(${target} PRIVATE $<TARGET_NAME_IF_EXISTS:optxv_command_objects>)
     target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
     add_dependencies(${target} optxv_command)
@@ -30,7 +30,7 @@ foreach(source ${test_sources})
   cmake_path(GET folder FILENAME folder)
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
-  if(folder MATCHES "^(api|tools)$")
+  if(folder MATCHES "^(api|command)$")
     target_include_directories(${name} PRIVATE src)  # for the table of functions, frame/api.def, alone
     optxv_outside_test(${name} ${folder})
   elseif("${folder}/${name}" MATCHES "^(foundation|platform|listing|stores)/|^parameter/(miniparser|words)_test$")
@@ -55,14 +55,14 @@ function(optxv_checker name)
   set_tests_properties(${name} PROPERTIES LABELS tree TIMEOUT 120)
 endfunction()
 
-optxv_checker(floors tools/check_floors.py)
-optxv_checker(tree tools/check_tree.py)
-optxv_checker(checkers tests/tools/checkers_test.py)
+optxv_checker(floors checks/check_floors.py)
+optxv_checker(tree checks/check_tree.py)
+optxv_checker(checkers tests/checks/checkers_test.py)
 
 # A sanitizer's runtime adds symbols of its own, and a program without it cannot load the library.
 if(NOT optxv_sanitizers)
   if(exports_map)
-    optxv_checker(exports tools/check_exports.py src/frame/exports.map $<TARGET_FILE:optxv>)
+    optxv_checker(exports checks/check_exports.py src/frame/exports.map $<TARGET_FILE:optxv>)
   endif()
   add_test(NAME package COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DSOURCE=${PROJECT_SOURCE_DIR}/tests/package
            -DLIBDIR=${CMAKE_INSTALL_LIBDIR} -DGENERATOR=${CMAKE_GENERATOR} -DCC=${CMAKE_C_COMPILER} -DCXX=${CMAKE_CXX_COMPILER}

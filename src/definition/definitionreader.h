@@ -8,7 +8,7 @@
 
 #include "foundation/boundedstring.h"
 #include "options/zmaoptions.h"
-#include "parameter/miniparser.h"
+#include "language/miniparser.h"
 
 namespace optxv {
 

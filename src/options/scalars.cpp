@@ -4,7 +4,7 @@
 #include "foundation/strutilx.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
-#include "parameter/words.h"
+#include "language/words.h"
 
 namespace optxv {
 

@@ -25,7 +25,7 @@
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/toption.h"
-#include "parameter/miniparser.h"
+#include "language/miniparser.h"
 
 namespace optxv {
 

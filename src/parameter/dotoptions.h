@@ -16,7 +16,7 @@
 #include "options/toption.h"
 #include "options/zmaoptions.h"
 #include "parameter/entries.h"
-#include "parameter/miniparser.h"
+#include "language/miniparser.h"
 
 namespace optxv {
 

@@ -13,7 +13,7 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "options/zmaoptions.h"
-#include "parameter/miniparser.h"
+#include "language/miniparser.h"
 
 namespace optxv {
 

@@ -4,7 +4,7 @@
 
 #include "parameter/entries.h"
 #include "parameter/parameterwriter.h"
-#include "parameter/words.h"
+#include "language/words.h"
 
 namespace optxv {
 

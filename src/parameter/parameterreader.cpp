@@ -7,7 +7,7 @@
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/indicators.h"
-#include "parameter/words.h"
+#include "language/words.h"
 
 namespace optxv {
 

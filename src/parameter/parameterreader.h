@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
-#include "parameter/miniparser.h"
+#include "language/miniparser.h"
 
 namespace optxv {
 

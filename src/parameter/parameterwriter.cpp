@@ -6,7 +6,7 @@
 #include "parameter/dotoptions.h"
 #include "parameter/entries.h"
 #include "parameter/indicators.h"
-#include "parameter/words.h"
+#include "language/words.h"
 
 namespace optxv {
 

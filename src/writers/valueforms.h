@@ -5,7 +5,7 @@
 
 #include "foundation/strutilx.h"
 #include "options/optionkinds.h"
-#include "parameter/words.h"
+#include "language/words.h"
 
 namespace optxv {
 

@@ -53,8 +53,8 @@ class Completeness(unittest.TestCase):
 
     def test_the_page_of_the_command_names_every_subcommand_and_field(self):
         page = (SOURCE / 'docs/command.md').read_text(encoding='utf-8')
-        code = ''.join((SOURCE / f'tools/{name}.cpp').read_text(encoding='utf-8')
-                       for name in ('optxv', 'reporter', 'show'))
+        code = ''.join((SOURCE / f'command/{name}.cpp').read_text(encoding='utf-8')
+                       for name in ('cli/optxv', 'output/reporter', 'tasks/show'))
         words = re.findall(r'\badd(?:document)?\(\w+, (?:given, )?"(\w+)"', code)
         fields = re.findall(r'(?:\{|row\[)"([a-z]+)"', code)
         self.assertEqual((len(words), 'nearest' in fields, 'variable' in fields), (9, True, True))  # it does find them

@@ -1,0 +1,18 @@
+# The command. It is a caller like any other: the shared library through the public headers. All but its
+# main program is an object library, so that tests/command reaches its modules.
+
+file(GLOB command_sources CONFIGURE_DEPENDS command/*/*.cpp)
+set(command_main ${PROJECT_SOURCE_DIR}/command/cli/optxv.cpp)
+list(REMOVE_ITEM command_sources ${command_main})
+find_package(CLI11 REQUIRED)
+find_package(nlohmann_json REQUIRED)
+add_library(optxv_command_objects OBJECT ${command_sources})
+target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # src: the classes for C++ programs
+target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
+add_executable(optxv_command ${command_main})
+set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
+target_link_libraries(optxv_command PRIVATE optxv_command_objects)
+foreach(target optxv_command_objects optxv_command)
+  optxv_warnings(${target})
+  optxv_tidy(${target})
+endforeach()

@@ -1,0 +1,361 @@
+#include "language/miniparser.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "foundation/strutilx.h"
+
+namespace optxv {
+
+namespace {
+
+// What a byte is to the readers: one look-up in a table decides whether a scan goes on.
+enum kind : unsigned char {
+  letter = 1,
+  digit = 2,
+  underscore = 4,
+  blank = 8,
+  comma = 16,
+  mark = 32,
+  quote = 64,
+};
+
+constexpr std::array<unsigned char, 256> makeclasses() {
+  std::array<unsigned char, 256> classes{};
+  for (std::size_t c = 'A'; c <= 'Z'; ++c) classes[c] = classes[c + 32] = letter;
+  for (std::size_t c = '0'; c <= '9'; ++c) classes[c] = digit;
+  classes['_'] = underscore;
+  classes[' '] = classes['\t'] = blank;
+  classes[','] = comma;
+  classes['"'] = quote;
+  classes[tminiparser::endofline] = classes[tminiparser::endofinput] = mark;
+  return classes;
+}
+constexpr std::array<unsigned char, 256> classes = makeclasses();
+
+constexpr bool is(char c, unsigned wanted) {
+  return (classes[static_cast<unsigned char>(c)] & wanted) != 0;
+}
+
+constexpr charset makeinvalideolcommchar() {
+  charset set("\"'+-.");
+  set.addrange(0, ' ');
+  set.addrange('0', '9');
+  set.addrange('A', 'Z');
+  set.addrange('a', 'z');
+  return set;
+}
+
+/// Appends, with position 255 taking the last byte of what does not fit.
+void appendrun(shortstring& text, std::string_view run) {
+  const int room = shortstring::maximum - text.length();
+  const bool fits = run.size() <= static_cast<std::size_t>(room);
+  text.append(run);
+  if (!fits) text[shortstring::maximum] = run.back();
+}
+
+void droplast(shortstring& text) {
+  text.setlength(text.length() - 1);
+}
+
+void droptrailingblanks(shortstring& text) {
+  text.setlength(static_cast<int>(trimright(text).size()));
+}
+
+/// A set with the marks added, for the scans that are to stop at its members.
+charset withmarks(charset set) {
+  set.add(tminiparser::endofline);
+  set.add(tminiparser::endofinput);
+  return set;
+}
+
+constexpr char echomark = '\xBB';
+constexpr std::int64_t echowidth = 130;
+
+}  // namespace
+
+constexpr charset invalideolcommchar = makeinvalideolcommchar();
+
+tminiparser::tminiparser(txcustomstringlist* echolist, bool echoon, const charset& eolcommset)
+    : echoon_(echoon), echolist_(echolist), eolcommset_(eolcommset) {}
+
+// Sources ----------------------------------------------------------------------------------------
+
+int tminiparser::fileopen(std::string_view name) {
+  srcfile_.assign(name);
+  srcfile_.reset();
+  const int error = ioresult();
+  linenr_ = 0;
+  if (error == 0) {
+    source_ = source::file;
+    text_ = linebuf_;
+  } else {
+    ch_ = endofinput;
+  }
+  return error;
+}
+
+void tminiparser::startstring(const char* text, std::int64_t length, source kind) {
+  srcfile_.close();
+  text_ = text;
+  linepos_ = -1;
+  linelen_ = length;
+  linenr_ = 0;
+  source_ = kind;
+  flushecho();
+}
+
+void tminiparser::readfromstr(std::string_view text) {
+  const shortstring kept(text);
+  std::memcpy(linebuf_, kept.data(), static_cast<std::size_t>(kept.length()));
+  startstring(linebuf_, kept.length(), source::string);
+}
+
+void tminiparser::readfrompchar(const char* text) {
+  if (text == nullptr) text = "";
+  startstring(text, static_cast<std::int64_t>(std::strlen(text)), source::pchar);
+}
+
+// Lines and characters ---------------------------------------------------------------------------
+
+/// Reads a physical line into the slices. A slice that lost its last byte as a carriage return is
+/// not full, so that the line ends there, even if more bytes follow.
+void tminiparser::readslices() {
+  linelen_ = 0;
+  for (int slice = 1; slice <= slicecount; ++slice) {
+    linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
+    if (linelen_ < std::int64_t{slice} * slicelength) break;
+  }
+  srcfile_.readln();
+  ++linenr_;
+}
+
+void tminiparser::filllinebuf() {
+  linepos_ = 0;
+  do {
+    if (srcfile_.eof()) {
+      linelen_ = -1;
+      ch_ = endofinput;
+      return;
+    }
+    readslices();
+    flushecho();
+  } while (linelen_ == 0 || text_[0] == '*');
+  linepos_ = 1;
+  ch_ = text_[0];
+}
+
+bool tminiparser::nextline() {
+  if (source_ == source::file) {
+    filllinebuf();
+  } else if (linepos_ <= 0) {
+    linepos_ = 1;
+    ch_ = linelen_ > 0 ? text_[0] : endofinput;
+  } else {
+    linelen_ = 0;
+  }
+  return linelen_ > 0;
+}
+
+/// The steps of nextch that do not stay in the line.
+void tminiparser::leaveline() {
+  if (ch_ == endofinput) return;
+  if (linepos_ == linelen_) {
+    ++linepos_;
+    ch_ = endofline;
+  } else if (source_ == source::file) {
+    filllinebuf();
+  } else {
+    ch_ = endofinput;
+  }
+}
+
+/// KEEP: a piece behind which exactly one character is left has no mark behind it.
+void tminiparser::flushecho() {
+  if (!echoon_ || linelen_ < 0) return;
+  if (linelen_ == 0) echolist_->addobject({}, nullptr);
+  for (std::int64_t done = 0; done < linelen_; done += echowidth) {
+    const std::int64_t left = linelen_ - done;
+    const std::string_view piece(text_ + done, static_cast<std::size_t>(std::min(left, echowidth)));
+    shortstring echo;
+    echo.append(linelen_ <= echowidth ? ' ' : echomark).append(piece);
+    if (left > echowidth + 1) echo.append(echomark);
+    echolist_->addobject(echo, nullptr);
+  }
+}
+
+// Bulk scans -------------------------------------------------------------------------------------
+
+/// Passes characters up to the first that stop holds for, and hands them to use, in one run if ch_
+/// stands in the line and in two if not. Same result as a step with nextch for each. REQUIRES: stop
+/// holds for both marks, so that a scan does not leave its line.
+template <class Stop, class Use>
+void tminiparser::scan(Stop stop, Use use) {
+  if (stop(ch_)) return;
+  if (linepos_ < 1 || linepos_ > linelen_ || text_[linepos_ - 1] != ch_) {
+    use(std::string_view(&ch_, 1));
+  } else {
+    --linepos_;
+  }
+  if (linepos_ < linelen_) {
+    const char* const from = text_ + linepos_;
+    const char* const end = text_ + linelen_;
+    const char* to = from;
+    while (to != end && !stop(*to)) ++to;
+    if (to != from) use(std::string_view(from, static_cast<std::size_t>(to - from)));
+    linepos_ = to - text_;
+  }
+  nextch();
+}
+
+template <class Stop>
+void tminiparser::collect(Stop stop, shortstring& text) {
+  scan(stop, [&](std::string_view run) { appendrun(text, run); });
+}
+
+void tminiparser::takeuntil(const charset& stop, shortstring& text) {
+  const charset all = withmarks(stop);
+  collect([&all](char c) { return all.has(c); }, text);
+}
+
+void tminiparser::take(shortstring& text) {
+  appendrun(text, {&ch_, 1});
+  nextch();
+}
+
+void tminiparser::skipuntil(const charset& stop) {
+  const charset all = withmarks(stop);
+  scan([&all](char c) { return all.has(c); }, [](std::string_view) {});
+}
+
+std::string_view tminiparser::ahead() const {
+  if (atmark()) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const to = std::find_if(from, text_ + linelen_, [](char c) { return is(c, mark); });
+  return {from, static_cast<std::size_t>(to - from)};
+}
+
+// White space and punctuation --------------------------------------------------------------------
+
+bool tminiparser::skipbecomes() {
+  const bool more = skipbl();
+  const bool colon = ch_ == ':';
+  if (colon) nextch();
+  if (ch_ == '=') {
+    nextch();
+    return skipbl();
+  }
+  return more && !colon;
+}
+
+bool tminiparser::skiptochar(char wanted) {
+  skipbl();
+  if (ch_ != wanted) return false;
+  nextch();
+  return true;
+}
+
+bool tminiparser::skiptochars(const charset& wanted, char& found) {
+  skipbl();
+  found = ch_;
+  if (!wanted.has(ch_)) return false;
+  nextch();
+  return true;
+}
+
+// Tokens -----------------------------------------------------------------------------------------
+
+/// The rest of a quoted token, inner and closing quotes included.
+void tminiparser::quotedtoken(shortstring& text) {
+  bool odd = false;
+  while (!atmark()) {
+    collect([](char c) { return is(c, mark | quote); }, text);
+    if (ch_ != '"') return;
+    take(text);
+    odd = !odd;
+    if (odd && is(ch_, blank | comma)) return;
+  }
+}
+
+bool tminiparser::nexttoken(shortstring& text) {
+  text.clear();
+  if (!skipbl()) return false;
+  if (ch_ != '"') {
+    collect([](char c) { return is(c, blank | comma | mark); }, text);
+    return true;
+  }
+  nextch();
+  quotedtoken(text);
+  if (text.empty() || text.last() != '"') return false;
+  droplast(text);
+  return true;
+}
+
+bool tminiparser::nextident(shortstring& text) {
+  text.clear();
+  if (!is(ch_, letter)) return false;
+  collect([](char c) { return !is(c, letter | digit | underscore); }, text);
+  return true;
+}
+
+bool tminiparser::nextidentx(shortstring& text) {
+  text.clear();
+  if (!is(ch_, letter)) return false;
+  collect([](char c) { return !is(c, letter | digit); }, text);
+  return true;
+}
+
+bool tminiparser::nextkey(shortstring& text, std::int32_t& dashes) {
+  for (dashes = 0; ch_ == '-' || ch_ == '/'; ++dashes) nextch();
+  return nextident(text);
+}
+
+/// The blanks that fall away are those at the end of 255 bytes, the last of which is the last byte
+/// of the element, however long that is; in front of them stands the delimiter, which takes one
+/// place.
+void tminiparser::quotedindex(shortstring& text) {
+  const char delimiter = ch_;
+  take(text);
+  std::size_t length = 0;
+  char last = delimiter;
+  const auto stop = [=](char c) { return is(c, mark) || c == delimiter; };
+  scan(stop, [&](std::string_view run) {
+    text.append(run);
+    length += run.size();
+    last = run.back();
+  });
+  nextch();
+  if (length < shortstring::maximum || isblank(last)) droptrailingblanks(text);
+  text.append(delimiter);
+}
+
+bool tminiparser::nextindex(shortstring& text) {
+  text.clear();
+  if (!skipbl()) return false;
+  if (is(ch_, letter)) return nextident(text);
+  if (ch_ == '*')
+    take(text);
+  else if (ch_ == '\'' || ch_ == '"')
+    quotedindex(text);
+  return !text.empty();
+}
+
+bool tminiparser::nextinteger(std::int32_t& value) {
+  shortstring token;
+  return nexttoken(token) && strasintex(token, value);
+}
+
+bool tminiparser::nextdouble(double& value) {
+  shortstring token;
+  return nexttoken(token) && strasdoubleex(token, value);
+}
+
+void tminiparser::restofline(shortstring& text) {
+  text.clear();
+  if (!skipbl()) return;
+  collect([](char c) { return is(c, mark); }, text);
+  droptrailingblanks(text);
+}
+
+}  // namespace optxv
