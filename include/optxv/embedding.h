@@ -1,0 +1,400 @@
+/*
+ * optxv for programs that embed it: facts as data, beside the classic interface of optxv.h.
+ *
+ * A handle may have one listener. The readers call it where they know something: a key and where it
+ * stands, a value, what was stored by which road, a message with its cause. Who wants no callbacks
+ * asks for two places: where message i belongs, and where an option got its value. A definition and
+ * parameter text may also come from memory.
+ *
+ * Everything here is beside optxv.h: no function of that header changes, and the queue of messages,
+ * the values and the written files are byte for byte the same with a listener and without. This
+ * header is C99 and C++11 and needs no other header of the library. Its functions may be called for
+ * every handle that xcreate made.
+ *
+ *
+ * PLACES
+ *
+ * A place is a piece of text in its source, as the reader met it: never searched for. Lines and
+ * columns count from 1, columns and lengths in bytes, of the line as it stands in the source. A
+ * length of 0 is a place between two bytes, where something was expected. A line of 0 means that
+ * there is no place: the file name is empty and the numbers are 0.
+ *
+ *   A file of any kind   its lines. A column is at most 1,021: what a line has beyond 1,020 bytes
+ *                        is not read.
+ *   A string             optReadFromStr and optReadFromPChar read one line, number 1. Its file name
+ *                        is that of the messages, "string" and "pchar". A column or a length beyond
+ *                        2,147,483,647 is given as that.
+ *
+ * The file name is zero-terminated, belongs to the handle, and is good until xfree. A handle keeps
+ * each name once, and at most 65,535 of them; a file past that has an empty name.
+ *
+ *
+ * TEXT
+ *
+ * An optxv_text is bytes and their number. It is not zero-terminated, and any byte may occur. What
+ * a callback is given is good until it returns.
+ */
+#ifndef OPTXV_EMBEDDING_H
+#define OPTXV_EMBEDDING_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define OPTXV_EMBEDDING_API __attribute__((visibility("default")))
+#else
+#define OPTXV_EMBEDDING_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The same handle as optHandle. */
+typedef void* optxv_handle;
+
+typedef struct optxv_text {
+  const char* bytes;
+  size_t size;
+} optxv_text;
+
+typedef struct optxv_place {
+  const char* file;
+  int64_t line;
+  int64_t column;
+  int64_t length;
+} optxv_place;
+
+/* ---- What the listener is told ------------------------------------------------------------- */
+
+/* What is read. */
+enum {
+  optxv_source_definition = 0, /* a definition */
+  optxv_source_parameters = 1, /* a file of parameter text, or such text from memory */
+  optxv_source_string = 2      /* one line: optReadFromStr, optReadFromPChar */
+};
+
+typedef struct optxv_source {
+  int32_t kind;     /* optxv_source_... */
+  int32_t level;    /* 1 for a read that the program asked for, 2 for a file that one names, ... */
+  const char* name; /* as messages show it and as it was opened; good until xfree */
+  optxv_place from; /* the name in the text that named it; no place on level 1 */
+} optxv_source;
+
+/* What was cut off a text, or off a number. */
+enum {
+  optxv_cut_line = 0,  /* the bytes of a line past 1,020 */
+  optxv_cut_rest = 1,  /* the rest of a line after a byte 26 (or, in a string, a line feed) */
+  optxv_cut_name = 2,  /* a name of more than 255 bytes */
+  optxv_cut_value = 3, /* a value, or a field of a definition, of more than 255 bytes */
+  optxv_cut_number = 4 /* a number beyond the limit of its type, which was taken instead */
+};
+
+typedef struct optxv_cut {
+  int32_t what;      /* optxv_cut_... */
+  int32_t option;    /* the option it is for, 0 if none is known */
+  optxv_place place; /* the text as written; for a line or a rest, what is lost, from its column */
+  optxv_text kept;   /* what is left of a name or a value; a number's text */
+  int64_t lost;      /* how many bytes are lost; 0 for a number */
+} optxv_cut;
+
+/* What a definition declares. */
+enum {
+  optxv_declared_option = 0,  /* number: of the option */
+  optxv_declared_group = 1,   /* number: position in the list of groups */
+  optxv_declared_synonym = 2, /* number: position in the list of synonyms; option: its target */
+  optxv_declared_item = 3,    /* number: of the item, from 1; option: its enumeration */
+  optxv_declared_member = 4,  /* number: of the member, from 1; option: its list or macro */
+  optxv_declared_deprecated =
+      5,                        /* option: the option marked; number: 0, or of the synonym marked */
+  optxv_declared_obsolete = 6,  /* likewise */
+  optxv_declared_indicator = 7, /* the word that begins an indicator */
+  optxv_declared_lookup = 8,    /* the rule of lookup */
+  optxv_declared_comment = 9    /* the characters that begin a comment */
+};
+
+/*
+ * An enumeration of integers and a macro enter the table after their items and members: these are
+ * told first, with the number that the option is about to get.
+ */
+typedef struct optxv_declaration {
+  int32_t what; /* optxv_declared_... */
+  int32_t number;
+  int32_t option; /* 0 where there is none, such as a synonym or a member without a target */
+  int32_t target; /* a member's option; 0 for a member that was not found, and for the others */
+  optxv_text name;
+  optxv_place place; /* of the name */
+} optxv_declaration;
+
+/* The fields of the records of a definition. */
+enum {
+  optxv_field_none = 0,
+  optxv_field_name = 1, /* the record's name */
+  optxv_field_type = 2, /* the type word, with its modifier */
+  optxv_field_usermap = 3,
+  optxv_field_default = 4,
+  optxv_field_low = 5,
+  optxv_field_high = 6,
+  optxv_field_helpcontext = 7,
+  optxv_field_group = 8,
+  optxv_field_text = 9,      /* the help of an option, a group, an item; the text of a mark */
+  optxv_field_longhelp = 10, /* a line that continues an option */
+  optxv_field_item = 11,     /* a value of an enumeration */
+  optxv_field_member = 12,   /* a member of a list or macro */
+  optxv_field_target = 13,   /* what a synonym stands for */
+  optxv_field_action = 14,   /* what an immediate option does */
+  optxv_field_groupnumber = 15,
+  optxv_field_marked = 16,     /* a name that is deprecated or obsolete */
+  optxv_field_heading = 17,    /* the rest of the line of a deprecated or obsolete record */
+  optxv_field_characters = 18, /* the comment characters */
+  optxv_fields = 19            /* how many there are */
+};
+
+typedef struct optxv_field {
+  int32_t field;     /* optxv_field_... */
+  int32_t option;    /* the option that the record declares, or is about to; 0 for other records */
+  int32_t good;      /* 1 if the field was there and could be read, else 0 */
+  optxv_text text;   /* as read: without quotes, cut at 255 bytes */
+  optxv_place place; /* as written, quotes and all */
+} optxv_field;
+
+typedef struct optxv_key {
+  int32_t option;    /* the option it names, 0 if unknown or not the name of an option */
+  int32_t synonym;   /* the position of the synonym that was used, 0 for the option's own name */
+  int32_t dashes;    /* how many - and / stand before it */
+  optxv_text text;   /* the name as it was looked up */
+  optxv_place place; /* as written, without the dashes */
+} optxv_key;
+
+/* The quotes of a value. */
+enum {
+  optxv_quotes_none = 0,
+  optxv_quotes_closed = 1,
+  optxv_quotes_open = 2 /* an opening quote without its closing one */
+};
+
+typedef struct optxv_value {
+  int32_t option;      /* 0 for the value of an indicator */
+  int32_t which;       /* 1 or 2: the first or the second value of the entry */
+  int32_t quotes;      /* optxv_quotes_... */
+  int32_t good;        /* 0 if the reader gives the value up, as it does with an open quote */
+  optxv_text text;     /* as read, without quotes, cut at 255 bytes */
+  optxv_place place;   /* of the text without its quotes */
+  optxv_place written; /* with them */
+} optxv_value;
+
+/* The road by which an option got a value. */
+enum {
+  optxv_road_none = 0,  /* it has none */
+  optxv_road_entry = 1, /* an entry that names it */
+  optxv_road_macro = 2, /* a macro handed it on */
+  optxv_road_list = 3,  /* a multi-list handed it on */
+  optxv_road_dot = 4,   /* a dot option was checked against it */
+  optxv_road_call = 5   /* a call of the program, outside of any read */
+};
+
+typedef struct optxv_store {
+  int32_t option;
+  int32_t which;     /* 1 or 2 */
+  int32_t road;      /* optxv_road_... */
+  int32_t through;   /* the macro or multi-list that handed the value on, else 0 */
+  optxv_place place; /* the value's; the key's where the entry has no value; none for a call */
+} optxv_store;
+
+/* A dot option, x.scale('a') = 2, or an indicator, word eq(i)$x(i) = 1. */
+typedef struct optxv_entry {
+  int32_t number;           /* its position in its list; 0 if it was dropped for a fault */
+  int32_t option;           /* a dot option's attribute; 0 for an indicator */
+  optxv_text name;          /* the symbol, or the equation */
+  optxv_place place;        /* of that name */
+  optxv_text second;        /* the attribute with its dot, or the variable */
+  optxv_place second_place; /* of that */
+} optxv_entry;
+
+/* What is wrong: the cause of a message. Numbers stay as they are; new ones are added at the end.
+ */
+enum {
+  optxv_fault_none = 0, /* not a fault: help, the beginning and the end of a read */
+  /* parameter text */
+  optxv_fault_key_expected = 1,
+  optxv_fault_bad_separator = 2,
+  optxv_fault_unknown_option = 3,
+  optxv_fault_value_expected = 4,
+  optxv_fault_remainder = 5,  /* text after the value */
+  optxv_fault_deprecated = 6, /* a name that still works; about: the name */
+  optxv_fault_obsolete = 7,   /* a name that does not */
+  optxv_fault_quote = 8,      /* a double quote within a value */
+  optxv_fault_integer_expected = 9,
+  optxv_fault_real_expected = 10,
+  optxv_fault_boolean_expected = 11,
+  optxv_fault_range = 12,         /* a number out of its bounds */
+  optxv_fault_unknown_value = 13, /* a value that is none of an enumeration's */
+  optxv_fault_list_overflow = 14, /* more values than the multi-list has members */
+  optxv_fault_nesting = 15,       /* lists and macros too deep in one another */
+  optxv_fault_handed_on = 16,     /* a value handed on too often */
+  optxv_fault_own = 17,           /* a message of the program or of the parameter file */
+  /* details, which add to the message before them */
+  optxv_fault_allowed_range = 18,
+  optxv_fault_allowed_values = 19,
+  optxv_fault_system = 20, /* the system's words for a failure */
+  /* files and the queue */
+  optxv_fault_cannot_open = 21, /* about: the file */
+  optxv_fault_cannot_read = 22,
+  optxv_fault_cannot_write = 23,
+  optxv_fault_file_nesting = 24,
+  optxv_fault_queue_full = 25,
+  /* dot options and indicators */
+  optxv_fault_suffix_expected = 26,
+  optxv_fault_unknown_suffix = 27,
+  optxv_fault_symbol_expected = 28,
+  optxv_fault_index_expected = 29,
+  optxv_fault_index_not_allowed = 30,
+  optxv_fault_index_too_long = 31,
+  optxv_fault_index_not_controlled = 32,
+  optxv_fault_too_many_indices = 33,
+  optxv_fault_bracket_expected = 34,
+  optxv_fault_dollar_expected = 35,
+  optxv_fault_name_too_long = 36,
+  /* definitions */
+  optxv_fault_bad_field = 37,       /* a field that is missing or cannot be read */
+  optxv_fault_default_range = 38,   /* a default out of its bounds */
+  optxv_fault_default_unknown = 39, /* a default that is no item */
+  optxv_fault_duplicate_option = 40,
+  optxv_fault_duplicate_member = 41,
+  optxv_fault_duplicate_synonym = 42,
+  optxv_fault_duplicate_group = 43,
+  optxv_fault_duplicate_groupnumber = 44,
+  optxv_fault_duplicate_indicator = 45,
+  optxv_fault_unknown_type = 46,
+  optxv_fault_unknown_modifier = 47,
+  optxv_fault_modifier_not_allowed = 48,
+  optxv_fault_unknown_member = 49,
+  optxv_fault_unknown_target = 50, /* a synonym for an option that is not there */
+  optxv_fault_unknown_marked = 51, /* a mark on a name that is not there */
+  optxv_fault_unknown_action = 52, /* a word that no immediate option knows */
+  optxv_fault_unknown_lookup = 53,
+  optxv_fault_comma = 54, /* a comma among members */
+  optxv_faults = 55       /* how many there are */
+};
+
+typedef struct optxv_message {
+  int32_t number;   /* its position in the queue; 0 if the queue did not take it */
+  int32_t kind;     /* optMsg... of optxv.h */
+  int32_t fault;    /* optxv_fault_... */
+  int32_t detail;   /* 1 if it adds to the message before it, else 0 */
+  int32_t option;   /* the option it is about, 0 if none */
+  int32_t field;    /* in a definition: the field at fault */
+  optxv_text text;  /* without the words for its kind and without its line number */
+  optxv_text about; /* the name, key, file or word that is at fault; may be empty */
+  optxv_text seen;  /* what stood where something else was expected; may be empty */
+  optxv_place place;
+} optxv_message;
+
+/*
+ * The listener. A function that is nil is not called; so a program sets what it wants and leaves
+ * the rest 0. `size` is sizeof(optxv_listener), by which a later library knows what an older
+ * program has.
+ *
+ * Calls come in the order of the text, on the thread that reads, while the reader stands where it
+ * tells of. An entry gives: key, separator (if = or := is there), value or values, then what comes
+ * of it: stores, messages. A record gives: its fields as they are read, declarations as they are
+ * made, messages as they come up.
+ *
+ * A callback can stop nothing, and must change nothing. It may call the functions of optxv.h that
+ * ask by number (optCount, optGetInfoNr, optGetNameNr, optGetStrNr, ..., optMessageCount,
+ * optGetMessage, optErrorCount) and the functions below that ask, and any function for another
+ * handle. REQUIRES: it calls nothing else for this handle (what finds by name keeps the name, and
+ * so changes messages to come), and no exception leaves it.
+ */
+typedef struct optxv_listener {
+  size_t size;
+  void* context; /* handed to each call; the library does not look at it */
+
+  void (*entered)(void* context, const optxv_source* source);
+  /* error: 0, or the system's number for the failure that ended the read */
+  void (*left)(void* context, const optxv_source* source, int32_t error);
+  /* a line, as far as it is read; comments and empty lines too. A string comes as its one line. */
+  void (*line)(void* context, const optxv_place* place, const optxv_text* text);
+  void (*comment)(void* context, const optxv_place* place);
+  void (*cut)(void* context, const optxv_cut* cut);
+
+  void (*declared)(void* context, const optxv_declaration* declaration);
+  void (*field)(void* context, const optxv_field* field);
+  /* the line, not empty, that ends a definition before its text ends: it begins no record */
+  void (*ended)(void* context, const optxv_place* place);
+
+  void (*key)(void* context, const optxv_key* key);
+  void (*separator)(void* context, const optxv_place* place);
+  void (*value)(void* context, const optxv_value* value);
+  void (*stored)(void* context, const optxv_store* store);
+  void (*dot_option)(void* context, const optxv_entry* entry);
+  void (*indicator)(void* context, const optxv_entry* entry);
+
+  void (*message)(void* context, const optxv_message* message);
+} optxv_listener;
+
+/* Gives the handle a listener, which is copied, or with nil takes it away. */
+OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener* listener);
+
+/* ---- Questions ------------------------------------------------------------------------------ */
+
+/*
+ * The place of message `number` (from 1): where the fault stands. 1, or 0 for a bad number or a
+ * message without a place, such as one that a call outside of any read gave rise to.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_message_place(optxv_handle handle, int32_t number,
+                                                optxv_place* place);
+
+/*
+ * Where option `optnr` got its value last, either of two, and by which road (optxv_road_...). 1, or
+ * 0 and optxv_road_none for a bad number or an option that is not set. A value that the program set
+ * has no place and the road optxv_road_call. `road` and `through` (the macro or multi-list that
+ * handed the value on, else 0) may be nil.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_value_place(optxv_handle handle, int32_t optnr,
+                                              optxv_place* place, int32_t* road, int32_t* through);
+
+/*
+ * The items of option `optnr`, a list of texts: their number, or -1 for a bad number or another
+ * kind of option.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_list_count(optxv_handle handle, int32_t optnr);
+/* Item `position` from 1: 1, or 0 and an empty text. The bytes are good until the list changes. */
+OPTXV_EMBEDDING_API int32_t optxv_list_item(optxv_handle handle, int32_t optnr, int32_t position,
+                                            optxv_text* item);
+
+/*
+ * The name of a fault for people and programs, "unknown-option" for optxv_fault_unknown_option:
+ * lower-case words between hyphens. Nil for a bad number. Names stay as they are.
+ */
+OPTXV_EMBEDDING_API const char* optxv_fault_name(int32_t fault);
+/* The name of a field, "usermap" for optxv_field_usermap; nil for a bad number. */
+OPTXV_EMBEDDING_API const char* optxv_field_name(int32_t field);
+
+/*
+ * Record `number` (from 1) of the definition language: its type word, and the names of the fields
+ * that follow it on its line, with blanks between, as in "usermap default low high hc group text".
+ * 1, or 0 for a bad number. The texts are constants.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_record_form(int32_t number, const char** word,
+                                              const char** fields);
+
+/* ---- Text from memory ----------------------------------------------------------------------- */
+
+/*
+ * These two read as optReadDefinition and optReadParameterFile do a file of this name that holds
+ * these bytes, of any number: with the same results, values and messages, byte for byte. Nothing is
+ * opened but the files that the text names. The name is zero-terminated; nil is the empty name. Its
+ * first 255 bytes are taken. 0, or the system's number for a failed read of a file.
+ * BORROWS: the bytes, for the call.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_read_definition_text(optxv_handle handle, const char* name,
+                                                       const char* bytes, size_t size);
+OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const char* name,
+                                                      const char* bytes, size_t size);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
