@@ -9,16 +9,12 @@
 #include "analysis/nearest.h"
 #include "optxv/optxv.h"
 #include "output/reporter.h"
-#include "tasks/subcommands.h"
+#include "tasks/tasks.h"
 #include "text/textform.h"
 
 namespace {
 
-struct arguments {
-  command::readsettings read;
-  std::string request, output, folder;
-  bool json = false, all = false, set = false;
-};
+using command::request;
 
 constexpr const char* statustext =
     "\nExit status: 0 clean, 1 errors in the files, 2 wrong usage or a file that cannot be read or "
@@ -30,23 +26,23 @@ CLI::App* add(CLI::App& app, const char* name, const char* text, const std::stri
   return sub;
 }
 
-void adddefinition(CLI::App* sub, arguments& given) {
-  sub->add_option("DEFINITION", given.read.definition,
+void adddefinition(CLI::App* sub, request& given) {
+  sub->add_option("DEFINITION", given.definition,
                   "File that declares the options; - is standard input")
       ->required();
 }
 
-void addreading(CLI::App* sub, arguments& given) {
+void addreading(CLI::App* sub, request& given) {
   adddefinition(sub, given);
-  sub->add_option("PARAMETERS", given.read.parameters,
+  sub->add_option("PARAMETERS", given.parameters,
                   "Parameter files, read in this order; - is standard input");
-  sub->add_flag("--tokens", given.read.tokens,
+  sub->add_flag("--tokens", given.tokens,
                 "Begin each file in token mode: many options a line, values are single words");
-  sub->add_flag("--no-bounds", given.read.nobounds,
+  sub->add_flag("--no-bounds", given.nobounds,
                 "Take values that are out of their bounds, with a warning");
 }
 
-CLI::App* addcheck(CLI::App& app, arguments& given) {
+CLI::App* addcheck(CLI::App& app, request& given) {
   CLI::App* sub = add(app, "check", "Tell everything that is wrong with the files",
                       "  optxv check solver.def\n"
                       "  optxv check solver.def solver.opt more.opt\n"
@@ -57,7 +53,7 @@ CLI::App* addcheck(CLI::App& app, arguments& given) {
   return sub;
 }
 
-CLI::App* addshow(CLI::App& app, arguments& given) {
+CLI::App* addshow(CLI::App& app, request& given) {
   CLI::App* sub = add(app, "show", "Show options, values and defaults",
                       "  optxv show solver.def solver.opt\n"
                       "  optxv show --all solver.def\n"
@@ -69,7 +65,7 @@ CLI::App* addshow(CLI::App& app, arguments& given) {
   return sub;
 }
 
-CLI::App* addhelp(CLI::App& app, arguments& given) {
+CLI::App* addhelp(CLI::App& app, request& given) {
   CLI::App* sub =
       add(app, "help", "Show the help that a definition holds",
           "  optxv help solver.def            all options by group\n"
@@ -77,15 +73,15 @@ CLI::App* addhelp(CLI::App& app, arguments& given) {
           "  optxv help solver.def 2          the sum of: 1 by group, 2 in alphabetical order,\n"
           "                                   4 the table for debugging, 8 marks of deprecation\n");
   adddefinition(sub, given);
-  sub->add_option("REQUEST", given.request, "Name of an option, or a number");
+  sub->add_option("REQUEST", given.topic, "Name of an option, or a number");
   return sub;
 }
 
-void addoutput(CLI::App* sub, arguments& given) {
+void addoutput(CLI::App* sub, request& given) {
   sub->add_option("-o,--output", given.output, "File to write instead of standard output");
 }
 
-CLI::App* addwrite(CLI::App& app, arguments& given) {
+CLI::App* addwrite(CLI::App& app, request& given) {
   CLI::App* sub = add(app, "write", "Write what is set as one parameter file",
                       "  optxv write solver.def solver.opt more.opt -o merged.opt\n"
                       "  optxv write solver.def solver.opt | sort\n");
@@ -95,21 +91,21 @@ CLI::App* addwrite(CLI::App& app, arguments& given) {
 }
 
 /// The three documents and the reference: the subcommand and what it says of itself.
-CLI::App* adddocument(CLI::App& app, arguments& given, const char* name, const char* text,
+CLI::App* adddocument(CLI::App& app, request& given, const char* name, const char* text,
                       const std::string& examples) {
   CLI::App* sub = add(app, name, text, examples);
   adddefinition(sub, given);
   return sub;
 }
 
-CLI::App* addhtml(CLI::App& app, arguments& given) {
+CLI::App* addhtml(CLI::App& app, request& given) {
   CLI::App* sub = adddocument(app, given, "html", "Write the raw definition as an HTML table",
                               "  optxv html solver.def -o solver.html\n");
   addoutput(sub, given);
   return sub;
 }
 
-CLI::App* addlisting(CLI::App& app, arguments& given) {
+CLI::App* addlisting(CLI::App& app, request& given) {
   CLI::App* sub = adddocument(app, given, "definition",
                               "Write what was understood of a definition, as a definition",
                               "  optxv definition solver.def | diff solver.def -\n");
@@ -117,7 +113,7 @@ CLI::App* addlisting(CLI::App& app, arguments& given) {
   return sub;
 }
 
-CLI::App* addinclude(CLI::App& app, arguments& given) {
+CLI::App* addinclude(CLI::App& app, request& given) {
   CLI::App* sub = adddocument(app, given, "include",
                               "Write the numbers of the options as an Object Pascal include file",
                               "  optxv include solver.def -o options.inc\n");
@@ -125,7 +121,7 @@ CLI::App* addinclude(CLI::App& app, arguments& given) {
   return sub;
 }
 
-CLI::App* addreference(CLI::App& app, arguments& given) {
+CLI::App* addreference(CLI::App& app, request& given) {
   CLI::App* sub = adddocument(app, given, "reference",
                               "Write a reference of the options for a browser, with a search box",
                               "  optxv reference solver.def -o site    writes site/index.html\n");
@@ -133,7 +129,7 @@ CLI::App* addreference(CLI::App& app, arguments& given) {
   return sub;
 }
 
-CLI::App* addapi(CLI::App& app, arguments& given) {
+CLI::App* addapi(CLI::App& app, request& given) {
   CLI::App* sub = add(app, "api", "Show the library's version and the signatures of its functions",
                       "  optxv api\n  optxv api --json\n");
   sub->add_flag("--json", given.json, "Print JSON");
@@ -167,7 +163,7 @@ int run(int count, char** words) {
   app.set_version_flag("--version", "optxv, API version " + std::to_string(OPTXV_API_VERSION));
   app.require_subcommand(1);
   app.footer("optxv SUBCOMMAND --help tells more, with examples.");
-  arguments given;
+  request given;
   const CLI::App* check = addcheck(app, given);
   const CLI::App* show = addshow(app, given);
   const CLI::App* help = addhelp(app, given);
@@ -183,17 +179,15 @@ int run(int count, char** words) {
     if (tellunknown(app, count, words)) return command::statusunusable;
     return app.exit(stop) == 0 ? 0 : command::statusunusable;
   }
-  if (check->parsed()) return command::check(given.read, given.json);
-  if (show->parsed()) return command::show(given.read, given.all, given.json);
-  if (help->parsed()) return command::help(given.read.definition, given.request);
-  if (write->parsed()) return command::write(given.read, given.output);
-  const std::string& definition = given.read.definition;
-  using form = command::documentform;
-  if (html->parsed()) return command::document(form::html, definition, given.output);
-  if (listing->parsed()) return command::document(form::definition, definition, given.output);
-  if (include->parsed()) return command::document(form::include, definition, given.output);
-  if (reference->parsed()) return command::reference(definition, given.folder);
-  return command::api(given.json);
+  if (check->parsed()) return command::check(given);
+  if (show->parsed()) return command::show(given);
+  if (help->parsed()) return command::help(given);
+  if (write->parsed()) return command::write(given);
+  if (html->parsed()) return command::html(given);
+  if (listing->parsed()) return command::definition(given);
+  if (include->parsed()) return command::include(given);
+  if (reference->parsed()) return command::reference(given);
+  return command::api(given);
 }
 
 }  // namespace

@@ -13,6 +13,10 @@
 
 namespace command {
 
+/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
+inline constexpr int statuserrors = 1;
+inline constexpr int statusunusable = 2;
+
 /// What a run has found, over all files.
 struct tally {
   std::size_t errors = 0;
@@ -23,7 +27,7 @@ struct tally {
   std::size_t indicators = 0;
 
   /// The exit status: 2 if a file could not be read, else 1 if there are errors, else 0.
-  int status() const { return unreadable > 0 ? 2 : errors > 0 ? 1 : 0; }
+  int status() const { return unreadable > 0 ? statusunusable : errors > 0 ? statuserrors : 0; }
 };
 
 /// Takes findings in their order, and at the end what they come to.
