@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace command {
@@ -17,8 +17,9 @@ struct knownname {
 };
 
 /// A fixed set of names that can be asked for the nearest ones to a wrong name. Case is ignored,
-/// and a blank counts as '_'. Made for tables of thousands of names and thousands of questions:
-/// most names are ruled out by length and letters alone.
+/// and a blank counts as '_'. Made for tables of tens of thousands of names and as many questions:
+/// a question costs no more than a fixed amount of work, whatever the table holds. In a table so
+/// large that this cuts a search short, what it has found until then counts.
 class nearestnames {
  public:
   static constexpr std::size_t maximum = 3;
@@ -35,36 +36,36 @@ class nearestnames {
   std::vector<std::string> nearest(std::string_view wrong) const;
 
  private:
-  using letterset = std::uint64_t;
   struct entry {
     std::string shown, folded;
-    std::int32_t owner;
-    letterset letters;
-    std::vector<std::size_t> words;  ///< positions in words_
+    std::int32_t owner = 0;
+    std::size_t position = 0;             ///< among the names as they were given
+    std::vector<std::size_t> words = {};  ///< positions in words_
   };
   struct word {
     std::string text;
-    letterset letters;
+    std::vector<std::size_t> entries = {};  ///< that have it
   };
   struct candidate {
     std::size_t rank;  ///< smaller is nearer
     const entry* name;
   };
   using candidates = std::vector<candidate>;
+  /// The known words that agree with a word, by position, and how well.
+  using agreements = std::vector<std::pair<std::size_t, std::size_t>>;
 
-  static letterset lettersof(std::string_view text);
-  static std::size_t agreement(std::string_view wrong, letterset letters, const word& known);
+  void addwords();
   candidates byslips(std::string_view wrong) const;
   candidates bybeginning(std::string_view wrong) const;
   candidates bywords(std::string_view wrong) const;
-  std::size_t addword(std::string_view text, std::map<std::string, std::size_t>& places);
+  agreements agreeing(std::string_view wrong) const;
+  std::vector<std::size_t> sharing(const std::vector<agreements>& all) const;
 
-  std::vector<entry> entries_;
-  std::vector<word> words_;  ///< each word of the names once
+  std::vector<entry> entries_;  ///< sorted by the folded name
+  std::vector<word> words_;     ///< each word of the names once, sorted
 };
 
 /// That distance if it is at most `limit`, else a number above it.
-/// REQUIRES: no text is longer than 255 bytes.
 std::size_t slips(std::string_view left, std::string_view right, std::size_t limit);
 
 }  // namespace command

@@ -1,0 +1,135 @@
+#include "analysis/entrychecks.h"
+
+#include "analysis/hints.h"
+#include "text/textform.h"
+
+namespace command {
+namespace {
+
+template <class Item>
+Item& grown(std::vector<Item>& items, std::int32_t number) {
+  const auto index = static_cast<std::size_t>(number);
+  if (index >= items.size()) items.resize(index + 1);
+  return items[index];
+}
+
+bool isdashes(char c) {
+  return c == '-' || c == '/';
+}
+
+}  // namespace
+
+void entrychecks::entered(const optxv_source&) {
+  sources_.push_back(++lastsource_);
+}
+
+void entrychecks::left(const optxv_source&, std::int32_t) {
+  sources_.pop_back();
+}
+
+void entrychecks::declared(const optxv_declaration& declaration) {
+  if (declaration.what == optxv_declared_obsolete && declaration.number == 0 &&
+      declaration.option > 0)
+    grown(obsolete_, declaration.option) = 1;
+}
+
+void entrychecks::key(const optxv_key& key) {
+  entry_++;
+  constexpr std::int32_t ownkey = 2;  // dashes that make a key of the user's own
+  if (key.dashes >= ownkey) checklist(key);
+}
+
+/// A key of the user's own that may well be meant for something else.
+void entrychecks::checklist(const optxv_key& key) {
+  std::string_view name = viewof(key.text);
+  while (!name.empty() && isdashes(name[0])) name.remove_prefix(1);
+  const std::string_view line = at_.source().text;
+  const auto before = static_cast<std::size_t>(key.place.column - 1);
+  if (before >= 1 && before <= line.size() && line[before - 1] == '/') {
+    finding found = own(ownfinding::slashes, key.place,
+                        "this is no comment but an entry for a list called " +
+                            inquotes("--" + std::string(name)));
+    found.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
+    findings_.add(std::move(found));
+  } else if (const std::int32_t option = names_.find(name); option > 0) {
+    finding found = own(ownfinding::newlist, key.place,
+                        "two dashes make a list called " + inquotes("--" + std::string(name)) +
+                            "; the option " + inquotes(names_.option(option).name) +
+                            " is not set");
+    std::string form(line.substr(std::min(before, line.size())));
+    if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
+    findings_.add(std::move(found));
+  }
+}
+
+void entrychecks::value(const optxv_value& value) {
+  if (at_.source().kind == optxv_source_definition) return;
+  if (value.good == 0 && value.quotes == optxv_quotes_open)
+    findings_.addunlesstold(own(ownfinding::valuedropped, value.written,
+                                "the quote is not closed; the value is dropped"));
+  else
+    checkquotes(value);
+}
+
+void entrychecks::checkquotes(const optxv_value& value) {
+  const std::string_view written = viewof(value.text);
+  std::string_view text = written;
+  const std::string& type = names_.option(value.option).type;
+  if (value.quotes != optxv_quotes_none || (type != "string" && type != "strlist")) return;
+  if (!withoutforeignquotes(text)) return;
+  finding found = own(ownfinding::foreignquotes, value.place,
+                      "the text keeps its quotes: only double quotes enclose a value");
+  std::string form = at_.source().entry.key + ' ' + externalform(text);
+  if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
+  findings_.addunlesstold(std::move(found));
+}
+
+void entrychecks::stored(const optxv_store& store) {
+  if (sources_.empty() || store.road == optxv_road_call) return;
+  checkobsolete(store);
+  checkagain(store);
+}
+
+/// An obsolete name keeps a value away, but not everywhere: named alone, an option goes to its
+/// default, and macros and multi-lists do not look at marks.
+void entrychecks::checkobsolete(const optxv_store& store) {
+  const bool told = at_.source().entry.mark == optxv_fault_obsolete;
+  const bool marked = static_cast<std::size_t>(store.option) < obsolete_.size() &&
+                      obsolete_[static_cast<std::size_t>(store.option)] != 0;
+  if (!told && !(marked && store.through > 0)) return;
+  findings_.add(own(ownfinding::obsoleteset, store.place,
+                    "the obsolete option " + inquotes(names_.option(store.option).name) +
+                        " is set all the same"));
+}
+
+/// To set again but one of two values is no repetition, and neither is what another file does, nor
+/// an entry after a macro that has set the same among others.
+void entrychecks::checkagain(const optxv_store& store) {
+  const bool handedon = store.road == optxv_road_macro || store.road == optxv_road_list;
+  const optionsymbol& option = names_.option(store.option);
+  if ((store.road != optxv_road_entry && !handedon) || option.type == "strlist" ||
+      option.name.empty())
+    return;
+  setbefore& last = grown(before_, store.option);
+  if (last.source != sources_.back()) last = {.source = sources_.back()};
+  if (last.entry != entry_) {
+    if (last.mask != 0) last.first = last.where;
+    last.earlier |= last.mask;
+    last.entry = entry_, last.mask = 0, last.told = false;
+  }
+  const std::int32_t bit = store.which == 2 ? 2 : 1;
+  const std::int32_t now = last.mask | bit;
+  if (last.earlier != 0 && (last.earlier & ~now) == 0 && !last.told) {
+    last.told = true;
+    finding found = own(ownfinding::settwice, store.place,
+                        "the option " + inquotes(option.name) + " is set again" +
+                            (handedon ? " by " + inquotes(names_.option(store.through).name) : ""));
+    found.notes.push_back({"it was set here before", last.first});
+    findings_.addunlesstold(std::move(found));
+  }
+  if (handedon) return;
+  last.mask = now;
+  last.where = store.place;
+}
+
+}  // namespace command

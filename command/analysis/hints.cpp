@@ -1,0 +1,392 @@
+#include "analysis/hints.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "text/textform.h"
+
+namespace command {
+namespace {
+
+using std::string_view;
+
+constexpr string_view blanks = " \t";
+constexpr string_view nobreakspace = "\xC2\xA0";
+
+string_view trimmed(string_view text) {
+  for (bool more = true; more;) {
+    const std::size_t before = text.size();
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    if (text.starts_with(nobreakspace)) text.remove_prefix(nobreakspace.size());
+    while (!text.empty() && blanks.find(text.back()) != text.npos) text.remove_suffix(1);
+    if (text.ends_with(nobreakspace)) text.remove_suffix(nobreakspace.size());
+    more = text.size() != before;
+  }
+  return text;
+}
+
+string_view firstword(string_view text) {
+  return text.substr(0, text.find_first_of(blanks));
+}
+
+bool alldigits(string_view text) {
+  return !text.empty() && std::ranges::all_of(text, isdigit);
+}
+
+std::string without(string_view text, char dropped) {
+  std::string result(text);
+  std::erase(result, dropped);
+  return result;
+}
+
+// --- Values
+
+// Each gives what a value is without one habit; empty if it does not have it.
+
+std::string unquoted(string_view value, const optionsymbol&) {
+  return withoutforeignquotes(value) ? std::string(trimmed(value)) : std::string();
+}
+
+std::string withoutdoublequotes(string_view value, const optionsymbol&) {
+  return value.find('"') == value.npos ? std::string() : without(value, '"');
+}
+
+std::string withoutspaces(string_view value, const optionsymbol&) {
+  const string_view text = trimmed(value);
+  return text.size() == value.size() ? std::string() : std::string(text);
+}
+
+std::string withoutend(string_view value, const optionsymbol&) {
+  return value.ends_with(';') || value.ends_with(',')
+             ? std::string(trimmed(value.substr(0, value.size() - 1)))
+             : std::string();
+}
+
+/// Text after a mark that begins a comment elsewhere, with a blank before it or not.
+std::string withoutcomment(string_view value, const optionsymbol&) {
+  constexpr std::array<string_view, 7> marks = {"//", "/*", "#", "!", ";", "%", "--"};
+  std::size_t first = value.npos;
+  for (const string_view mark : marks) first = std::min(first, value.find(mark));
+  return first == value.npos || first == 0 ? std::string()
+                                           : std::string(trimmed(value.substr(0, first)));
+}
+
+/// 10,000 or 1,234,567.
+std::string withoutthousands(string_view value, const optionsymbol&) {
+  const std::size_t first = value.find(',');
+  if (first == value.npos || first == 0 || first > 4) return {};
+  constexpr std::size_t group = 4;  // the comma and three digits
+  for (string_view rest = value.substr(first); !rest.empty(); rest.remove_prefix(group))
+    if (rest.size() < group || rest[0] != ',' || !alldigits(rest.substr(1, group - 1)) ||
+        (rest.size() > group && rest[group] != ','))
+      return {};
+  return without(value, ',');
+}
+
+std::string withpoint(string_view value, const optionsymbol& option) {
+  if (!option.isnumber() || std::ranges::count(value, ',') != 1) return {};
+  std::string result(value);
+  std::ranges::replace(result, ',', '.');
+  return result;
+}
+
+/// A number, and words after it.
+std::string withoutunit(string_view value, const optionsymbol& option) {
+  if (!option.isnumber()) return {};
+  const std::size_t end = value.find_first_not_of("+-.0123456789");
+  if (end == value.npos || end == 0) return {};
+  const bool word = isletter(value[end]) || blanks.find(value[end]) != blanks.npos;
+  return word ? std::string(value.substr(0, end)) : std::string();
+}
+
+/// The bound of an option, by a word for no bound.
+std::string limit(string_view value, const optionsymbol& option) {
+  constexpr std::array<string_view, 7> words = {"inf",  "infinity", "infinite", "unlimited",
+                                                "none", "max",      "maximum"};
+  const bool negative = value.starts_with('-');
+  if (negative || value.starts_with('+')) value.remove_prefix(1);
+  const bool known = std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
+  return known && option.isnumber() ? negative ? option.low : option.high : std::string();
+}
+
+std::string standard(string_view value, const optionsymbol& option) {
+  constexpr std::array<string_view, 4> words = {"auto", "automatic", "default", "none"};
+  const bool known = std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
+  return known ? option.standard : std::string();
+}
+
+struct habit {
+  std::string (*correct)(string_view value, const optionsymbol& option);
+  string_view words;
+};
+
+constexpr std::array<habit, 10> habits = {{{withoutspaces, ""},
+                                          {unquoted, ""},
+                                          {withoutdoublequotes, ""},
+                                          {withoutend, ""},
+                                          {withoutcomment, ""},
+                                          {withoutthousands, ""},
+                                          {withpoint, ""},
+                                          {limit, ""},
+                                          {standard, "for the default"},
+                                          {withoutunit, ""}}};
+
+/// The value without each habit that it has, one after the other.
+std::string withoutall(string_view value, const optionsymbol& option) {
+  std::string text(value);
+  for (const habit& each : habits)
+    if (std::string better = each.correct(text, option); !better.empty()) text = std::move(better);
+  return text;
+}
+
+// --- Forms
+
+/// Gathers what is tried for one finding.
+class hinting {
+ public:
+  hinting(finding& found, const optxv_message& said, const hintsource& from)
+      : found_(found), said_(said), from_(from) {}
+
+  void separator();
+  void key();
+  void name();
+  void value();
+  void boolean();
+  void item();
+  void similar() { found_.nearest = from_.names.nearest(viewof(said_.about)); }
+  void index();
+  void missing();
+  void remainder();
+  void file();
+
+ private:
+  bool told() const { return !found_.hints.empty(); }
+  const readentry& entry() const { return from_.at.source().entry; }
+  const optionsymbol& option() const { return from_.names.option(said_.option); }
+  /// What stands in the line from the place of the finding on, or after it.
+  string_view here() const { return from_.at.ahead(said_.place.column); }
+  string_view after() const { return from_.at.ahead(said_.place.column + said_.place.length); }
+
+  /// Tells a form if the library takes it.
+  bool offer(std::string form, string_view words = {}) {
+    if (!from_.library.accepts(form)) return false;
+    found_.hints.push_back({std::move(form), std::string(words)});
+    return true;
+  }
+  std::string with(string_view value) const;
+  void offervalue(string_view value, string_view key, const optionsymbol& option);
+  void comment();
+  bool joined();
+
+  finding& found_;
+  const optxv_message& said_;
+  const hintsource& from_;
+};
+
+/// The entry with another value in the place of the one at fault.
+std::string hinting::with(string_view value) const {
+  const string_view seen = viewof(said_.seen);
+  std::string form = entry().key;
+  bool done = false;
+  for (const readvalue& each : entry().values) {
+    const bool fault = !done && (each.text == seen || entry().values.size() == 1);
+    form += ' ' + (fault ? std::string(value) : externalform(each.text));
+    done = done || fault;
+  }
+  return done ? form : form + ' ' + std::string(value);
+}
+
+/// A value as it is, or without the habits in it.
+void hinting::offervalue(string_view value, string_view key, const optionsymbol& option) {
+  const std::string start = std::string(key) + ' ';
+  if (value.empty() || offer(start + std::string(value))) return;
+  for (const habit& each : habits)
+    if (const std::string better = each.correct(value, option); !better.empty())
+      if (offer(start + better, each.words)) return;
+  if (offer(start + withoutall(value, option))) return;
+  offer(start + std::string(firstword(value)));
+}
+
+void hinting::comment() {
+  constexpr std::array<string_view, 6> marks = {"#", "!", ";", "%", "//", "/*"};
+  const string_view text = here();
+  if (std::ranges::any_of(marks, [&](string_view mark) { return text.starts_with(mark); }))
+    found_.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
+}
+
+/// Something else than a blank or = touches the key. It may be a hyphen of the name.
+void hinting::separator() {
+  const string_view key = viewof(said_.about);
+  string_view rest = after();
+  if (rest.starts_with('-')) {
+    const auto end = std::ranges::find_if_not(rest, [](char c) { return isnamecharacter(c) || c == '-'; });
+    std::string name = std::string(key) + std::string(rest.begin(), end);
+    std::ranges::replace(name, '-', '_');
+    rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()));
+    rest = trimmed(rest.substr(std::min(rest.find_first_not_of(" \t:="), rest.size())));
+    const std::int32_t known = from_.names.find(name);
+    found_.nearest = known > 0 ? std::vector<std::string>() : from_.names.nearest(name);
+    if (known > 0) offervalue(rest, name, from_.names.option(known));
+    return;
+  }
+  const std::int32_t known = from_.names.find(key);
+  if (known == 0) found_.nearest = from_.names.nearest(key);
+  for (rest = trimmed(rest); !rest.empty() && string_view(":=,;").find(rest[0]) != string_view::npos;)
+    rest = trimmed(rest.substr(1));
+  if (known > 0) offervalue(rest, key, from_.names.option(known));
+}
+
+/// What begins an entry is no key: a comment of another language, a quoted name, a value before
+/// its key, or the second half of a decimal comma.
+void hinting::key() {
+  comment();
+  string_view text = trimmed(here());
+  const string_view before = from_.at.source().text;
+  const auto column = static_cast<std::size_t>(said_.place.column);
+  const bool aftercomma = column >= 2 && column - 2 < before.size() && before[column - 2] == ',';
+  if (aftercomma && !entry().values.empty() && isdigit(text.empty() ? ' ' : text[0])) {
+    offer(entry().key + ' ' + entry().values.back().text + '.' + std::string(firstword(text)));
+    return;
+  }
+  const string_view first = firstword(text);
+  const string_view second = trimmed(text.substr(first.size()));
+  if (from_.names.find(second) > 0 && offer(std::string(second) + ' ' + std::string(first))) return;
+  string_view name = first;
+  if (first.starts_with('"')) name = first.substr(1, first.find('"', 1) - 1);
+  else if (!withoutforeignquotes(name)) name = first;
+  if (const std::int32_t known = from_.names.find(name); known > 0)
+    offervalue(trimmed(text.substr(first.size())), name, from_.names.option(known));
+}
+
+/// The name in several words, as "time limit 5".
+bool hinting::joined() {
+  string_view rest = here();
+  std::string name(firstword(rest));
+  for (int words = 1; words < 4; words++) {
+    rest = trimmed(rest.substr(std::min(firstword(rest).size(), rest.size())));
+    if (rest.empty()) return false;
+    name += '_' + std::string(firstword(rest));
+    if (const std::int32_t known = from_.names.find(name); known > 0) {
+      offervalue(trimmed(rest.substr(firstword(rest).size())), name, from_.names.option(known));
+      return told();
+    }
+  }
+  return false;
+}
+
+void hinting::name() {
+  if (!joined()) found_.nearest = from_.names.nearest(viewof(said_.about));
+}
+
+void hinting::value() {
+  string_view seen = viewof(said_.seen);
+  if (seen.empty() && !entry().values.empty()) seen = entry().values.back().text;
+  for (const habit& each : habits)
+    if (const std::string better = each.correct(seen, option()); !better.empty())
+      if (offer(with(better), each.words)) return;
+  offer(with(withoutall(seen, option())));
+}
+
+void hinting::item() {
+  value();
+  const string_view seen = viewof(said_.seen);
+  if (!told()) found_.nearest = from_.names.nearestitem(said_.option, seen);
+}
+
+void hinting::boolean() {
+  constexpr std::array<string_view, 5> yes = {"enable", "enabled", "active", "always", "yess"};
+  constexpr std::array<string_view, 6> no = {"disable", "disabled", "none", "never", "inactive", "non"};
+  const string_view seen = viewof(said_.seen);
+  const auto among = [&](const auto& words) {
+    return std::ranges::any_of(words, [&](string_view each) { return samename(each, seen); });
+  };
+  value();
+  if (told()) return;
+  if (!among(no)) offer(with("yes"));
+  if (!among(yes)) offer(with("no"));
+}
+
+/// An index without its quotes.
+void hinting::index() {
+  const std::string line = from_.at.source().text;
+  const std::size_t open = line.find_first_of("([{");
+  const std::size_t close = line.find_first_of(")]}");
+  if (open == line.npos || close == line.npos || close < open) return;
+  std::string form = line.substr(0, open + 1);
+  for (string_view rest = string_view(line).substr(open + 1, close - open - 1); !rest.empty();) {
+    const string_view each = trimmed(rest.substr(0, rest.find(',')));
+    rest.remove_prefix(std::min(rest.find(','), rest.size()));
+    const bool bare = !each.empty() && string_view("'\"*").find(each[0]) == string_view::npos;
+    form += bare ? "'" + std::string(each) + "'" : std::string(each);
+    if (!rest.empty()) form += ',', rest.remove_prefix(1);
+  }
+  offer(form + std::string(trimmed(line.substr(close))));
+}
+
+void hinting::missing() {
+  const std::string& usual = option().standard;
+  if (!usual.empty()) offer(with(externalform(usual)), "for the default");
+}
+
+void hinting::remainder() {
+  offer(entry().key);
+}
+
+/// The name of a nested file ends at a blank unless it is quoted.
+void hinting::file() {
+  if (entry().values.empty()) return;
+  const readvalue& name = entry().values.back();
+  const string_view whole = trimmed(from_.at.ahead(name.written.column));
+  std::error_code ignored;
+  if (whole.size() <= name.text.size() || whole.find('"') != whole.npos) return;
+  if (std::filesystem::exists(std::string(whole), ignored))
+    found_.hints.push_back({entry().key + " \"" + std::string(whole) + '"', ""});
+}
+
+/// Which hints suit which fault.
+struct row {
+  std::int32_t fault;
+  void (hinting::*add)();
+};
+constexpr std::array<row, 17> rows = {{{optxv_fault_bad_separator, &hinting::separator},
+                                      {optxv_fault_key_expected, &hinting::key},
+                                      {optxv_fault_unknown_option, &hinting::name},
+                                      {optxv_fault_unknown_suffix, &hinting::similar},
+                                      {optxv_fault_integer_expected, &hinting::value},
+                                      {optxv_fault_real_expected, &hinting::value},
+                                      {optxv_fault_quote, &hinting::value},
+                                      {optxv_fault_boolean_expected, &hinting::boolean},
+                                      {optxv_fault_unknown_value, &hinting::item},
+                                      {optxv_fault_index_not_allowed, &hinting::index},
+                                      {optxv_fault_index_expected, &hinting::index},
+                                      {optxv_fault_value_expected, &hinting::missing},
+                                      {optxv_fault_remainder, &hinting::remainder},
+                                      {optxv_fault_cannot_open, &hinting::file},
+                                      {optxv_fault_unknown_target, &hinting::similar},
+                                      {optxv_fault_unknown_member, &hinting::similar},
+                                      {optxv_fault_unknown_marked, &hinting::similar}}};
+
+}  // namespace
+
+bool withoutforeignquotes(std::string_view& text) {
+  // Single quotes and graves, and in UTF-8 those of print, single and double, either side.
+  constexpr std::array<string_view, 10> marks = {
+      "'",            "`",            "\xE2\x80\x98", "\xE2\x80\x99", "\xE2\x80\x9A",
+      "\xE2\x80\x9C", "\xE2\x80\x9D", "\xE2\x80\x9E", "\xC2\xAB",     "\xC2\xBB"};
+  const auto opens = std::ranges::find_if(marks, [&](string_view mark) { return text.starts_with(mark); });
+  const auto closes = std::ranges::find_if(marks, [&](string_view mark) { return text.ends_with(mark); });
+  if (opens == marks.end() || closes == marks.end() || text.size() < opens->size() + closes->size())
+    return false;
+  text = text.substr(opens->size(), text.size() - opens->size() - closes->size());
+  return true;
+}
+
+void addhints(finding& found, const optxv_message& said, const hintsource& from) {
+  if (from.at.idle()) return;
+  hinting all(found, said, from);
+  for (const row& each : rows)
+    if (each.fault == said.fault) (all.*each.add)();
+}
+
+}  // namespace command

@@ -1,0 +1,109 @@
+// The names that a definition declares, and where parameter text uses them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "analysis/nearest.h"
+#include "analysis/reading.h"
+
+namespace command {
+
+/// An option as its record has it; the numbers of the record as they are written.
+struct optionsymbol {
+  std::string name = {};
+  std::string type = {};  ///< the type word, in small letters, without its modifier
+  place where = {};       ///< of the name; none for an option that no record declares
+  std::string standard = {}, low = {}, high = {};
+  std::vector<std::string> items = {};
+
+  bool isnumber() const { return type == "integer" || type == "double" || type == "enumint"; }
+};
+
+/// A name that a definition declares, as written there.
+struct declaredname {
+  std::int32_t what = optxv_declared_option;  ///< optxv_declared_...
+  std::int32_t number = 0;                    ///< of the option, or the position in its list
+  std::int32_t option = 0;                    ///< the option that it is of or stands for
+  std::string name = {};
+  place where = {};
+};
+
+/// A use of an option in parameter text.
+struct mention {
+  std::int32_t option = 0;
+  std::int32_t synonym = 0;  ///< its position, if one was used
+  place where = {};
+};
+
+/// Gathers the names. What there is to know of the options is here at once; declarations and
+/// mentions are kept on request, since they grow with the files.
+/// BORROWS: the reading, which stands before this in the hearing.
+class symbols : public listener {
+ public:
+  explicit symbols(const reading& at, bool keepall = false) : at_(at), keepall_(keepall) {}
+
+  /// The option of a number; an empty one for a number that no record has.
+  const optionsymbol& option(std::int32_t optnr) const;
+  /// The number of the option of that name, or of that synonym, case ignored; 0 if none.
+  std::int32_t find(std::string_view name) const;
+  /// How many options the records declare.
+  std::size_t count() const { return count_; }
+
+  /// The names that may have been meant: of options and synonyms, with or without a dot in front;
+  /// of the items of an option; of the words for types.
+  std::vector<std::string> nearest(std::string_view wrong);
+  std::vector<std::string> nearestitem(std::int32_t optnr, std::string_view wrong);
+  static std::vector<std::string> nearesttype(std::string_view wrong);
+
+  const std::vector<declaredname>& declarations() const { return declarations_; }
+  const std::vector<mention>& mentions() const { return mentions_; }
+
+  void declared(const optxv_declaration& declaration) override;
+  void key(const optxv_key& key) override;
+
+ private:
+  /// Names that are asked about while more of them come.
+  class growingnames {
+   public:
+    void add(knownname name);
+    std::vector<std::string> nearest(std::string_view wrong);
+
+   private:
+    std::vector<knownname> names_;
+    std::optional<nearestnames> index_;
+    std::size_t indexed_ = 0, times_ = 0;  ///< the names in it, and how often it was made
+  };
+
+  optionsymbol& at(std::int32_t optnr);
+  void addoption(const optxv_declaration& declaration);
+  void addname(std::string_view name, std::int32_t owner);
+
+  const reading& at_;
+  bool keepall_;
+  std::vector<optionsymbol> options_;
+  std::size_t count_ = 0;
+  std::unordered_map<std::string, std::int32_t> numbers_;
+  std::vector<knownname> names_[2];           ///< without a dot, with one
+  std::optional<nearestnames> nearnames_[2];  ///< made when first asked for
+  std::map<std::int32_t, nearestnames> nearitems_;
+  std::vector<declaredname> declarations_;
+  std::vector<mention> mentions_;
+};
+
+/// The form of a record: its type word, and the names of the fields of its line.
+struct recordform {
+  std::string_view word, fields;
+};
+/// All records of the definition language.
+const std::vector<recordform>& recordforms();
+/// The form for a type word in small letters; nil if there is none.
+const recordform* recordformof(std::string_view word);
+
+}  // namespace command

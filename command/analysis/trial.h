@@ -1,0 +1,28 @@
+// Whether the library would take a line: asked of the library itself.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "analysis/optionset.h"
+
+namespace command {
+
+/// Tries lines of parameter text on an option set of its own, which reads the definition when the
+/// first line comes.
+class trial {
+ public:
+  /// The definition: set before the first question. BORROWS: the bytes, as long as this lives.
+  void define(std::string_view definition) { definition_ = definition; }
+
+  /// Whether a line has no error in it, in the mode of one entry a line. Not so for a text that is
+  /// longer than the library takes.
+  bool accepts(std::string_view line);
+
+ private:
+  std::string_view definition_;
+  std::unique_ptr<optionset> options_;
+};
+
+}  // namespace command
