@@ -9,7 +9,7 @@ if(minimizer_sources)
   optxv_warnings(minimizer)
 endif()
 
-# The small ones in C++, each a file that uses one group of classes, beside the text that it prints. They
+# The small ones in C++, each a file that uses one group of classes, next to the text that it prints. They
 # include the headers as an installed copy has them.
 file(GLOB unit_examples CONFIGURE_DEPENDS examples/units/*.cpp)
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/classes)

@@ -1,5 +1,5 @@
 # The installed copy can be moved as a whole: the config file, the .pc file and the command's run path
-# are all relative to where they stand.
+# are all relative to where they are.
 
 include(CMakePackageConfigHelpers)
 
@@ -7,7 +7,7 @@ install(TARGETS optxv EXPORT optxvTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LI
 install(DIRECTORY include/optxv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 
 # The classes for C++ programs: their headers with all that these include, in the folders of src/. They
-# include one another from there, so that this folder is on a program's path as well.
+# include one another from there, so this folder is on a program's path as well.
 function(optxv_header_closure result)
   set(waiting ${ARGN})
   set(found)

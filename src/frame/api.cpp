@@ -1,6 +1,6 @@
 #include "frame/api.h"
 
-// The rows of api.def hold the mixed-case names, which are not to be replaced.
+// The rows of api.def hold the mixed-case names, which must not be replaced.
 #define OPTXV_NO_MIXED_CASE_NAMES
 #include "frame/compatibility.h"
 #include "frame/lifecycle.h"

@@ -22,7 +22,7 @@ namespace optxv {
 // --- Kinds and signatures ------------------------------------------------------------------------
 
 /// What a result or an argument is: its code in a signature, and its type in the two forms of text.
-/// The codes are part of the interface: callers hand them to xcheck.
+/// The codes are part of the interface: callers pass them to xcheck.
 namespace kinds {
 
 template <std::int32_t Code, class Opt, class Copt = Opt>
@@ -94,8 +94,9 @@ static_assert(std::ranges::all_of(signatures, [](const signature& row) {
 
 // --- Calls ---------------------------------------------------------------------------------------
 
-/// Runs what an exported function does. What nobody caught goes to the standard exception handler,
-/// which prints its line and aborts: no exception crosses into a caller, who may be written in C.
+/// Runs what an exported function does. An exception that nobody caught goes to the standard
+/// exception handler, which prints its line and aborts: no exception crosses into a caller, who may
+/// be written in C.
 template <class Body>
 auto atboundary(Body body) noexcept -> decltype(body()) {
   try {

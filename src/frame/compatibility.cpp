@@ -12,7 +12,7 @@ namespace optxv {
 
 namespace {
 
-// Tells every position that differs, the result being position 0.
+// Names every position that differs, the result being position 0.
 std::int32_t comparecodes(const signature& row, const std::int32_t* codes, shortstring& message) {
   for (int position = 0; position <= row.arguments; ++position) {
     if (codes[position] == row.codes[static_cast<std::size_t>(position)]) continue;
