@@ -22,10 +22,10 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
+#include "language/miniparser.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/toption.h"
-#include "language/miniparser.h"
 
 namespace optxv {
 

@@ -12,8 +12,8 @@
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
-#include "options/zmaoptions.h"
 #include "language/miniparser.h"
+#include "options/zmaoptions.h"
 
 namespace optxv {
 

@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "language/words.h"
 #include "parameter/entries.h"
 #include "parameter/parameterwriter.h"
-#include "language/words.h"
 
 namespace optxv {
 

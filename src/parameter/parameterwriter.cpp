@@ -1,12 +1,12 @@
 #include "parameter/parameterwriter.h"
 
 #include "foundation/runtime.h"
+#include "language/words.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/entries.h"
 #include "parameter/indicators.h"
-#include "language/words.h"
 
 namespace optxv {
 

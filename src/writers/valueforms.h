@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "foundation/strutilx.h"
-#include "options/optionkinds.h"
 #include "language/words.h"
+#include "options/optionkinds.h"
 
 namespace optxv {
 
