@@ -33,7 +33,7 @@ foreach(source ${test_sources})
   if(folder MATCHES "^(api|command)$")
     target_include_directories(${name} PRIVATE src)  # for the table of functions, frame/api.def, alone
     optxv_outside_test(${name} ${folder})
-  elseif("${folder}/${name}" MATCHES "^(foundation|platform|listing|stores)/|^parameter/(miniparser|words)_test$")
+  elseif("${folder}/${name}" MATCHES "^(foundation|platform|listing|stores|language)/")
     target_link_libraries(${name} PRIVATE optxv_archive)
   else()
     target_link_libraries(${name} PRIVATE optxv_objects)
