@@ -22,12 +22,13 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
-#include "language/miniparser.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/toption.h"
 
 namespace optxv {
+
+class tminiparser;
 
 /// The rule by which a name finds an option; the definition's lookup record sets it.
 enum lookuprule : std::uint8_t {
