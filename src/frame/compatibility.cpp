@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "foundation/strutilx.h"
-#include "frame/api.h"
+#include "frame/signatures.h"
 #include "options/messages.h"
 #include "options/optionkinds.h"
 

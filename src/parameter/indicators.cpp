@@ -4,7 +4,6 @@
 
 #include "language/words.h"
 #include "parameter/entries.h"
-#include "parameter/parameterwriter.h"
 
 namespace optxv {
 
