@@ -9,10 +9,9 @@
 #include <cstdlib>
 #include <memory>
 
-#include "text/descriptors.h"
 #include "output/reporter.h"
+#include "text/descriptors.h"
 #include "text/source.h"
-#include "tasks/subcommands.h"
 #include "text/textform.h"
 
 namespace command {

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "output/reporter.h"
-#include "tasks/subcommands.h"
 #include "output/tables.h"
+#include "tasks/subcommands.h"
 
 namespace command {
 namespace {

@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 
 #include "output/reporter.h"
-#include "tasks/subcommands.h"
 #include "output/tables.h"
+#include "tasks/subcommands.h"
 #include "text/textform.h"
 
 namespace command {

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "analysis/session.h"
+#include "output/outputs.h"
 
 namespace command {
 
 inline constexpr int statuserrors = 1;
-inline constexpr int statusunusable = 2;
 
 /// Reads and tells everything that is found, as lines or as JSON.
 int check(const readsettings& settings, bool json);

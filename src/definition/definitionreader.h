@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "foundation/boundedstring.h"
-#include "options/zmaoptions.h"
 #include "language/miniparser.h"
+#include "options/zmaoptions.h"
 
 namespace optxv {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "foundation/runtime.h"
-#include "frame/api.h"
+#include "frame/boundary.h"
 #include "frame/modules.h"
 #include "options/zmaoptions.h"
 #include "platform/arguments.h"

@@ -2,9 +2,9 @@
 // bounds or allowed values. Their headers stand in toption.h.
 
 #include "foundation/strutilx.h"
+#include "language/words.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
-#include "language/words.h"
 
 namespace optxv {
 

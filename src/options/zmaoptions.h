@@ -25,9 +25,10 @@
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/toption.h"
-#include "language/miniparser.h"
 
 namespace optxv {
+
+class tminiparser;
 
 /// The rule by which a name finds an option; the definition's lookup record sets it.
 enum lookuprule : std::uint8_t {

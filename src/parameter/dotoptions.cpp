@@ -4,7 +4,6 @@
 
 #include "options/optionkinds.h"
 #include "parameter/entries.h"
-#include "parameter/parameterwriter.h"
 
 namespace optxv {
 

@@ -1,5 +1,5 @@
-// What the readers of dot options and of indicators share: the index list of a symbol, and the rule
-// that an entry is kept whole or not at all.
+// What dot options and indicators share: the index list of a symbol, how it is read and written,
+// and the rule that an entry is kept whole or not at all.
 #pragma once
 
 #include <algorithm>
@@ -11,9 +11,11 @@
 
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
+#include "foundation/runtime.h"
 #include "foundation/strutilx.h"
-#include "options/zmaoptions.h"
+#include "foundation/textfile.h"
 #include "language/miniparser.h"
+#include "options/zmaoptions.h"
 
 namespace optxv {
 
@@ -115,6 +117,23 @@ void keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Re
   read();
   if (options.errorssince(mark) == 0) return;
   for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+}
+
+/// Writes a name and, if there are any, its indices: x('a',*).
+inline void writeindex(textfile& file, std::string_view name, const indexlist& indices) {
+  file.write(name);
+  if (indices.count() == 0) return;
+  for (std::int32_t i = 0; i < indices.count(); ++i) {
+    file.write(i == 0 ? "(" : ",");
+    file.write(indices.get(i));
+  }
+  file.write(")");
+}
+
+/// Ends a line. Raises einouterror if anything written so far has failed.
+inline void endline(textfile& file) {
+  file.writeln();
+  _Q9error_check();
 }
 
 }  // namespace optxv

@@ -2,9 +2,8 @@
 
 #include <memory>
 
-#include "parameter/entries.h"
-#include "parameter/parameterwriter.h"
 #include "language/words.h"
+#include "parameter/entries.h"
 
 namespace optxv {
 

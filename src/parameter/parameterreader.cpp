@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "foundation/strutilx.h"
+#include "language/words.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/indicators.h"
-#include "language/words.h"
 
 namespace optxv {
 
