@@ -80,9 +80,15 @@ void textfile::assign(std::string_view name) {
   name_[kept.length()] = '\0';
 }
 
-void textfile::open(int flags, mode opened, mode standard) {
+/// Closes what is open; what comes next begins without a failure.
+void textfile::begin() {
   close();
   setioresult(0);
+  ended_ = false;
+}
+
+void textfile::open(int flags, mode opened, mode standard) {
+  begin();
   if (standard_) {
     mode_ = standard;
     return;
@@ -90,8 +96,6 @@ void textfile::open(int flags, mode opened, mode standard) {
   descriptor_ = openfile(name_, flags);
   if (descriptor_ < 0) return fail(errno);
   block_ = std::make_unique_for_overwrite<char[]>(blocksize);
-  next_ = end_ = 0;
-  ended_ = false;
   mode_ = opened;
 }
 
@@ -99,22 +103,31 @@ void textfile::reset() {
   open(O_RDONLY, mode::reading, mode::standardinput);
 }
 
+/// The bytes are a block that is full from the start, with the end of the file after it.
+void textfile::resetmemory(std::string_view bytes) {
+  begin();
+  next_ = bytes.data();
+  end_ = next_ + bytes.size();
+  ended_ = true;
+  mode_ = mode::reading;
+}
+
 void textfile::rewrite() {
   open(O_WRONLY | O_CREAT | O_TRUNC, mode::writing, mode::standardoutput);
 }
 
-/// Sees to it that the block holds an unread byte; false where the file ends or fails.
+/// Sees to it that there is an unread byte; false where the file ends or fails.
 bool textfile::fill() {
-  if (mode_ != mode::reading) return false;
   if (next_ < end_) return true;
-  if (ended_) return false;
+  if (mode_ != mode::reading || ended_) return false;
   const ssize_t got =
       untilnotinterrupted([&] { return ::read(descriptor_, block_.get(), blocksize); });
   if (got < 0) fail(errno);
   ended_ = got <= 0;
-  next_ = 0;
-  end_ = ended_ ? 0 : static_cast<std::size_t>(got);
-  return !ended_;
+  if (ended_) return false;
+  next_ = block_.get();
+  end_ = next_ + got;
+  return true;
 }
 
 bool textfile::eof() {
@@ -126,13 +139,13 @@ int textfile::readstring(char* dest, int maximum) {
   int count = 0;
   if (mode_ == mode::standardinput) count = readstandard(dest, maximum);
   while (count < maximum && fill()) {
-    const char* from = block_.get() + next_;
-    const std::size_t limit = std::min(end_ - next_, static_cast<std::size_t>(maximum - count));
-    const void* linefeed = std::memchr(from, '\n', limit);
+    const std::size_t limit =
+        std::min(static_cast<std::size_t>(end_ - next_), static_cast<std::size_t>(maximum - count));
+    const void* linefeed = std::memchr(next_, '\n', limit);
     const std::size_t size =
         linefeed == nullptr ? limit
-                            : static_cast<std::size_t>(static_cast<const char*>(linefeed) - from);
-    std::memcpy(dest + count, from, size);
+                            : static_cast<std::size_t>(static_cast<const char*>(linefeed) - next_);
+    std::memcpy(dest + count, next_, size);
     count += static_cast<int>(size);
     next_ += size;
     if (linefeed != nullptr) break;
@@ -144,11 +157,11 @@ void textfile::readln() {
   if (mode_ == mode::standardinput)
     for (int c = 0; c != '\n' && c != EOF;) c = getstandard();
   while (fill()) {
-    const char* const from = block_.get() + next_;
-    const void* linefeed = *from == '\n' ? from : std::memchr(from, '\n', end_ - next_);
+    const void* linefeed =
+        *next_ == '\n' ? next_ : std::memchr(next_, '\n', static_cast<std::size_t>(end_ - next_));
     next_ = end_;
     if (linefeed == nullptr) continue;
-    next_ = static_cast<std::size_t>(static_cast<const char*>(linefeed) - block_.get()) + 1;
+    next_ = static_cast<const char*>(linefeed) + 1;
     return;
   }
 }
@@ -163,8 +176,8 @@ void textfile::writeblock(const char* text, std::size_t size) {
 }
 
 void textfile::flush() {
-  writeblock(block_.get(), next_);
-  next_ = 0;  // what could not be written is gone, so that the error is met once
+  writeblock(block_.get(), held_);
+  held_ = 0;  // what could not be written is gone, so that the error is met once
 }
 
 void textfile::write(std::string_view text) {
@@ -174,11 +187,11 @@ void textfile::write(std::string_view text) {
   }
   if (mode_ != mode::writing) return fail(EBADF);
   while (!text.empty()) {
-    const std::size_t size = std::min(text.size(), blocksize - next_);
-    std::memcpy(block_.get() + next_, text.data(), size);
-    next_ += size;
+    const std::size_t size = std::min(text.size(), blocksize - held_);
+    std::memcpy(block_.get() + held_, text.data(), size);
+    held_ += size;
     text.remove_prefix(size);
-    if (next_ == blocksize) flush();
+    if (held_ == blocksize) flush();
   }
 }
 
@@ -188,6 +201,7 @@ void textfile::close() {
   if (descriptor_ >= 0 && ::close(descriptor_) != 0 && errno != EINTR) fail(errno);
   descriptor_ = -1;
   block_.reset();
+  next_ = end_ = nullptr;
   mode_ = mode::closed;
 }
 
