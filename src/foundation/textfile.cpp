@@ -71,6 +71,21 @@ int readstandard(char* dest, int maximum) {
   return count;
 }
 
+/// The length of a skipped text without the carriage return that may be its last byte.
+std::size_t withoutreturn(std::size_t length, char last) {
+  return last == '\r' ? length - 1 : length;
+}
+
+std::size_t skipstandard() {
+  std::size_t skipped = 0;
+  char last = '\0';
+  for (int c = getstandard(); c != EOF; c = getstandard(), ++skipped) {
+    if (c == '\n') return withoutreturn(skipped, last);
+    last = static_cast<char>(c);
+  }
+  return skipped;
+}
+
 }  // namespace
 
 void textfile::assign(std::string_view name) {
@@ -153,17 +168,22 @@ int textfile::readstring(char* dest, int maximum) {
   return count > 0 && dest[count - 1] == '\r' ? count - 1 : count;
 }
 
-void textfile::readln() {
-  if (mode_ == mode::standardinput)
-    for (int c = 0; c != '\n' && c != EOF;) c = getstandard();
+std::size_t textfile::readln() {
+  if (mode_ == mode::standardinput) return skipstandard();
+  std::size_t skipped = 0;
+  char last = '\0';
   while (fill()) {
-    const void* linefeed =
-        *next_ == '\n' ? next_ : std::memchr(next_, '\n', static_cast<std::size_t>(end_ - next_));
-    next_ = end_;
+    const auto left = static_cast<std::size_t>(end_ - next_);
+    const void* linefeed = *next_ == '\n' ? next_ : std::memchr(next_, '\n', left);
+    const char* const stop = linefeed == nullptr ? end_ : static_cast<const char*>(linefeed);
+    if (stop != next_) last = stop[-1];
+    skipped += static_cast<std::size_t>(stop - next_);
+    next_ = stop;
     if (linefeed == nullptr) continue;
-    next_ = static_cast<const char*>(linefeed) + 1;
-    return;
+    ++next_;
+    return withoutreturn(skipped, last);
   }
+  return skipped;
 }
 
 void textfile::writeblock(const char* text, std::size_t size) {

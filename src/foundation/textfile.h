@@ -65,8 +65,9 @@ class OPTXV_EXPORT textfile {
   /// read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
   int readstring(char* dest, int maximum);
 
-  /// Skips everything up to the next line feed, and that too.
-  void readln();
+  /// Skips everything up to the next line feed, and that too. Gives the number of bytes before the
+  /// line feed, less one for a carriage return that is the last of them: what a line lost.
+  std::size_t readln();
 
   /// Writes the bytes as they are.
   void write(std::string_view text);

@@ -101,7 +101,7 @@ std::string seen(textfile& file, unsigned seed) {
     const int maximum = random() % 2 == 0 ? 255 : static_cast<int>(random() % 300);
     const int count = file.readstring(piece.data(), maximum);
     all += piece.substr(0, static_cast<std::size_t>(count)) + ',';
-    if (random() % 3 == 0) file.readln(), all += '|';
+    if (random() % 3 == 0) all += std::to_string(file.readln()) + '|';
   }
   return all;
 }
@@ -130,6 +130,32 @@ TEST_F(TextFile, MemoryReadsAsAFileOfTheSameBytes) {
   EXPECT_TRUE(memory.eof()) << "a closed text reads as empty";
   memory.write("x");
   EXPECT_EQ(ioresult(), EBADF);
+}
+
+// What skipping the rest of a line says it has cut off.
+TEST_F(TextFile, SkippingTellsWhatItCutOff) {
+  const std::pair<std::string, std::size_t> rows[] = {{"", 0},
+                                                      {"abc", 0},
+                                                      {"abc\nx", 0},
+                                                      {"abc\r\nx", 0},
+                                                      {"abcdef\nx", 3},
+                                                      {"abcdef\r\nx", 3},
+                                                      {"abcdef\r\r\nx", 4},
+                                                      {"abcde\rf\nx", 4},
+                                                      {"abcdef\r", 4},
+                                                      {"ab\rdef\nx", 3},
+                                                      {run(65539) + "\r\nx", 65536},
+                                                      {run(65535) + "\r\nx", 65532},
+                                                      {run(65536) + "\r\nx", 65533}};
+  for (const auto& [text, cut] : rows) {
+    textfile file;
+    file.assign(folder_.put("file", text));
+    file.reset();
+    char piece[3];
+    file.readstring(piece, 3);
+    EXPECT_EQ(file.readln(), cut) << text.size();
+    EXPECT_EQ(pieces(file, 9), text.ends_with('x') ? "x," : "");
+  }
 }
 
 TEST_F(TextFile, FailuresAreStored) {
