@@ -85,7 +85,15 @@ tminiparser::tminiparser(txcustomstringlist* echolist, bool echoon, const charse
 int tminiparser::fileopen(std::string_view name) {
   srcfile_.assign(name);
   srcfile_.reset();
-  const int error = ioresult();
+  return startlines(ioresult());
+}
+
+void tminiparser::textopen(std::string_view bytes) {
+  srcfile_.resetmemory(bytes);
+  startlines(0);
+}
+
+int tminiparser::startlines(int error) {
   linenr_ = 0;
   if (error == 0) {
     source_ = source::file;

@@ -23,9 +23,10 @@ extern const charset invalideolcommchar;
 
 /// Reads one source, line by line, with one character of look-ahead.
 ///
-/// A reader is created, given exactly one source (fileopen, readfromstr or readfrompchar), and
-/// driven with nextline. Each grammar asks for the kind of thing it expects next; a reader says by
-/// its result whether that was there. Nothing is raised and no message is made.
+/// A reader is created, given exactly one source (fileopen, textopen, readfromstr or
+/// readfrompchar), and driven with nextline. Each grammar asks for the kind of thing it expects
+/// next; a reader says by its result whether that was there. Nothing is raised and no message is
+/// made.
 ///
 /// ch() is the look-ahead. It is endofline (10) for one step behind the last character of a line,
 /// and endofinput (26) where nothing more can be read; it is endofinput before the first nextline,
@@ -57,6 +58,9 @@ class tminiparser : public tobject {
   /// Opens a file; an empty name is the standard input. 0, or the system's error number: then
   /// nothing can be read.
   int fileopen(std::string_view name);
+  /// Reads bytes in memory, any number of them, as the lines of a file. BORROWS: the bytes, which
+  /// must outlive the reading.
+  void textopen(std::string_view bytes);
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the
@@ -196,6 +200,7 @@ class tminiparser : public tobject {
   void tellline(std::int64_t lost) const;
   void tellrest() const;
   void leaveline();
+  int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
   void readslices();
