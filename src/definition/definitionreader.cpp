@@ -85,8 +85,7 @@ const recordform* formof(std::int32_t number) {
 void definitionreader::report(std::int32_t fault, std::string_view words, std::string_view subject,
                               const fieldread& at) {
   const bool plain = subject.empty() || words.find("synonym") != std::string_view::npos;
-  options.addmessage(optMsgDefineError,
-                     concat(words, plain ? "" : " for option ", quoted{subject}),
+  options.addmessage(optMsgDefineError, concat(words, plain ? "" : " for option ", quoted{subject}),
                      {.fault = fault,
                       .place = at.place,
                       .option = number_,
@@ -123,11 +122,14 @@ void definitionreader::tellfield(bool good, const fieldread& at) const {
                                               .place = options.told->placed(at.place)});
 }
 
-void definitionreader::telldeclaration(optxv_declaration facts, std::string_view declared,
+void definitionreader::telldeclaration(const declaration& facts, std::string_view declared,
                                        const textplace& place) const {
-  facts.name = textof(declared);
-  facts.place = options.told->placed(place);
-  options.told->tell(&optxv_listener::declared, facts);
+  options.told->tell(&optxv_listener::declared, {.what = facts.what,
+                                                 .number = facts.number,
+                                                 .option = facts.option,
+                                                 .target = facts.target,
+                                                 .name = textof(declared),
+                                                 .place = options.told->placed(place)});
 }
 
 bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
@@ -199,7 +201,7 @@ bool definitionreader::beginrecord() {
     if (options.told) options.told->tellplace(&optxv_listener::ended, rest);
     return false;
   }
-  namefield = {optxv_field_record, in.since(rest)};
+  namefield = {optxv_field_record, in.since(rest), {}};
   if (dotted) {
     check(name.length() <= maximumdotname, optxv_fault_name_too_long, "Identifier too long",
           namefield);
@@ -281,13 +283,12 @@ void definitionreader::readbounded(Value& low, Value& high, Value& standard,
 }
 
 void definitionreader::readinteger() {
-  readbounded<tintoption>(lowinteger_, highinteger_, integervalue,
-                          &definitionreader::integerfield, "Bad HC value");
+  readbounded<tintoption>(lowinteger_, highinteger_, integervalue, &definitionreader::integerfield,
+                          "Bad HC value");
 }
 
 void definitionreader::readdouble() {
-  readbounded<tdbloption>(lowreal_, highreal_, realvalue_, &definitionreader::realfield,
-                          "Bad HC");
+  readbounded<tdbloption>(lowreal_, highreal_, realvalue_, &definitionreader::realfield, "Bad HC");
 }
 
 void definitionreader::readstring() {

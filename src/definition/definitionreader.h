@@ -19,6 +19,14 @@ struct fieldread {
   shortstring seen = {};                  ///< the token that stands there
 };
 
+/// What a definition declares, as the public header numbers it.
+struct declaration {
+  std::int32_t what = 0;
+  std::int32_t number = 0;
+  std::int32_t option = 0;
+  std::int32_t target = 0;
+};
+
 /// The form of a record: its type word, the fields after that, and the fields of each line that
 /// continues it, by their names.
 struct recordform {
@@ -92,7 +100,7 @@ class definitionreader {
     declare({.what = optxv_declared_option, .number = options.getcount()}, name, namefield.place);
   }
   /// Tells of what the definition declares, by a name and its place.
-  void declare(const optxv_declaration& facts, std::string_view declared, const textplace& place) {
+  void declare(const declaration& facts, std::string_view declared, const textplace& place) {
     if (options.told) telldeclaration(facts, declared, place);
   }
   /// The number of the option that the record declares or is about to; 0 for other records.
@@ -131,14 +139,14 @@ class definitionreader {
                    std::string_view helpcontextfault);
   void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
   void tellfield(bool good, const fieldread& at) const;
-  void telldeclaration(optxv_declaration facts, std::string_view declared,
+  void telldeclaration(const declaration& facts, std::string_view declared,
                        const textplace& place) const;
 
   friend struct recordrow;  // whose table names the four scalar readers
 
   fieldread field_;
   std::int32_t number_ = 0;  ///< of the option that the record declares; 0 for other records
-  bool standing_ = false;  ///< the current line is the next record, not yet looked at
+  bool standing_ = false;    ///< the current line is the next record, not yet looked at
   bool atend_ = false;
   std::int32_t lowinteger_ = 0;
   std::int32_t highinteger_ = 0;

@@ -71,7 +71,7 @@ class tminiparser : public tobject {
   /// Whom the reader tells of lines, comments, separators and cuts, nil for nobody, and the list
   /// that gets the places of echoed lines, by the number of the source. Set before the first line.
   /// BORROWS: both.
-  void reportto(const listener* told, placelist* echoplaces, std::int32_t number) {
+  void reportto(const listener* told, placelist* echoplaces, std::uint16_t number) {
     told_ = told;
     echoplaces_ = echoplaces;
     sourcenumber_ = number;
@@ -228,7 +228,7 @@ class tminiparser : public tobject {
   charset eolcommset_;
   const listener* told_ = nullptr;
   placelist* echoplaces_ = nullptr;
-  std::int32_t sourcenumber_ = 0;
+  std::uint16_t sourcenumber_ = 0;
   textfile srcfile_;
   // The four slices of a file line, one behind the other. A slice that is not full ends the line.
   char linebuf_[slicecount * slicelength];

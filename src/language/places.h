@@ -32,7 +32,7 @@ struct textplace {
 /// A place, and the number of its source (see sourcenames); 0 is no source.
 struct sourceplace {
   textplace at;
-  std::int32_t source = 0;
+  std::uint16_t source = 0;
 };
 
 /// The places of the entries of a list beside it, for those entries that have one.

@@ -62,17 +62,16 @@ void tzmaoptions::addmessage(messagekind kind, std::string_view text, const mess
 
 void tzmaoptions::tellmessage(std::int32_t number, messagekind kind, std::string_view text,
                               const messagefacts& facts, const textplace& place) const {
-  told->tell(&optxv_listener::message,
-             {.number = number,
-              .kind = kind,
-              .fault = facts.fault,
-              .detail = facts.detail ? 1 : 0,
-              .option = facts.option,
-              .field = facts.field,
-              .text = textof(text),
-              .about = textof(facts.about),
-              .seen = textof(facts.seen),
-              .place = told->placed(place)});
+  told->tell(&optxv_listener::message, {.number = number,
+                                        .kind = kind,
+                                        .fault = facts.fault,
+                                        .detail = facts.detail ? 1 : 0,
+                                        .option = facts.option,
+                                        .field = facts.field,
+                                        .text = textof(text),
+                                        .about = textof(facts.about),
+                                        .seen = textof(facts.seen),
+                                        .place = told->placed(place)});
 }
 
 void tzmaoptions::optclearmessages() {
@@ -172,7 +171,7 @@ constexpr std::array<const char*, optxv_faults> faultnames = {
 };
 
 constexpr std::array<const char*, optxv_fields> fieldnames = {
-    "none",   "record",   "type",   "usermap",  "default",    "low",    "high",
+    "none",   "record", "type",   "usermap",  "default",    "low",    "high",
     "hc",     "group",  "text",   "longhelp", "item",       "member", "target",
     "action", "number", "marked", "heading",  "characters",
 };

@@ -19,23 +19,23 @@ class sourcenames {
  public:
   /// How many names are held. Far more than a program reads, and a bound for one that makes up a
   /// name for each read.
-  static constexpr std::int32_t most = 65535;
+  static constexpr std::size_t most = 65535;
 
   /// The number of a name, which is entered if it is new; 0 if there is no room.
-  std::int32_t number(std::string_view name);
+  std::uint16_t number(std::string_view name);
   /// The name of a number, zero-terminated; empty for 0.
-  const char* name(std::int32_t number) const {
+  const char* name(std::uint16_t number) const {
     return number == 0 ? "" : names_[static_cast<std::size_t>(number) - 1].c_str();
   }
 
  private:
   std::deque<std::string> names_;
-  std::unordered_map<std::string_view, std::int32_t> numbers_;
-  std::int32_t last_ = 0;  ///< the one asked for last: most programs read under one name
+  std::unordered_map<std::string_view, std::uint16_t> numbers_;
+  std::uint16_t last_ = 0;  ///< the one asked for last: most programs read under one name
 };
 
 /// By which road a value comes to an option; the numbers are those of the public header.
-enum valueroad : std::int32_t {
+enum valueroad : std::uint8_t {
   roadNone,
   roadEntry,
   roadMacro,
@@ -47,9 +47,9 @@ enum valueroad : std::int32_t {
 /// Where a value comes from. 24 bytes, since each option of a table may hold one.
 struct valueorigin {
   textplace at = {};
-  std::int32_t source = 0;
-  valueroad road : 4 = roadNone;
-  std::int32_t through : 28 = 0;  ///< the list or macro that handed it on, its number from 1
+  std::int32_t through = 0;  ///< the number of the list or macro that handed it on, else 0
+  std::uint16_t source = 0;  ///< see sourcenames
+  valueroad road = roadNone;
 };
 static_assert(sizeof(valueorigin) == 24);
 

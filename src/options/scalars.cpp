@@ -37,7 +37,10 @@ void complain(const toption& option, messagekind kind, std::int32_t fault, std::
 
 /// What is told after a complaint.
 messagefacts detail(const toption& option, std::int32_t fault) {
-  return {.fault = fault, .option = option.position + 1, .about = option.owner->curoptname, .detail = true};
+  return {.fault = fault,
+          .option = option.position + 1,
+          .about = option.owner->curoptname,
+          .detail = true};
 }
 
 template <class Option, class Show>

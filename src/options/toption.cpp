@@ -108,8 +108,9 @@ namespace {
 /// was never closed.
 bool badquote(const toption& option, std::string_view text) {
   if (text.find('"') == std::string_view::npos) return false;
-  option.owner->addmessage(optMsgValueError, "Bad double-quote in value",
-                           {.fault = optxv_fault_quote, .option = option.position + 1, .seen = text});
+  option.owner->addmessage(
+      optMsgValueError, "Bad double-quote in value",
+      {.fault = optxv_fault_quote, .option = option.position + 1, .seen = text});
   return true;
 }
 

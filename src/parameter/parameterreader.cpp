@@ -197,7 +197,8 @@ void entryreader::immediate(const timmediateoption& option) {
   else if (option.immediatekind == immediateHelp)
     options_.optshowhelp({});
   else
-    fault(optxv_fault_value_expected, "Value expected for immediate option ", key_, rest, option.position + 1);
+    fault(optxv_fault_value_expected, "Value expected for immediate option ", key_, rest,
+          option.position + 1);
 }
 
 void entryreader::immediatevalue(immediateaction action, std::string_view value) {
