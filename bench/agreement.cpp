@@ -88,7 +88,7 @@ class comparison {
     }
   }
 
-  /// The lines of help that stand below the option come behind its own in the queue.
+  /// The lines of help that stand below the option come after its own in the queue.
   void helplines() {
     if (option_.lines == 0) return;
     optclearmessages(library_);

@@ -1,4 +1,5 @@
-// Holds the library and the yardstick to the same results, ahead of any comparison of their speed.
+// Checks that the library and the yardstick give the same results, before their speeds are
+// compared.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 
 namespace optxv::bench {
 
-/// What the two tables say differently, a line each; empty where they agree on every field, value,
+/// What differs between the two tables, one per line; empty where they agree on every field, value,
 /// group and item.
 std::string differences(optHandle library, const yardstick& yard);
 

@@ -1,7 +1,7 @@
-// A count of what the whole program, the loaded library with it, takes from the heap.
+// A count of what the whole program, including the loaded library, takes from the heap.
 //
-// The program defines malloc and its kin; they count and go on to the C library's own (the GNU C
-// library, whose __libc_malloc and kin they call).
+// The program defines malloc and its kin; they count and then call the C library's own (the GNU C
+// library's __libc_malloc and its kin).
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Option tables and parameter text for the benchmarks: made by chance, the same for the same seed.
+// Option tables and parameter text for the benchmarks: random, but the same for the same seed.
 //
 // A table looks like that of a large solver: long names made of words, two fifths integers, a
 // third switches, a line of help on each option.
@@ -12,10 +12,11 @@
 
 namespace optxv::bench {
 
-/// One option as the definition tells it, with parameter text that fits it and text that does not.
+/// One option as the definition declares it, with parameter text that fits it and text that does
+/// not.
 struct generatedoption {
   std::string name;
-  std::string record;              ///< what stands in the definition behind the name
+  std::string record;              ///< what follows the name in the definition
   std::vector<std::string> below;  ///< the continuation lines, without their leading blank
   std::string value;               ///< a legal value, not the default
   std::string fault;               ///< a value that is refused; empty where all are taken
@@ -28,11 +29,11 @@ std::vector<generatedoption> generatetable(std::size_t count, std::uint32_t seed
 /// The definition file of a table: the comment character '#', the groups, the options.
 std::string definitiontext(const std::vector<generatedoption>& table);
 
-/// `lines` assignments in random order: each option once before any comes again.
+/// `lines` assignments in random order: each option once before any is repeated.
 std::string parametertext(const std::vector<generatedoption>& table, std::size_t lines,
                           std::uint32_t seed);
 
-/// As parametertext, but each line at fault: an unknown name, or a value that is refused.
+/// As parametertext, but each line is faulty: an unknown name, or a value that is refused.
 std::string faultytext(const std::vector<generatedoption>& table, std::size_t lines,
                        std::uint32_t seed);
 

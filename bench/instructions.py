@@ -2,7 +2,7 @@
 """Counts the instructions that one parameter line costs, in tables of 100 and 2,700 options.
 
 Usage: instructions.py <optxv_bench>. Runs the program under callgrind with two numbers of reads of the same
-file; the difference leaves the lines alone, without the start of the program and the definition. Counts do
+file; the difference leaves only the lines, without the start of the program and the definition. Counts do
 not depend on what else the machine does.
 """
 import os

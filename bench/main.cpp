@@ -1,10 +1,10 @@
-// The benchmarks: the shared library, through its C interface, beside the yardstick.
+// The benchmarks: the shared library, through its C interface, compared with the yardstick.
 //
 //   optxv_bench [--benchmark_filter=...]     times, then the table of targets
-//   optxv_bench --read <options> <times>     reads one parameter file so often; for callgrind
+//   optxv_bench --read <options> <times>     reads one parameter file many times; for callgrind
 //
-// Everything is done by both with the same files; nothing is timed before both were seen to agree
-// on every value.
+// Everything is done by both with the same files; nothing is timed before both agree on every
+// value.
 
 #include <algorithm>
 #include <array>
@@ -104,7 +104,7 @@ void measure(const std::string& name, std::function<void()> round) {
   });
 }
 
-/// As measure, with a step behind each round that is not timed.
+/// As measure, with a step after each round that is not timed.
 void measure(const std::string& name, std::function<void()> round, std::function<void()> tidy) {
   benchmark::RegisterBenchmark(name.c_str(), [round, tidy](benchmark::State& state) {
     for (auto _ : state) {
@@ -227,7 +227,7 @@ heapcount heapofread(const options& into, const std::string& file) {
   return {after.calls - before.calls, after.bytes - before.bytes, after.peak - before.bytes};
 }
 
-/// What the heap holds more of while the thing made is there.
+/// What the heap holds more while the made thing exists.
 template <class Make>
 heapcount heapof(Make make) {
   const heapcount before = heapnow();
@@ -238,7 +238,7 @@ heapcount heapof(Make make) {
 
 void printheap(const char* whose, const heapcount& heap, const table& on) {
   const auto count = static_cast<double>(on.made.size());
-  std::printf("a table of %s, %s: %.0f bytes and %.1f blocks an option\n", on.name.c_str(), whose,
+  std::printf("a table of %s, %s: %.0f bytes and %.1f blocks per option\n", on.name.c_str(), whose,
               static_cast<double>(heap.bytes) / count, static_cast<double>(heap.calls) / count);
 }
 
@@ -343,7 +343,7 @@ int readonly(std::size_t count, long times) {
   return optMessageCount(on.library.handle()) == 0 ? 0 : 1;
 }
 
-/// The arguments with ours in front, so that those of the caller win.
+/// The arguments with ours first, so that those of the caller win.
 int runwithdefaults(int argc, char** argv) {
   std::vector<std::string> ours = {argv[0], "--benchmark_repetitions=15",
                                    "--benchmark_min_time=0.02",

@@ -32,7 +32,7 @@ void fill(Pool& pool, const std::vector<std::string>& names) {
   for (const std::string& name : names) addto(pool, name);
 }
 
-/// All names into a new pool, which then goes.
+/// Adds all names to a new pool, which is then freed.
 template <class Pool>
 void newnames(benchmark::State& state, const std::vector<std::string>& names) {
   for (auto _ : state) {
@@ -41,7 +41,7 @@ void newnames(benchmark::State& state, const std::vector<std::string>& names) {
   }
 }
 
-/// All names once more.
+/// Adds all names once more.
 template <class Pool>
 void knownnames(benchmark::State& state, const std::vector<std::string>& names) {
   Pool pool;

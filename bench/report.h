@@ -1,4 +1,4 @@
-// What a run of the benchmarks ends in: the times, then the table of targets.
+// What a run of the benchmarks prints at its end: the times, then the table of targets.
 #pragma once
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
-// The data stores: ascending assigns at three sizes, and the hashed store beside std::unordered_map
-// and std::sort on the same keys.
+// The data stores: ascending assigns at three sizes, and the hashed store compared with
+// std::unordered_map and std::sort on the same keys.
 
 #include <benchmark/benchmark.h>
 

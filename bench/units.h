@@ -1,4 +1,4 @@
-// The groups of benchmarks beside the option functions: classes that a program in C++ links to.
+// The groups of benchmarks other than the option functions: classes that a program in C++ links to.
 #pragma once
 
 #include <vector>
@@ -7,15 +7,15 @@
 
 namespace optxv::bench {
 
-/// The pools of names, beside a map of the standard library.
+/// The pools of names, compared with a map of the standard library.
 void registerpools();
 std::vector<target> pooltargets();
 
-/// The pool allocator, beside the C library's.
+/// The pool allocator, compared with the C library's.
 void registerheap();
 std::vector<target> heaptargets();
 
-/// The data stores, at growing sizes and beside the standard library.
+/// The data stores, at growing sizes and compared with the standard library.
 void registerstores();
 std::vector<target> storetargets();
 

@@ -29,8 +29,8 @@ constexpr std::array<bool, 256> inname = [] {
   return table;
 }();
 
-/// Eight bytes at a time; setting bit 5 folds the case of letters, and tells all other bytes of a
-/// name apart still.
+/// Eight bytes at a time; setting bit 5 folds the case of letters, and still tells all other bytes
+/// of a name apart.
 std::uint32_t hashof(std::string_view name) {
   std::uint64_t hash = name.size();
   const auto mix = [&hash](const char* at, std::size_t size) {
@@ -134,7 +134,7 @@ char* printreal(char* at, double value) {
   char* e = std::find(at, end, 'e');
   if (e == end) return end;
   *e++ = 'E';
-  char* digits = e + 1;  // behind the sign
+  char* digits = e + 1;  // after the sign
   if (*e == '-') ++e;
   while (*digits == '0') ++digits;
   return std::copy(digits, end, e);

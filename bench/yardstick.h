@@ -3,7 +3,7 @@
 // It reads the part of the two languages that the benchmarks use, does all that such input asks for
 // (every field of a record is kept, every value is converted, checked and stored, every fault is
 // counted and the first 5,000 are kept as text) and nothing more: no modes, no macros, no lists, no
-// marks of what was set when. What the library costs beyond it is the price of what it does beyond
+// record of what was set when. What the library costs beyond it is the price of what it does beyond
 // it.
 #pragma once
 

@@ -1,6 +1,6 @@
-// The pool allocator beside the system's: many small records got in turn, and given back in random
-// order. A round is 100,000 records, and 100 rounds are measured. The system's side calls the C
-// library without the count that this program puts in front of it.
+// The pool allocator compared with the system's: many small records are got in turn, and given back
+// in random order. A round is 100,000 records, and 100 rounds are measured. The system's side calls
+// the C library without the count that this program adds to it.
 
 #include <benchmark/benchmark.h>
 

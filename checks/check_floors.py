@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds every #include under src/ to the floors of checks/floors.txt and refuses include cycles.
+"""Holds every #include of the trees in checks/floors.txt to their floors and refuses include cycles.
 
 Usage: check_floors.py [tree]. Prints a line for each fault; the exit status is 1 where there is one.
 """
@@ -14,40 +14,56 @@ PUBLIC = 'optxv'
 
 
 class Floors:
-    """The rows of floors.txt: `faults` says what is wrong with the rows themselves."""
+    """The rows of floors.txt: `faults` says what is wrong with the rows themselves.
+
+    Units, files and grants are held with their tree in front, as in src/options.
+    """
 
     def __init__(self, text):
-        self.level, self.grants, self.faults = {}, {}, []
+        self.trees, self.level, self.grants, self.faults = [], {}, {}, []
         for number, line in enumerate(text.splitlines(), 1):
             fields = line.split('#')[0].split()
-            if not fields:
-                continue
-            if len(fields) < 2 or not fields[0].isdigit() or fields[1] in self.level:
-                self.faults.append(f'floors.txt:{number}: not a row, or a unit twice: {line.strip()}')
-                continue
-            self.level[fields[1]], self.grants[fields[1]] = int(fields[0]), fields[2:]
+            if fields[:1] == ['tree'] and len(fields) == 2:
+                self.trees.append(fields[1])
+            elif fields:
+                self._read_row(number, fields)
         for unit, grants in self.grants.items():
+            self.grants[unit] = [self._full(grant, unit) for grant in grants]
             self.faults += [f'floors.txt: {unit} may not be granted {grant}: unknown, or not below it'
-                            for grant in grants if not self._stands_below(grant, unit)]
+                            for grant in self.grants[unit] if not self._may_be_granted(grant, unit)]
 
-    def _stands_below(self, grant, unit):
-        if grant == '*':
+    def _read_row(self, number, fields):
+        unit = '/'.join(self.trees[-1:] + fields[1:2])
+        if len(fields) < 2 or not fields[0].isdigit() or not self.trees or unit in self.level:
+            self.faults.append(f'floors.txt:{number}: not a row, or a unit twice: {" ".join(fields)}')
+        else:
+            self.level[unit], self.grants[unit] = int(fields[0]), fields[2:]
+
+    def _full(self, grant, unit):
+        """A grant as written, with its tree: the unit's own where it names none."""
+        plain = grant in ('*', PUBLIC) or grant.startswith(('<', *(f'{tree}/' for tree in self.trees)))
+        return grant if plain else f'{unit.split("/")[0]}/{grant}'
+
+    def _may_be_granted(self, grant, unit):
+        if grant in ('*', PUBLIC) or grant.startswith('<'):
             return True
-        inner = grant.startswith(unit + '/')
-        return grant in self.level and (inner or self.level[grant] < self.level[unit])
+        if grant.split('/')[0] != unit.split('/')[0]:
+            return self.unit_of(grant) is not None
+        return grant in self.level and (grant.startswith(unit + '/') or self.level[grant] < self.level[unit])
 
     def unit_of(self, path):
-        """The unit of a path below src/ without its suffix, or None."""
-        folder = path.split('/')[0]
+        """The unit of a file without its suffix, or None."""
+        folder = '/'.join(path.split('/')[:2])
         return next((unit for unit in (path, folder) if unit in self.level), None)
 
     def allows(self, source, target):
-        """Whether the file `source` may include `target`, both below src/ without suffix."""
-        unit = self.unit_of(source)
-        grants = [unit] + self.grants[unit]
-        if unit == self.unit_of(target) or '*' in grants:
+        """Whether the file `source` may include `target`, a file without suffix or a header in <>."""
+        unit, other = self.unit_of(source), self.unit_of(target)
+        grants = self.grants[unit]
+        below = other and other.split('/')[0] == unit.split('/')[0] and self.level[other] < self.level[unit]
+        if '*' in grants and (below or target.startswith(PUBLIC + '/')):
             return True
-        return any(target == grant or target.startswith(grant + '/') for grant in grants)
+        return unit == other or any(target == grant or target.startswith(grant + '/') for grant in [unit] + grants)
 
 
 def stem(path):
@@ -59,22 +75,30 @@ def includes_of(path):
     return INCLUDE.findall(COMMENT.sub(lambda match: match.group(1) or ' ', text))
 
 
+def file_of(tree, floors, source, name):
+    """The file that an include in `source` names, from its own tree first; a public header as it is; or None."""
+    if name.startswith(PUBLIC + '/'):
+        return name
+    own = source.split('/')[0]
+    places = (f'{top}/{name}' for top in [own] + floors.trees)
+    return next((place for place in places if (tree / place).is_file()), None)
+
+
 def fault_of(tree, floors, source, written):
     """What is wrong with one include directive as written, or None."""
-    name = written[1:-1]
+    name, target = written[1:-1], file_of(tree, floors, source, written[1:-1])
     if written.startswith('<') and written.endswith('>'):
-        if (tree / 'src' / name).exists():
+        if target and not name.startswith(PUBLIC + '/'):
             return 'a header of the tree is included in double quotes'
-        if '/' in name and not name.startswith(('sys/', PUBLIC + '/')):
-            return 'only the C++ standard library and POSIX may be included'
+        if not target and '/' in name and not name.startswith('sys/') and not floors.allows(source, written):
+            return 'only the C++ standard library, POSIX and what floors.txt grants may be included'
     elif not (written.startswith('"') and written.endswith('"') and len(written) > 2):
         return 'an include that cannot be checked'
-    elif not name.startswith(PUBLIC + '/') and not (tree / 'src' / name).is_file():
-        return 'includes are written from src/, and this is no file there'
+    elif not target:
+        return f'includes are written from {source.split("/")[0]}/, and this is no file there'
     elif name.endswith('.cpp'):
         return 'a source is not included'
-    inside = (tree / 'src' / name).is_file() or name.startswith(PUBLIC + '/')
-    if inside and not floors.allows(stem(source), stem(name)):
+    if target and not floors.allows(stem(source), stem(target)):
         return f'{floors.unit_of(stem(source))} may not include this'
     return None
 
@@ -101,18 +125,18 @@ def check(tree):
     tree = Path(tree)
     floors = Floors((tree / 'checks/floors.txt').read_text(encoding='utf-8'))
     faults, graph = list(floors.faults), {}
-    for path in sorted((tree / 'src').rglob('*')):
+    for path in sorted(path for top in floors.trees for path in (tree / top).rglob('*')):
         if path.suffix not in SUFFIXES:
             continue
-        source = path.relative_to(tree / 'src').as_posix()
+        source = path.relative_to(tree).as_posix()
         if floors.unit_of(stem(source)) is None:
-            faults.append(f'src/{source}: stands on no floor')
+            faults.append(f'{source}: stands on no floor')
             continue
-        graph[source] = [written[1:-1] for written in includes_of(path)]
+        graph[source] = [file_of(tree, floors, source, written[1:-1]) for written in includes_of(path)]
         for written in includes_of(path):
             fault = fault_of(tree, floors, source, written)
             if fault:
-                faults.append(f'src/{source}: #include {written}: {fault}')
+                faults.append(f'{source}: #include {written}: {fault}')
     faults += ['include cycle: ' + ' -> '.join(cycle) for cycle in cycles_of(graph)]
     return faults
 

@@ -13,12 +13,13 @@ from pathlib import Path
 WORD = re.compile(r'[a-z][a-z0-9]*')
 # Folders that exist on one machine only. Plain system folders (/usr, /etc, /tmp) are everywhere.
 MACHINE_PATH = re.compile(rb'(?<![\w.}/])/(?:home|root|Users|work|farm|mnt)/[\w.]')
+TREES = ('src', 'command')
 SUFFIXES = {'.h', '.cpp', '.def', '.inc', '.map'}
 
 
 def rows_of(tree):
-    """The rows of modules.txt as {kind: {module: rest}}, and the faults in them."""
-    rows, faults = {'bodies': {}, 'untested': {}}, []
+    """The rows of modules.txt as {kind: {module: rest}}, modules with their tree; and the faults in them."""
+    rows, faults = {'bodies': {}, 'untested': {}, 'program': {}}, []
     for number, line in enumerate((tree / 'checks/modules.txt').read_text(encoding='utf-8').splitlines(), 1):
         fields = line.split('#')[0].split(maxsplit=2)
         if not fields:
@@ -26,7 +27,7 @@ def rows_of(tree):
         if len(fields) < 3 or fields[0] not in rows:
             faults.append(f'modules.txt:{number}: not a row: {line.strip()}')
         else:
-            rows[fields[0]][fields[1]] = fields[2]
+            rows[fields[0]][fields[1]] = fields[2].strip()
     return rows, faults
 
 
@@ -50,29 +51,44 @@ def machine_paths(tree):
 def names(sources):
     home = {}
     for path in sources:
-        folder, word = path.parent.name, path.stem
+        top, word = path.split('/')[0], Path(path).stem
         if not WORD.fullmatch(word):
-            yield f'src/{folder}/{path.name}: a file takes one lower-case word'
-        if home.setdefault(word, folder) != folder:
-            yield f'src/{folder}/{path.name}: the word is taken by src/{home[word]}/{word}'
+            yield f'{path}: a file takes one lower-case word'
+        if home.setdefault((top, word), Path(path).parent) != Path(path).parent:
+            yield f'{path}: the word is taken by {home[top, word]}/{word}'
+
+
+def test_of(module):
+    """The test file of a module: in the folder of its own name, those of the command in one."""
+    top, folder, word = module.split('/')
+    return f'tests/{top if top == "command" else folder}/{word}_test.cpp'
+
+
+def lacks_of(tree, sources):
+    """What each module lacks, as {kind of row: modules}."""
+    found = [path.removesuffix('.cpp') for path in sources if path.endswith('.cpp')]
+    return {'bodies': [module for module in found if not (tree / f'{module}.h').is_file()],
+            'untested': [module for module in found if not (tree / test_of(module)).is_file()]}
 
 
 def modules(tree, sources, rows):
     """Each module's header and test file, or its row in modules.txt; and rows that no longer hold."""
-    tests = {path.relative_to(tree / 'tests').as_posix() for path in tree.glob('tests/*/*_test.cpp')}
-    found = {f'{path.parent.name}/{path.stem}' for path in sources if path.suffix == '.cpp'}
-    for module in sorted(found):
-        has_header = (tree / f'src/{module}.h').is_file()
-        if not has_header and module not in rows['bodies']:
-            yield f'src/{module}.cpp: has no header'
-        if f'{module}_test.cpp' not in tests and module not in rows['untested']:
-            yield f'src/{module}.cpp: has no test file tests/{module}_test.cpp'
+    lacks = {kind: [module for module in lacking if module not in rows['program']]
+             for kind, lacking in lacks_of(tree, sources).items()}
+    told = {'bodies': lambda module: 'has no header', 'untested': lambda module: f'has no test file {test_of(module)}'}
+    for kind, lacking in lacks.items():
+        for module in lacking:
+            if module not in rows[kind] and module.rsplit('/', 1)[0] not in rows[kind]:
+                yield f'{module}.cpp: {told[kind](module)}'
+        for row in rows[kind]:
+            if not any(f'{module}/'.startswith(f'{row}/') for module in lacking):
+                yield f'modules.txt: the row no longer holds: {kind} {row}'
     for module, header in rows['bodies'].items():
-        if module not in found or (tree / f'src/{module}.h').is_file() or not (tree / 'src' / header).is_file():
-            yield f'modules.txt: the row no longer holds: bodies {module} {header}'
-    for module in rows['untested']:
-        if module not in found or f'{module}_test.cpp' in tests:
-            yield f'modules.txt: the row no longer holds: untested {module}'
+        if not (tree / header).is_file():
+            yield f'modules.txt: no such header: bodies {module} {header}'
+    for module in rows['program']:
+        if f'{module}.cpp' not in sources or f'{module}.h' in sources:
+            yield f'modules.txt: the row no longer holds: program {module}'
 
 
 def test_names(tree):
@@ -85,10 +101,11 @@ def test_names(tree):
 def check(tree):
     """The faults of the tree, a line each."""
     tree = Path(tree)
-    sources = sorted(path for path in tree.glob('src/*/*') if path.suffix in SUFFIXES)
+    sources = sorted(path.relative_to(tree).as_posix() for top in TREES for path in tree.glob(f'{top}/*/*')
+                     if path.suffix in SUFFIXES)
     rows, faults = rows_of(tree)
-    faults += [f'{path.relative_to(tree)}: sources stand in a folder of src/'
-               for path in sorted(tree.glob('src/*.*')) + sorted(tree.glob('src/*/*/*'))]
+    faults += [f'{path.relative_to(tree)}: sources stand in a folder of {top}/'
+               for top in TREES for path in sorted(tree.glob(f'{top}/*.*')) + sorted(tree.glob(f'{top}/*/*/*'))]
     for part in (names(sources), modules(tree, sources, rows), test_names(tree), machine_paths(tree)):
         faults += part
     return faults

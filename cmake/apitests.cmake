@@ -1,5 +1,5 @@
-# What tests/api asks for beside its test files: two callers that hold the public header to the languages it
-# promises, and a test that sees the library come and go.
+# What tests/api needs besides its test files: two callers that check the public header in the languages it
+# promises, and a test that sees the library loaded and unloaded.
 
 function(optxv_header_test name source)
   add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/api/${source})
@@ -15,7 +15,7 @@ set_target_properties(header_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C
 optxv_header_test(header_cpp header.cpp)
 set_target_properties(header_cpp PROPERTIES CXX_STANDARD 11)
 
-# It names no symbol of the library, so that this keeps the library from being loaded with it.
+# It names no symbol of the library, so this keeps the library from being loaded with it.
 target_link_options(loading_test PRIVATE LINKER:--as-needed)
 
 # Two C programs of one source, which say what the library knows of them, and where the test finds them.
@@ -33,7 +33,7 @@ optxv_host_program(host_loading)
 target_compile_definitions(host_loading PRIVATE OPTXV_LOADED_FILE="$<TARGET_FILE:optxv>")
 target_compile_definitions(hostarguments_test PRIVATE OPTXV_LINKED_PROGRAM="$<TARGET_FILE:host_linked>"
                                                       OPTXV_LOADING_PROGRAM="$<TARGET_FILE:host_loading>")
-# A program without a sanitizer's runtime cannot load a library that is built with it.
+# A program without a sanitizer's runtime cannot load a library that is built with one.
 if(NOT optxv_sanitizers)
   target_compile_definitions(hostarguments_test PRIVATE OPTXV_PYTHON="$<TARGET_FILE:Python3::Interpreter>")
 endif()

@@ -1,4 +1,4 @@
-# What the audit record says of a build, handed to the one source that keeps it. Everything here follows from
+# What the audit record says of a build, passed to the one source that keeps it. Everything here follows from
 # the commit and the target, so that two builds of one commit are the same bytes.
 #
 # The date is SOURCE_DATE_EPOCH where that is set (https://reproducible-builds.org/docs/source-date-epoch),

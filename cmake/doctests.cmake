@@ -14,7 +14,7 @@ function(optxv_document_test name)
   set_tests_properties(${name} PROPERTIES LABELS document TIMEOUT 300)
 endfunction()
 
-# A program without a sanitizer's runtime cannot load a library that is built with it.
+# A program without a sanitizer's runtime cannot load a library that is built with one.
 if(NOT optxv_sanitizers)
   optxv_document_test(documents tests/docs/documents.py ${documents})
   optxv_document_test(examples tests/docs/examples_test.py)

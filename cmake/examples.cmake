@@ -9,15 +9,13 @@ if(minimizer_sources)
   optxv_warnings(minimizer)
 endif()
 
-# The small ones in C++, each a file that uses one group of classes, beside the text that it prints. They
+# The small ones in C++, each a file that uses one group of classes, next to the text that it prints. They
 # include the headers as an installed copy has them.
 file(GLOB unit_examples CONFIGURE_DEPENDS examples/units/*.cpp)
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/classes)
-file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/classes/optxv SYMBOLIC)
 foreach(source ${unit_examples})
   get_filename_component(name ${source} NAME_WE)
   add_executable(example_${name} ${source})
-  target_include_directories(example_${name} PRIVATE ${PROJECT_BINARY_DIR}/classes src)
+  target_include_directories(example_${name} PRIVATE ${class_headers_folder})
   target_link_libraries(example_${name} PRIVATE optxv)
   optxv_warnings(example_${name})
   if(BUILD_TESTING)

@@ -1,4 +1,4 @@
-# One libFuzzer executable each fuzz/<name>_fuzz.cpp. settings.cmake has instrumented the library.
+# One libFuzzer executable for each fuzz/<name>_fuzz.cpp. settings.cmake has instrumented the library.
 
 file(GLOB fuzz_sources CONFIGURE_DEPENDS fuzz/*_fuzz.cpp)
 foreach(source ${fuzz_sources})

@@ -1,38 +1,11 @@
 # The installed copy can be moved as a whole: the config file, the .pc file and the command's run path
-# are all relative to where they stand.
+# are all relative to where they are.
 
 include(CMakePackageConfigHelpers)
 
 install(TARGETS optxv EXPORT optxvTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/optxv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-
-# The classes for C++ programs: their headers with all that these include, in the folders of src/. They
-# include one another from there, so that this folder is on a program's path as well.
-function(optxv_header_closure result)
-  set(waiting ${ARGN})
-  set(found)
-  while(waiting)
-    list(POP_FRONT waiting header)
-    if(NOT header IN_LIST found)
-      list(APPEND found ${header})
-      file(STRINGS src/${header} lines REGEX "^#include \"")
-      list(TRANSFORM lines REPLACE "^#include \"([^\"]+)\".*" "\\1")
-      list(APPEND waiting ${lines})
-    endif()
-  endwhile()
-  set(${result} ${found} PARENT_SCOPE)
-endfunction()
-
-optxv_header_closure(class_headers writers/optionwriter.h writers/htmlwr.h writers/facts.h options/zmaoptions.h
-                      foundation/zmaobj.h stores/zmaspecs.h stores/tablestore.h stores/sparsestore.h
-                      stores/hashedstore.h stores/densestore.h listing/zmaheapstats.h listing/zmaheap.h
-                      platform/q9platform.h platform/q9utils.h platform/q9process.h platform/q9library.h
-                      platform/q9ieeefp.h)
-foreach(header ${class_headers})
-  cmake_path(GET header PARENT_PATH folder)
-  install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/optxv/${folder})
-endforeach()
-target_include_directories(optxv INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/optxv>)
+install(DIRECTORY ${class_headers_folder}/optxv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 if(TARGET optxv_command)

@@ -1,7 +1,8 @@
 # What other programs make of the documents of the command: a browser, a Pascal compiler. Where they are not
 # installed, the tests are skipped.
 
-# Packages of the system put their modules beside its own interpreter, which need not be the first on the path.
+# The system's packages install their modules for its own interpreter, which need not be the first on the
+# path.
 find_program(optxv_reader_python python3 PATHS /usr/bin NO_DEFAULT_PATH)
 if(NOT optxv_reader_python)
   set(optxv_reader_python ${Python3_EXECUTABLE})
@@ -13,7 +14,7 @@ function(optxv_reader_test name labels file)
     "OPTXV_LIBRARY=$<TARGET_FILE:optxv>;OPTXV_COMMAND=$<TARGET_FILE:optxv_command>")
 endfunction()
 
-# A program without a sanitizer's runtime cannot load a library that is built with it.
+# A program without a sanitizer's runtime cannot load a library that is built with one.
 if(TARGET optxv_command AND NOT optxv_sanitizers)
   optxv_reader_test(readback document tests/docs/readback_test.py)
   optxv_reader_test(browser documents-readers tests/browser/pages_test.py)

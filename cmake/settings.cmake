@@ -1,4 +1,4 @@
-# What holds for every target: language level, visibility, sanitizers; and how a target of ours is warned.
+# What holds for every target: language level, visibility, sanitizers; and the warnings for a target of ours.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -38,12 +38,12 @@ function(optxv_warnings target)
                                            $<$<BOOL:${OPTXV_WERROR}>:-Werror>)
 endfunction()
 
-# Tests are warned a little less: the macros of the test framework compare integers of mixed signs.
+# Tests get fewer warnings: the macros of the test framework compare integers of mixed signs.
 function(optxv_test_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra $<$<BOOL:${OPTXV_WERROR}>:-Werror>)
 endfunction()
 
-# The code of a test is not what is measured or shipped: it is compiled in half the time.
+# The code of a test is not what is measured or shipped: without optimisation it compiles in half the time.
 function(optxv_compile_fast target)
   if(NOT optxv_sanitizers)
     target_compile_options(${target} PRIVATE -O0)

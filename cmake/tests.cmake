@@ -1,10 +1,10 @@
-# One executable each tests/<folder>/<module>_test.cpp, one ctest test of the same name; then the
+# One executable for each tests/<folder>/<module>_test.cpp, one ctest test of the same name; then the
 # checkers of the tree. Labels: `unit` for the executables, `tree` for the checkers, `package`.
 
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-# What a test from outside asks for: tests/api the library, tests/command the command too.
+# What a test from outside needs: tests/api the library, tests/command the command too.
 function(optxv_outside_test target folder)
   target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
   target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
@@ -31,9 +31,9 @@ foreach(source ${test_sources})
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
   if(folder MATCHES "^(api|command)$")
-    target_include_directories(${name} PRIVATE src)  # for the table of functions, frame/api.def, alone
+    target_include_directories(${name} PRIVATE src)  # only for the table of functions, frame/api.def
     optxv_outside_test(${name} ${folder})
-  elseif("${folder}/${name}" MATCHES "^(foundation|platform|listing|stores)/|^parameter/(miniparser|words)_test$")
+  elseif(folder MATCHES "^(foundation|platform|listing|language|stores)$")
     target_link_libraries(${name} PRIVATE optxv_archive)
   else()
     target_link_libraries(${name} PRIVATE optxv_objects)
@@ -42,7 +42,7 @@ foreach(source ${test_sources})
   optxv_test_warnings(${name})
   optxv_compile_fast(${name})
   add_test(NAME ${name} COMMAND ${name})
-  # A refused allocation is a case of its own: under the address sanitizer, too, it gives nil.
+  # A refused allocation is a case of its own: it gives nil under the address sanitizer too.
   set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120 ENVIRONMENT
     "ASAN_OPTIONS=allocator_may_return_null=1:detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1")
 endforeach()

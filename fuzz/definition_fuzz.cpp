@@ -1,5 +1,5 @@
 // Any bytes as a definition file. What it declares is then read, set, reset, written and asked for,
-// with text that is fixed: a definition may declare a key that reads files, and none may be named.
+// with fixed text: a definition may declare a key that reads files, and the text must name none.
 #include "support.h"
 
 namespace optxv::fuzz {

@@ -1,5 +1,5 @@
-// Parameter text in, the parameter file that the library writes out of it into a second object: the
-// second must hold what the first does, wherever the language can say it.
+// Parameter text goes into one object, and the parameter file that the library writes of it into a
+// second: the second must hold what the first does, wherever the language can express it.
 #include "richdefinition.h"
 #include "support.h"
 
@@ -9,9 +9,9 @@ namespace {
 constexpr std::size_t longestline = 1020;
 
 /// Whether the language has a form for a text: it has no way to write a double quote or blanks at
-/// the ends, and takes a comment character or the signs of an assignment for what they are where no
-/// quotes are needed.
-/// `token`: read as one token, where ' quotes as well.
+/// the ends, and reads a comment character or the signs of an assignment as such where no quotes
+/// are needed.
+/// `token`: read as one token, where ' is a quote as well.
 bool writable(std::string_view text, bool token) {
   if (text.size() > 250) return false;
   constexpr std::string_view signs = "=: \t", blanks = " \t";

@@ -1,4 +1,5 @@
-// Number text in both directions, beside the conversions of the C library in its default locale.
+// Number text in both directions, compared with the conversions of the C library in its default
+// locale.
 #include <cmath>
 #include <cstring>
 
@@ -33,7 +34,7 @@ std::int32_t saturated(long value) {
   return static_cast<std::int32_t>(std::clamp<long>(value, INT32_MIN, INT32_MAX));
 }
 
-/// strtol behind the library's rules for where a number begins.
+/// strtol after the library's rules for where a number begins.
 std::int32_t integerby(const std::string& text, int& code) {
   scan in(text);
   const char first = text[in.at], second = first == '\0' ? '\0' : text[in.at + 1];

@@ -1,5 +1,5 @@
-// Parameter text against a fixed definition. The first byte chooses the way: mode, bounds, echo,
-// lookup rule and source; the rest is the text.
+// Parameter text against a fixed definition. The first byte chooses how it is read: mode, bounds,
+// echo, lookup rule and source; the rest is the text.
 #include "richdefinition.h"
 #include "support.h"
 

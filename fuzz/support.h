@@ -1,4 +1,4 @@
-// What the fuzz targets share: input handed over as a file, and what must hold after every input.
+// What the fuzz targets share: input passed as a file, and what must hold after every input.
 #pragma once
 
 #include <fcntl.h>
@@ -57,7 +57,7 @@ class memoryfile {
 
 /// The rules of the object between two calls.
 inline void checkstate(tzmaoptions& options) {
-  demand(options.parser == nullptr, "no reader is left behind");
+  demand(options.parser == nullptr, "no reader is left over");
   demand(options.filedepth == 0, "every file was left");
   demand(options.assigndepth == 0, "every assignment was left");
   std::int32_t echoed = 0;

@@ -60,4 +60,26 @@ enum class filerole { definition, parameters };
 std::vector<diagnostic> observations(const std::string& file, const sourcefile& source,
                                      filerole role);
 
+/// What a run has found, over all files.
+struct tally {
+  std::size_t errors = 0;
+  std::size_t warnings = 0;
+  std::size_t files = 0;       ///< that were handed to the command
+  std::size_t unreadable = 0;  ///< of these
+  std::size_t dotoptions = 0;
+  std::size_t indicators = 0;
+
+  /// The exit status: 2 if a file could not be read, else 1 if there are errors, else 0.
+  int status() const { return unreadable > 0 ? 2 : errors > 0 ? 1 : 0; }
+};
+
+/// Takes findings in their order, and at the end what they come to.
+class reporter {
+ public:
+  virtual ~reporter() = default;
+  /// BORROWS: the source of the finding's file, for the call.
+  virtual void take(const diagnostic& found, const sourcefile& source) = 0;
+  virtual void summary(const tally& total) = 0;
+};
+
 }  // namespace command

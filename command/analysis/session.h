@@ -9,7 +9,6 @@
 #include "analysis/diagnostics.h"
 #include "analysis/nearest.h"
 #include "analysis/optionset.h"
-#include "output/reporter.h"
 #include "text/source.h"
 
 namespace command {

@@ -18,6 +18,9 @@ std::optional<std::string> captured(const std::function<int(const std::string& n
 /// result is 0 or the system's error number, and then the file is what it was.
 int deliver(const std::string& file, std::string_view text);
 
+/// The exit status where a file could not be read or written.
+inline constexpr int statusunusable = 2;
+
 /// `optxv: file: reason` on standard error for a system error number; gives the exit status. An
 /// empty name is standard output.
 int unusable(const std::string& file, int error);

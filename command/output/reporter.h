@@ -13,32 +13,6 @@
 
 namespace command {
 
-/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
-inline constexpr int statuserrors = 1;
-inline constexpr int statusunusable = 2;
-
-/// What a run has found, over all files.
-struct tally {
-  std::size_t errors = 0;
-  std::size_t warnings = 0;
-  std::size_t files = 0;       ///< that were handed to the command
-  std::size_t unreadable = 0;  ///< of these
-  std::size_t dotoptions = 0;
-  std::size_t indicators = 0;
-
-  /// The exit status: 2 if a file could not be read, else 1 if there are errors, else 0.
-  int status() const { return unreadable > 0 ? statusunusable : errors > 0 ? statuserrors : 0; }
-};
-
-/// Takes findings in their order, and at the end what they come to.
-class reporter {
- public:
-  virtual ~reporter() = default;
-  /// BORROWS: the source of the finding's file, for the call.
-  virtual void take(const diagnostic& found, const sourcefile& source) = 0;
-  virtual void summary(const tally& total) = 0;
-};
-
 /// Writes each finding as it comes: `file:line:column: error: text`, with the line beneath and a
 /// caret if the column is known, then its notes. BORROWS: the stream. In colour if it is a terminal
 /// and the environment does not ask for none (NO_COLOR, or TERM=dumb).

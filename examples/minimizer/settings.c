@@ -1,4 +1,4 @@
-/* From words and files to settings, through the public interface of the library alone. */
+/* From words and files to settings, through the public interface of the library only. */
 #include "settings.h"
 
 #include <optxv/optxv.h>

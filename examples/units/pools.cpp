@@ -1,5 +1,5 @@
-// Numbers the names and the coefficients of a small table, and keeps the settings of the run beside
-// them, with the containers of the library.
+// Numbers the names and the coefficients of a small table, and keeps the settings of the run with
+// them, in the containers of the library.
 #include <optxv/foundation/zmaobj.h>
 #include <optxv/stores/zmaspecs.h>
 
@@ -14,7 +14,7 @@ struct term {
   double coefficient;
 };
 
-// What a program might have read. Names differ in case alone where they mean different things.
+// What a program might have read. Names that differ only in case mean different things.
 const term terms[] = {{"flow", 1.5},           {"Flow", 0.25},        {"stock", 1.5},
                       {"flow", optxv::valpin}, {"price", 1.5},        {"stock", optxv::valeps},
                       {"price", 0.25},         {"flow", optxv::valna}};

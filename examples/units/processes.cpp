@@ -1,5 +1,5 @@
-// Runs other programs and looks at what became of them: the way in which a program hands a model to
-// a solver that is a program of its own.
+// Runs other programs and looks at what became of them: this is how a program passes a model to a
+// solver that is a program of its own.
 #include <optxv/platform/q9library.h>
 #include <optxv/platform/q9platform.h>
 #include <optxv/platform/q9process.h>
@@ -16,7 +16,7 @@ std::string text(std::string_view s) {
   return std::string(s);
 }
 
-// What a user wrote behind the name of the solver, with what the program puts in front.
+// What a user wrote after the name of the solver, and what the program puts before it.
 void arguments(optxv::texecarglist& list) {
   list.splitappend("steplim=500 title=\"spring run\" \"\" trace");
   list.splitprepend("model.dat -q");

@@ -1,6 +1,6 @@
 // Prints a stock list in pages: titles that change, a heading that is repeated on every page,
-// totals kept on the page of their rows, and behind it all an index of where things are. At the end
-// it says what the pool allocator did for the records.
+// totals kept on the page of their rows, and at the end an index of where things are. Then it says
+// what the pool allocator did for the records.
 #include <optxv/listing/zmaheap.h>
 #include <optxv/listing/zmaheapstats.h>
 #include <optxv/listing/zmalist.h>

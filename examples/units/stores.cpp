@@ -59,8 +59,8 @@ int main() {
   store.startassign();
   assign(store, 1, 5, 11);       // a new distance
   assign(store, 2, 5, 4);        // a new record
-  assign(store, 4, 2, nothing);  // none any more
-  assign(store, 9, 9, nothing);  // and none as before
+  assign(store, 4, 2, nothing);  // no record any more
+  assign(store, 9, 9, nothing);  // still no record
   store.endassign();
   std::printf("changed to %d records, %d bytes\n", store.getcount(),
               static_cast<int>(store.memoryused()));

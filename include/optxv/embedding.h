@@ -129,8 +129,8 @@ typedef struct optxv_declaration {
 /* The fields of the records of a definition. */
 enum {
   optxv_field_none = 0,
-  optxv_field_name = 1, /* the record's name */
-  optxv_field_type = 2, /* the type word, with its modifier */
+  optxv_field_record = 1, /* the record's name */
+  optxv_field_type = 2,   /* the type word, with its modifier */
   optxv_field_usermap = 3,
   optxv_field_default = 4,
   optxv_field_low = 5,

@@ -1,7 +1,7 @@
 /*
  * optxv: run-time options of solver-style programs.
  *
- * A program hands the library a definition file, which declares every option that the program
+ * A program gives the library a definition file, which declares every option that the program
  * knows, and then any amount of parameter text, from files or from strings. The library checks the
  * text against the definition, keeps the typed values and collects whatever it has to say in a
  * queue of messages. Values are read and changed by number or by name. Nothing is printed, and no
@@ -54,7 +54,7 @@
  *           written, and what is written ends in a zero byte.
  *
  * Text has no encoding. Where case is ignored, only A to Z and a to z are taken for the same. What
- * does not fit 255 bytes is cut without a word.
+ * does not fit 255 bytes is cut silently.
  *
  *
  * HANDLES
@@ -68,12 +68,12 @@
  * RESULTS AND OUT ARGUMENTS
  *
  * Unless a function says otherwise, its result is 1 for success and 0 for failure. A bad number or
- * the wrong kind of option is told by the result alone: it adds no message. All pointers to out
- * arguments must be valid, also those whose value does not interest the caller.
+ * the wrong kind of option is reported by the result only: it adds no message. All pointers to out
+ * arguments must be valid, even those whose value does not interest the caller.
  *
- * Below, "cleared" says that on failure an out text is made empty and an out number 0, or the value
- * that stands there. "Untouched" says that on failure the out argument stays as the caller left it;
- * an untouched out text of a `copt` function comes out empty, since it is copied all the same.
+ * Below, "cleared" means that on failure an out text is made empty and an out number 0, or the
+ * value given there. "Untouched" means that on failure the out argument stays as the caller left
+ * it; an untouched out text of a `copt` function comes out empty, since it is copied all the same.
  *
  *
  * NUMBERS
@@ -91,8 +91,8 @@
  *
  * Faults in a definition, in parameter text and in values are messages in the queue of the handle.
  * A message has a kind (optMsg... below). The queue holds 5000 messages and one more that says that
- * the limit is reached; what comes later is lost until optClearMessages or optResetAll. Echoed
- * lines alone are added beyond it.
+ * the limit is reached; what comes later is lost until optClearMessages or optResetAll. Only echoed
+ * lines are added beyond it.
  *
  *
  * THREADS AND FAULTS OF THE RUN
@@ -100,8 +100,8 @@
  * The library takes no locks. A handle may be used by one thread at a time.
  *
  * No exception ever reaches the caller. Where memory runs out or a write to a file that is open
- * fails, there is nobody to tell: the library prints a line "Q9 Standard Exception Handler: " with
- * the cause on standard output and calls abort().
+ * fails, there is nobody to report it to: the library prints a line to standard output,
+ * "Q9 Standard Exception Handler: " and the cause, and calls abort().
  */
 #ifndef OPTXV_OPTXV_H
 #define OPTXV_OPTXV_H
@@ -159,7 +159,7 @@ enum {
   optDataStrList = 4
 };
 
-/* The kinds of message. In front of each text optGetMessage puts what stands here. */
+/* The kinds of message. optGetMessage puts what stands here before each text. */
 enum {
   optMsgInputEcho = 0,    /* >> ; a line read while the echo is on */
   optMsgHelp = 1,         /* nothing; a line of help */
@@ -199,7 +199,7 @@ OPTXV_API void xfree(optHandle* handle);
  * Compares the caller's idea of one function with the library's.
  *
  * `function` is a mixed-case name ("optGetValuesNr", case counts; never a copt name, whose
- * signature is that of its opt form), `count` the number of arguments behind the handle, and
+ * signature is that of its opt form), `count` the number of arguments after the handle, and
  * `signature` has count + 1 of the codes optArg...: the result first, then the arguments.
  *
  * Result 1 and an empty message if both agree. Otherwise 0, and the message says what differs: no
@@ -222,7 +222,7 @@ OPTXV_API int32_t cxcheck(const char* function, int32_t count, const int32_t* si
  *   the same              result 1, status 1
  *   newer                 result 1, status 3: only the status tells this from "the same"
  *
- * The message puts the finding in words in all cases.
+ * The message puts the result in words in all cases.
  */
 OPTXV_API int32_t xapiversion(int32_t version, unsigned char* message, int32_t* status);
 OPTXV_API int32_t cxapiversion(int32_t version, char* message, int32_t* status);
@@ -263,8 +263,8 @@ extern OPTXV_API int32_t _Q9_Finalizing;
 /* ---- Reading and writing text ------------------------------------------------------------ */
 
 /*
- * Reads a definition file and adds its options, synonyms and groups to the table, behind the option
- * "Help". Meant to be called once for a handle; a second read adds to what stands.
+ * Reads a definition file and adds its options, synonyms and groups to the table, after the option
+ * "Help". Meant to be called once per handle; a second read adds to what is there.
  *
  * Result 0 if the file could be opened, however many faults it holds, else the system's error
  * number (errno), with two messages. Faults are messages of kind optMsgDefineError in either case.
@@ -279,9 +279,9 @@ OPTXV_API int32_t coptreaddefinition(optHandle handle, const char* filename);
  * with an asterisk are comments.
  *
  * Result 0 if the file could be opened, else the system's error number, with two messages of kind
- * optMsgUserError. Whatever is wrong inside is a message with the number of the line in front, and
- * the read goes on. Between messages of kind optMsgFileEnter and optMsgFileLeave stands what the
- * file gave rise to; if that is nothing, neither is there.
+ * optMsgUserError. Whatever is wrong inside is a message that begins with the number of the line,
+ * and the read goes on. The messages about the file stand between one of kind optMsgFileEnter and
+ * one of kind optMsgFileLeave; if there are none, neither are those two.
  */
 OPTXV_API int32_t optreadparameterfile(optHandle handle, const unsigned char* filename);
 OPTXV_API int32_t coptreadparameterfile(optHandle handle, const char* filename);
@@ -314,7 +314,7 @@ OPTXV_API int32_t coptwriteparameterfile(optHandle handle, const char* filename)
  *
  *   a name     of an option or synonym, blanks read as underscores: help on that option;
  *   a number   the sum of what is wanted: 1 all options by group, 2 all options in alphabetical
- *              order with their help, 4 a list for debugging, which alone goes to standard output,
+ *              order with their help, 4 a list for debugging, which goes to standard output,
  *              8 marks of deprecation in the lines of 1. A number below 1 stands for 3;
  *   else       as 1.
  */
@@ -379,8 +379,8 @@ OPTXV_API void optrecentenabledset(optHandle handle, int32_t flag);
 
 /*
  * Sets how parameter text is read from now on, and gives the old setting, 1 or 0. On, as in a new
- * handle: one option a line, and its value reaches to the end of the line. Off (0): any number of
- * options a line, and values are single words or stand in quotes.
+ * handle: one option per line, and its value reaches to the end of the line. Off (0): any number of
+ * options per line, and values are single words or stand in quotes.
  */
 OPTXV_API int32_t opteolonlyset(optHandle handle, int32_t flag);
 
@@ -500,7 +500,7 @@ OPTXV_API int32_t optgetinfonr(optHandle handle, int32_t optnr, int32_t* isdefin
                                int32_t* isrecent, int32_t* refnr, int32_t* datatype,
                                int32_t* opttype, int32_t* subtype);
 
-/* `isdefined` of optGetInfoNr alone. Fails on a bad number, cleared. */
+/* Only `isdefined` of optGetInfoNr. Fails on a bad number, cleared. */
 OPTXV_API int32_t optgetdefinednr(optHandle handle, int32_t optnr, int32_t* isdefined);
 
 /* The name as the user writes it: with blanks for underscores where the definition asks for that.
@@ -703,7 +703,7 @@ OPTXV_API int32_t optgetconstname(optHandle handle, int32_t group, int32_t index
                                   unsigned char* name);
 OPTXV_API int32_t coptgetconstname(optHandle handle, int32_t group, int32_t index, char* name);
 
-/* The audit line: 78 bytes that tell what build of the library this is. The handle is not used. */
+/* The audit line: 78 bytes that say what build of the library this is. The handle is not used. */
 OPTXV_API void optversion(optHandle handle, unsigned char* auditline);
 OPTXV_API void coptversion(optHandle handle, char* auditline);
 
@@ -731,7 +731,7 @@ OPTXV_API int32_t get_cpu_time(int64_t* nanoseconds);
 /* The time since 1 January 1970 UTC, in nanoseconds. */
 OPTXV_API int32_t get_time(int64_t* nanoseconds);
 
-/* Milliseconds on a clock that nobody sets. Its start is not told: only differences mean something.
+/* Milliseconds on a clock that is never set, from an unspecified start: only differences matter.
  * Does not fail. */
 OPTXV_API int64_t gettickcount(void);
 
@@ -750,7 +750,7 @@ OPTXV_API int32_t get_file_stat(int32_t handle, int64_t* size, int64_t* modified
 OPTXV_API int32_t get_file_stat_by_name(const char* name, int64_t* size, int64_t* modified,
                                         int32_t* mode);
 
-/* What POSIX uname tells of the system: five texts, each with room for `size` bytes. If one does
+/* What POSIX uname reports of the system: five texts, each with room for `size` bytes. If one does
  * not fit, all are empty. */
 OPTXV_API int32_t get_uname(char* sysname, char* nodename, char* release, char* version,
                             char* machine, size_t size);

@@ -1,4 +1,4 @@
-// The text type of the whole library: a length byte and at most 255 bytes behind it.
+// The text type of the whole library: a length byte, then at most 255 bytes.
 //
 // All text inside the library is held in bounded strings and travels between functions as
 // std::string_view. A text that does not fit is cut at the destination's maximum, silently, and
@@ -14,7 +14,7 @@
 
 namespace optxv {
 
-/// A text for a message that is to stand between two double quotes; see concat.
+/// A text that a message puts between two double quotes; see concat.
 struct quoted {
   std::string_view text;
 };
@@ -22,8 +22,8 @@ struct quoted {
 /// A text of at most Max bytes (1 to 255), with its length in the first byte.
 ///
 /// The bytes carry no encoding and any value may occur, zero included; nothing is terminated.
-/// Positions count from 1 to length(). Only the bytes in use are ever read or copied; those behind
-/// them are never initialised, so that a temporary text costs no more than what it holds.
+/// Positions count from 1 to length(). Only the bytes in use are ever read or copied; those after
+/// them are never initialised, so a temporary text costs no more than what it holds.
 ///
 /// INVARIANT: length() <= Max.
 /// KEEP: the layout (length byte, then Max bytes, no padding) is the calling convention of the
@@ -78,7 +78,7 @@ class boundedstring {
   }
   void clear() noexcept { length_ = 0; }
 
-  /// The bytes behind the length byte; Max of them may be written before a setlength.
+  /// The bytes after the length byte; Max of them may be written before a setlength.
   char* data() noexcept { return data_; }
   const char* data() const noexcept { return data_; }
 
@@ -99,7 +99,7 @@ class boundedstring {
 using shortstring = boundedstring<>;
 static_assert(sizeof(shortstring) == 256 && std::is_standard_layout_v<shortstring>);
 
-/// The parts one behind the other, cut at 255 bytes. A part is a text, a char or a quoted.
+/// The parts one after the other, cut at 255 bytes. A part is a text, a char or a quoted.
 template <class... Parts>
 shortstring concat(const Parts&... parts) noexcept {
   shortstring result;

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::int32_t smalltable = 9973;
 constexpr std::int32_t largetable = 99991;
-constexpr std::int32_t fullchain = 4;  // entries a chain, beyond which a larger table is looked for
+constexpr std::int32_t fullchain = 4;  // entries per chain, beyond which a larger table is tried
 constexpr std::int32_t realtable = 2000;
 // What a released table takes off the count of bytes, whatever its size.
 constexpr std::int64_t tablesizeofrecord = 40000004;
@@ -56,7 +56,7 @@ void freenodes(chains table) noexcept {
     while (node != nullptr) ownednode(std::exchange(node, node->fnext)).reset();
 }
 
-/// Takes all nodes out of a table, each to the place of its entry among so many.
+/// Takes all nodes out of a table of count entries, each to the index of its entry.
 std::vector<ownednode> takenodes(chains table, std::int32_t count) {
   std::vector<ownednode> nodes(static_cast<std::size_t>(count));
   for (thashnode*& chain : table) {

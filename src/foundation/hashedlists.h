@@ -17,13 +17,13 @@ namespace optxv {
 struct thashnode {
   thashnode* fnext;     ///< nil at the end
   std::int32_t findex;  ///< the entry
-  std::uint32_t fkey;   ///< what every equal name has too; 0 where nobody knows what is equal
+  std::uint32_t fkey;   ///< the same for all equal names; 0 where it is not known what is equal
 };
 
 /// A list of names that finds them by a hash, case ignored; each has a word beside it.
 ///
-/// The table of chains is built by the first add or indexof, and goes with sort and clear. It has
-/// 9973 chains, or 99991 once there are many names; beyond that the chains only grow longer.
+/// The table of chains is built by the first add or indexof, and is released by sort and clear. It
+/// has 9973 chains, or 99991 once there are many names; beyond that the chains only grow longer.
 ///
 /// INVARIANT: while there is a table, the number of each entry stands in one chain, that of the
 /// hash of its name.
@@ -51,8 +51,8 @@ class OPTXV_EXPORT txhashedstringlist : public txcustomstringlist {
   /// KEEP: obj is then dropped, neither stored nor released. s may be a name of this list.
   std::int32_t add(std::string_view s) { return addobject(s, nullptr); }
   std::int32_t addobject(std::string_view s, void* obj);
-  /// The number of an equal name, or -1. Builds the table if there is none, so that not even a
-  /// search leaves the object as it is.
+  /// The number of an equal name, or -1. Builds the table if there is none, so even a search
+  /// changes the object.
   std::int32_t indexof(std::string_view s);
 
   /// Builds the table anew with 9973 chains for an n up to 9973, with 99991 above; does nothing if
@@ -67,7 +67,7 @@ class OPTXV_EXPORT txhashedstringlist : public txcustomstringlist {
   void clear();
 
   /// The shortest and the longest chain, and the average.
-  /// KEEP: the average is that of one chain more than there are, rounded, halves up.
+  /// KEEP: the average is taken over one chain more than there are, rounded, halves up.
   /// KEEP: without a table min is 2147483647, and max and avg are 0.
   void hashstats(std::int32_t& min, std::int32_t& max, std::int32_t& avg) const noexcept;
   /// The number of chains, 0 if there is no table.
@@ -83,8 +83,8 @@ class OPTXV_EXPORT txhashedstringlist : public txcustomstringlist {
   std::int32_t findat(const place& at, std::string_view s) const;
 };
 
-/// The same with case of letters heeded. KEEP: the hash ignores it still, so that names which
-/// differ in case alone share a chain.
+/// The same, but the case of letters matters. KEEP: the hash still ignores it, so names that differ
+/// only in case share a chain.
 class OPTXV_EXPORT txstrpool : public txhashedstringlist {
  public:
   /// pstrcmp of two names.
@@ -93,10 +93,10 @@ class OPTXV_EXPORT txstrpool : public txhashedstringlist {
   bool equaltoentry(std::string_view s, std::int32_t i) const override;
 };
 
-/// A pool of reals that are equal to no other in it. Its table has 2000 chains, always.
+/// A pool of reals, no two of them equal. Its table has 2000 chains, always.
 ///
 /// KEEP: a not-a-number is equal to nothing and is added each time; -0.0 and 0.0 are equal but have
-/// different hashes, and so are two entries.
+/// different hashes, so they are two entries.
 ///
 /// OWNS: its table and values.
 class OPTXV_EXPORT txconstpool : public tobject {

@@ -21,14 +21,14 @@ void resizearray(Slot*& list, std::int32_t& capacity, std::int32_t count, std::i
   capacity = n;
 }
 
-/// Moves the slots from i on up by one. REQUIRES: there is a slot behind the last.
+/// Moves the slots from i on up by one. REQUIRES: there is a slot after the last.
 template <class Slot>
 void openslot(Slot* list, std::int32_t i, std::int32_t count) {
   if (i < count)
     std::memmove(list + i + 1, list + i, static_cast<std::size_t>(arraysize<Slot>(count - i)));
 }
 
-/// Moves the slots behind i down by one; count is that of those left.
+/// Moves the slots after i down by one; count is that of those left.
 template <class Slot>
 void closeslot(Slot* list, std::int32_t i, std::int32_t count) {
   if (i < count)
@@ -62,7 +62,7 @@ void tquicksortclass::sortn(std::int32_t n) {
   if (n > 1) quicksort(0, n - 1);
 }
 
-/// Parts the entries l to r round their middle one; i and j become the bounds of the two parts, l
+/// Parts the entries l to r around their middle one; i and j become the bounds of the two parts, l
 /// to j and i to r.
 void tquicksortclass::part(std::int32_t l, std::int32_t r, std::int32_t& i, std::int32_t& j) {
   i = l;

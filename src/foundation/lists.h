@@ -18,7 +18,7 @@
 
 namespace optxv {
 
-/// The sort, on indices alone: a descendant says how two indices compare and how they change
+/// The sort, on indices only: a descendant says how two indices compare and how they change
 /// places, and so can sort any parallel data.
 class OPTXV_EXPORT tquicksortclass : public tobject {
  public:
@@ -28,7 +28,7 @@ class OPTXV_EXPORT tquicksortclass : public tobject {
 
   /// Lets two entries change places. Raises eabstracterror unless overridden.
   virtual void exchange(std::int32_t i, std::int32_t j);
-  /// Below 0, 0 or above 0 as entry i belongs before, with or behind entry j. Raises eabstracterror
+  /// Below 0, 0 or above 0 as entry i belongs before, with or after entry j. Raises eabstracterror
   /// unless overridden.
   virtual int compare(std::int32_t i, std::int32_t j);
 
@@ -60,7 +60,7 @@ constexpr std::string_view keptpart(std::string_view s) noexcept {
   return s.substr(0, shortstring::maximum);
 }
 
-/// Whether a text is equal to one that a list keeps, case ignored (u) or heeded.
+/// Whether a text is equal to one that a list keeps, case ignored (u) or not.
 /// KEEP: an empty text is kept as nil, and nil is equal to no text: it is never found.
 inline bool ukepttextequals(const unsigned char* kept, std::string_view s) noexcept {
   return kept != nullptr && struequal(getstring(kept), s);

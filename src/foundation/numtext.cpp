@@ -32,7 +32,7 @@ constexpr int digitvalue(char c) {
   return lower >= 'a' && lower <= 'z' ? lower - 'a' + 10 : 36;
 }
 
-/// Reads a text from the left; what lies behind its end looks like a zero byte, which is no part
+/// Reads a text from the left; what lies past its end looks like a zero byte, which is no part
 /// of any number.
 struct cursor {
   std::string_view text;
@@ -49,7 +49,7 @@ struct cursor {
   void skipdigits() {
     while (isdigit(peek())) ++at;
   }
-  /// Passes blanks and a sign; true for a minus.
+  /// Skips blanks and a sign; true for a minus.
   bool passsign() {
     while (peek() == ' ') ++at;
     const bool minus = peek() == '-';
@@ -58,15 +58,19 @@ struct cursor {
   }
 };
 
-/// The digits at the cursor with their sign, as strtol reads them, held in 32 bits.
-std::int32_t convertdigits(cursor& c, int base, bool minus) {
+/// The digits at the cursor with their sign, as strtol reads them, held in 32 bits; saturated says
+/// whether they had to be.
+std::int32_t convertdigits(cursor& c, int base, bool minus, bool& saturated) {
   if (base == 16 && c.peek() == '0' && ishexmark(c.peek(1)) && digitvalue(c.peek(2)) < 16)
     c.at += 2;
   constexpr std::int64_t limit = std::int64_t{1} << 31;
   std::int64_t magnitude = 0;
   for (int digit; (digit = digitvalue(c.peek())) < base; ++c.at)
-    magnitude = std::min(magnitude * base + digit, limit);
-  return static_cast<std::int32_t>(minus ? -magnitude : std::min(magnitude, limit - 1));
+    magnitude = std::min(magnitude * base + digit, limit + 1);
+  const std::int64_t largest = minus ? limit : limit - 1;
+  saturated = magnitude > largest;
+  magnitude = std::min(magnitude, largest);
+  return static_cast<std::int32_t>(minus ? -magnitude : magnitude);
 }
 
 /// The base of the digits at the cursor, which is moved to where strtol would begin; 0 if there
@@ -84,21 +88,27 @@ int findbase(cursor& c) {
 }  // namespace
 
 std::int32_t _Q9_Val_SPD(std::string_view s, int& code) {
+  bool saturated = false;
+  return val_spd(s, code, saturated);
+}
+
+std::int32_t val_spd(std::string_view s, int& code, bool& saturated) {
   cursor c{s};
+  saturated = false;
   const bool minus = c.passsign();
   const int base = findbase(c);
   if (base == 0) {
     code = c.position();
     return 0;
   }
-  const std::int32_t value = convertdigits(c, base, minus);
+  const std::int32_t value = convertdigits(c, base, minus, saturated);
   code = c.codehere();
   return value;
 }
 
 namespace {
 
-/// The exponent at the cursor, if one stands there whole; 0 otherwise, with the cursor unmoved.
+/// The exponent at the cursor, if a whole one stands there; 0 otherwise, with the cursor unmoved.
 /// Held at a size that no count of digits makes up for.
 std::int64_t passexponent(cursor& c) {
   if (!isexponentmark(c.peek())) return 0;
@@ -123,7 +133,7 @@ double beyondreals(std::string_view mantissa, std::int64_t exponent) {
 }
 
 /// The unsigned decimal number at the cursor as strtod reads it. Takes nothing and gives 0 if
-/// there is no digit in front of the exponent.
+/// there is no digit before the exponent.
 double convertreal(cursor& c) {
   const std::size_t start = c.at;
   c.skipdigits();
@@ -180,12 +190,12 @@ double _Q9_Val_d(std::string_view s, int& code) {
 
 namespace {
 
-// No double has more than 1074 decimals: what printf adds behind them is zeros, and they begin
+// No double has more than 1074 decimals: what printf adds after them is zeros, and they begin
 // beyond the 255 bytes of any result.
 constexpr int mostdecimals = 1100;
 
-/// The text in a field of the width's magnitude, behind the padding or, for a negative width, in
-/// front of it. missing bytes of the text lie beyond the cut and are not there.
+/// The text in a field of the width's magnitude, after the padding or, for a negative width, before
+/// it. missing bytes of the text lie beyond the cut and are not there.
 shortstring infield(std::string_view text, int width, int missing = 0) {
   const std::int64_t field = std::abs(std::int64_t{width});
   const std::int64_t padding = field - static_cast<std::int64_t>(text.size()) - missing;

@@ -14,20 +14,22 @@
 
 namespace optxv {
 
-/// An integer text: blanks, a sign, then decimal digits, or hexadecimal ones behind 0x, 0X or $.
+/// An integer text: blanks, a sign, then decimal digits, or hexadecimal ones after 0x, 0X or $.
 /// code becomes 0, or the position (from 1) of the first bad byte; an empty text is bad at 1. The
-/// result is the value of the digits in front of the bad byte, 0 if there are none.
+/// result is the value of the digits before the bad byte, 0 if there are none.
 /// KEEP: a number too large is no error: it saturates at 2147483647 or -2147483648.
-/// KEEP: a leading zero does not mean octal, but a 0 that neither ends the text nor stands in
-/// front of a digit, x or X is itself the bad byte ("0 " is bad at 1).
-/// KEEP: behind a $ and a hexadecimal digit the conversion is strtol's to the base 16, which takes
-/// a further 0x ("$0x1F" is 31); a $ without such a digit is bad at the position behind it.
+/// KEEP: a leading zero does not mean octal, but a 0 that neither ends the text nor comes before a
+/// digit, x or X is itself the bad byte ("0 " is bad at 1).
+/// KEEP: after a $ that a hexadecimal digit follows, the conversion is strtol's with base 16, which
+/// takes a further 0x ("$0x1F" is 31); a $ without such a digit is bad at the position after it.
 std::int32_t _Q9_Val_SPD(std::string_view s, int& code);
+/// The same; saturated becomes whether the number was too large.
+std::int32_t val_spd(std::string_view s, int& code, bool& saturated);
 
 /// A real text: blanks, a sign, digits with at most one point, an exponent with e or E. code is as
 /// for _Q9_Val_SPD. Too large a number gives an infinity with code 0, too small a one a zero or a
 /// denormal: the caller judges.
-/// KEEP: a lone point, signed or not, is a good zero. A point in front of e or E counts as 0.
+/// KEEP: a lone point, signed or not, is a good zero. A point before e or E counts as 0.
 /// KEEP: a first digit followed by x or X is bad at the x with value 0, whatever the digit.
 /// KEEP: D and d never belong to a number here; "inf" and "nan" are bad.
 double _Q9_Val_d(std::string_view s, int& code);
@@ -35,7 +37,7 @@ double _Q9_Val_d(std::string_view s, int& code);
 /// printf's "%d".
 shortstring _Q9_Str_i0(std::int32_t value);
 
-/// printf's "%<width>d"; a negative width pads behind the number instead of in front.
+/// printf's "%<width>d"; a negative width pads after the number instead of before it.
 shortstring _Q9_Str_i1(std::int32_t value, int width);
 
 /// printf's "%23.14E": the default text of a real, with 15 significant digits. Infinities and
@@ -46,8 +48,8 @@ shortstring _Q9_Str_d0(double value);
 shortstring _Q9_Str_d1(double value, int width);
 
 /// printf's "%<width>.<decimals>f", with E for f when the magnitude is above 1e37; so an infinity
-/// is INF and a not-a-number nan. A negative width pads behind; negative decimals count as 0. The
-/// result is the first 255 bytes.
+/// is INF and a not-a-number nan. A negative width pads after the number; negative decimals count
+/// as 0. The result is the first 255 bytes.
 shortstring _Q9_Str_d2(double value, int width, int decimals);
 
 /// The nearest integer, halves away from zero: adds a half to the magnitude and truncates.

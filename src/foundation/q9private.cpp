@@ -1,6 +1,6 @@
 #include "foundation/q9private.h"
 
-#include <string.h>  // strnlen is of POSIX
+#include <string.h>  // strnlen is from POSIX
 
 #include <cstring>
 

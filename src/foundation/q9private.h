@@ -26,7 +26,7 @@ char* strtopchar(std::string_view s);
 using optxv::pcharconcatstr;
 
 /// Appends src to the text that begins at index w of dest, and moves w on by the length of src. A
-/// nil src does nothing. REQUIRES: dest[w] is the terminator, and there is room behind it.
+/// nil src does nothing. REQUIRES: dest[w] is the terminator, and there is room after it.
 void pcharconcatpchar(char* dest, std::int32_t& w, const char* src) noexcept;
 
 }  // namespace optxv::q9private

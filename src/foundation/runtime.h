@@ -35,7 +35,7 @@ OPTXV_EXPORT void freemem(void* block, std::int64_t size) noexcept;
 /// REQUIRES: oldsize is the size of the block.
 void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize);
 
-/// Bytes and blocks handed out and not yet given back.
+/// Bytes and blocks allocated and not yet given back.
 std::int64_t allocmemsize() noexcept;
 std::int64_t allocmemcount() noexcept;
 
@@ -69,7 +69,7 @@ class OPTXV_EXPORT exception : public tobject {
   shortstring message;
 };
 
-/// Ends what is under way without a word: the standard handler prints nothing for it.
+/// Ends what is under way silently: the standard handler prints nothing for it.
 class eabort : public exception {
   using exception::exception;
 };
@@ -136,7 +136,7 @@ enum class cause {
 [[noreturn]] void raiserange(std::int32_t value, std::int32_t lower, std::int32_t upper);
 
 /// What becomes of an exception that nobody caught: prints "Q9 Standard Exception Handler: ", its
-/// message and a line feed on standard output, flushes it, puts the default action back for SIGABRT
+/// message and a line feed to standard output, flushes it, restores the default action of SIGABRT
 /// and aborts. Prints nothing for an eabort or for a foreign exception; std::bad_alloc counts as a
 /// failed allocation of our own.
 /// REQUIRES: called inside a catch block.
@@ -155,8 +155,8 @@ void _Q9error_check();
 
 // Program arguments ------------------------------------------------------------------------------
 
-/// The arguments of the program, its name first, as somebody who knows them has set them: the load
-/// step, from what the system tells (platform/arguments.h), or a host. -1 and nil until then.
+/// The arguments of the program, its name first, as they were last set: by the load step, from what
+/// the system reports (platform/arguments.h), or by a host. -1 and nil until then.
 int argumentcount() noexcept;
 char** argumentvector() noexcept;
 

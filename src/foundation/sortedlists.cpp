@@ -197,7 +197,7 @@ void cmove(const void* src, void* dst, std::int32_t n) noexcept {
   auto* to = static_cast<unsigned char*>(dst);
   const unsigned char* const end = from + n;
   const std::less<const unsigned char*> below;
-  // Short ones byte by byte; so too those that run over their own source, with the result above.
+  // Short ones go byte by byte; so do those that run over their own source, as the header says.
   if (n > 4 && (!below(from, to) || !below(to, end))) {
     std::memmove(to, from, static_cast<std::size_t>(n));
     return;

@@ -14,15 +14,15 @@ namespace optxv {
 
 /// A list of names in order, each with a word beside it. Equal names may stand in it.
 ///
-/// It knows whether it may rely on the order, and looks from front to back when it may not. Between
+/// It knows whether it may rely on the order, and looks from first to last when it may not. Between
 /// beginupdate and endupdate, which nest, names are appended as they come; the outermost endupdate
 /// sorts. What else disturbs the order (exchange, setname) is the caller's business, and clear
 /// changes nothing of what the list knows.
 ///
-/// KEEP: sorting heeds the case of letters and searching ignores it, so that a list which
-/// setsorted put in order may not find a name that differs from its neighbours in case.
-/// KEEP: the first name added to an empty list takes the mark of being sorted away, and it stays
-/// away until setsorted or an endupdate; names still go to their places meanwhile.
+/// KEEP: the case of letters matters in sorting and not in searching, so a list that setsorted put
+/// in order may not find a name that differs from its neighbours in case.
+/// KEEP: the first name added to an empty list clears the mark of being sorted, and it stays
+/// cleared until setsorted or an endupdate; in the meantime names still go to their places.
 ///
 /// OWNS: the names. As in txcustomstringlist, a descendant that overrides freeobject calls clear()
 /// in its own destructor.
@@ -37,23 +37,23 @@ class OPTXV_EXPORT txsortedstringlist : public txcustomstringlist {
   void setsorted(bool b);
   bool sorted() const noexcept { return fsorted; }
 
-  /// Looks a name up by halves, case ignored, whether or not the list is sorted. True with the
-  /// index of an equal name, of several the one met first, which need not be the lowest; otherwise
-  /// false with the index that s is to be inserted at.
-  /// KEEP: an empty name is never found, and belongs behind those that are there.
+  /// Looks a name up by binary search, case ignored, whether or not the list is sorted. True with
+  /// the index of an equal name (of several, the one met first, which need not be the lowest);
+  /// otherwise false with the index at which s is to be inserted.
+  /// KEEP: an empty name is never found, and belongs after those that are there.
   bool find(std::string_view s, std::int32_t& index) const noexcept;
   /// The index of an equal name, case ignored: that of find if the list is marked as sorted,
   /// otherwise the lowest. -1 if there is none.
   std::int32_t indexof(std::string_view s) const noexcept;
 
-  /// Add a name at its place, in front of the equal name that find meets, or at the end within a
+  /// Add a name at its place, before the equal name that find meets, or at the end within a
   /// bracket; give its index. s may be a name of this list.
   std::int32_t add(std::string_view s) { return addobject(s, nullptr); }
   std::int32_t addobject(std::string_view s, void* obj);
 
  protected:
   std::int32_t fupdatecount = 0;  ///< depth of the bracket
-  bool fsorted = true;            ///< indexof may look up by halves
+  bool fsorted = true;            ///< indexof may use a binary search
 
  private:
   void countupdates(int step) noexcept;
@@ -94,7 +94,7 @@ class OPTXV_EXPORT txstrstrlist : public txsortedstringlist {
   /// Stores "T" for true.
   void setasboolean(std::string_view key, bool b) { setasstring(key, b ? "T" : ""); }
   void setasinteger(std::string_view key, std::int32_t n);
-  /// KEEP: stores the form of _Q9_Str_d0, 23 columns with the blanks in front, not that of
+  /// KEEP: stores the form of _Q9_Str_d0, 23 columns with leading blanks, not that of
   /// dbltostr.
   void setasdouble(std::string_view key, double x);
 
@@ -117,12 +117,12 @@ class OPTXV_EXPORT tbooleanbitarray : public tobject {
   /// Does nothing for an index below 0. KEEP: clearing a bit above highindex() makes room for it
   /// too.
   void setbit(std::int32_t i, bool b);
-  /// Makes v the highest index in use; the bits that come in are clear. Does nothing if it is
+  /// Makes v the highest index in use; the new bits are clear. Does nothing if it is
   /// not above the present one.
   ///
-  /// Room grows in steps of 256 bytes at first, then of what there is, from 8192 bytes on of a
-  /// quarter of that, until there is more than is needed. Raises eoutofmemory and changes nothing
-  /// if there is no memory.
+  /// Room grows in steps until there is more than is needed: at first 256 bytes, then as much as
+  /// there is already, from 8192 bytes on a quarter of that. Raises eoutofmemory and changes
+  /// nothing if there is no memory.
   void sethighindex(std::int32_t v);
   /// The highest index in use, -1 if there is none.
   std::int32_t highindex() const noexcept { return fhighindex; }
@@ -139,8 +139,8 @@ class OPTXV_EXPORT tbooleanbitarray : public tobject {
 };
 
 /// Copies n bytes from src to dst, none for an n below 1, in ascending order.
-/// KEEP: it does not guard against overlap: a dst within the n bytes at src gets the bytes in front
-/// of it over and over.
+/// KEEP: it does not guard against overlap: a dst within the n bytes at src gets the bytes before
+/// it over and over.
 OPTXV_EXPORT void cmove(const void* src, void* dst, std::int32_t n) noexcept;
 
 }  // namespace optxv

@@ -142,7 +142,7 @@ int _Q9stccmp(std::string_view s, char c) noexcept {
 
 namespace {
 
-/// The byte of a number that is padded with blanks in front to a width.
+/// The byte of a number that is padded with leading blanks to a width.
 int paddedvalue(std::string_view digits, std::size_t width, std::size_t index) noexcept {
   const std::size_t padding = width - digits.size();
   return index < padding ? value(' ') : value(digits[index - padding]);
@@ -303,7 +303,7 @@ shortstring blankstr(int n) noexcept {
 
 namespace {
 
-/// The blanks that s lacks of n bytes; a width out of range counts as the nearest one in it.
+/// The blanks that s needs to reach n bytes; a width out of range counts as the nearest one in it.
 shortstring padding(std::string_view s, int n) noexcept {
   return blankstr(std::clamp(n, 0, shortstring::maximum) - lengthof(s));
 }
@@ -425,8 +425,8 @@ namespace {
 /// The parts of a text such as -1.25000000000000E-05.
 struct realparts {
   std::string_view sign;      ///< "-" or empty
-  std::string_view first;     ///< the digit in front of the point
-  std::string_view fraction;  ///< the digits behind it, without trailing zeros
+  std::string_view first;     ///< the digit before the point
+  std::string_view fraction;  ///< the digits after it, without trailing zeros
   std::string_view exponent;  ///< the digits of the exponent, without leading zeros
   bool smallexponent;         ///< the exponent has a minus sign
 };
@@ -441,7 +441,7 @@ realparts partsof(std::string_view text, std::size_t e) noexcept {
           text[e + 1] == '-'};
 }
 
-/// The point and what is behind it; nothing at all if there are no digits.
+/// The point and what comes after it; nothing at all if there are no digits.
 shortstring pointand(std::string_view fraction) noexcept {
   return fraction.empty() ? shortstring() : concat('.', fraction);
 }
@@ -530,6 +530,13 @@ bool strasintex(std::string_view s, std::int32_t& n) noexcept {
   int code = 0;
   n = _Q9_Val_SPD(s, code);
   return code == 0;
+}
+
+bool saturatedinteger(std::string_view s) noexcept {
+  int code = 0;
+  bool saturated = false;
+  val_spd(s, code, saturated);
+  return saturated && code == 0;
 }
 
 bool strasdoubleex(std::string_view s, double& x) noexcept {

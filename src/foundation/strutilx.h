@@ -3,7 +3,7 @@
 //
 // Texts are 8-bit bytes without an encoding. Letters are a to z and A to Z only; bytes above 127
 // are never folded, and nothing depends on the locale. Positions count from 1; 0 means not found. A
-// result that is a text is cut silently at 255 bytes. Nothing here raises, but what allocates a
+// result that is a text is cut silently at 255 bytes. Nothing here raises, except what allocates a
 // heap string (eoutofmemory).
 #pragma once
 
@@ -33,7 +33,7 @@ constexpr char locase(char c) noexcept {
 constexpr char lowcase(char c) noexcept {
   return locase(c);
 }
-/// The bytes of one number of that type. REQUIRES: so many bytes at p.
+/// The bytes of one number of that type. REQUIRES: that many bytes at p.
 template <class Number>
 Number bytesat(const char* p) noexcept {
   Number bytes;
@@ -41,7 +41,7 @@ Number bytesat(const char* p) noexcept {
   return bytes;
 }
 /// The last eight bytes of a text as one number. A shorter text gives a number that no other text
-/// of its length gives, some of its bytes in there twice.
+/// of its length gives, with some of its bytes in it twice.
 inline std::uint64_t lasteight(const char* p, std::size_t n) noexcept {
   if (n >= 8) return bytesat<std::uint64_t>(p + n - 8);
   if (n >= 4)
@@ -66,7 +66,7 @@ constexpr std::uint64_t upcaseeight(std::uint64_t bytes) noexcept {
 
 // Parts of a text --------------------------------------------------------------------------------
 
-/// At most count bytes of s from position start on; empty if start is behind the end or count is
+/// At most count bytes of s from position start on; empty if start is past the end or count is
 /// below 1. A start below 1 breaks the rule for positions and gives the empty text.
 /// BORROWS: the result lies in s.
 std::string_view copy(std::string_view s, int start, int count) noexcept;
@@ -87,7 +87,7 @@ void delete_(boundedstring<Max>& s, int start, int count) noexcept {
   s.append(rest);
 }
 
-/// Puts source in front of the byte at position, which is forced into 1 to length + 1. What is
+/// Puts source before the byte at position, which is forced into 1 to length + 1. What is
 /// pushed beyond the maximum of s is lost. source may lie in s.
 template <int Max>
 void insert(std::string_view source, boundedstring<Max>& s, int position) noexcept {
@@ -116,7 +116,7 @@ namespace detail {
 OPTXV_EXPORT bool foldedequal(const char* a, const char* b, std::size_t n) noexcept;
 }  // namespace detail
 
-/// Equal length and the same bytes, case of letters ignored. The two quick tests in front refuse
+/// Equal length and the same bytes, case of letters ignored. The quick tests at the start refuse
 /// nearly every name of a table that is searched.
 inline bool struequal(std::string_view a, std::string_view b) noexcept {
   if (a.size() != b.size()) return false;
@@ -136,10 +136,10 @@ inline int _Q9strcmp(std::string_view a, std::string_view b) noexcept {
 /// that is 0, 1 for a text of more than one byte.
 int _Q9stccmp(std::string_view s, char c) noexcept;
 
-/// Puts names with numbers at their end in the order of the numbers: case ignored in front of the
+/// Puts names with numbers at their end in the order of the numbers: case ignored before the
 /// digits, then the digits as numbers of equal width.
 ///
-/// KEEP: only as many bytes in front of the digits as both have are compared, so ab1 and abc1 are
+/// KEEP: only as many bytes before the digits as both have are compared, so ab1 and abc1 are
 /// equal here.
 int strucmpnum(std::string_view a, std::string_view b) noexcept;
 
@@ -207,10 +207,10 @@ class heapstring {
 // `l` finds the first, `r` the last position; `u` ignores case; `sp` begins at a position.
 
 int lchpos(char ch, std::string_view s) noexcept;
-/// A start below 1 counts as 1; one behind the end gives 0.
+/// A start below 1 counts as 1; one past the end gives 0.
 int lchpossp(char ch, std::string_view s, int sp) noexcept;
 int rchpos(char ch, std::string_view s) noexcept;
-/// Looks from sp, or from the end if sp is behind it, down to 1.
+/// Looks from sp, or from the end if sp is past it, down to 1.
 int rchpossp(char ch, std::string_view s, int sp) noexcept;
 int lchupos(char ch, std::string_view s) noexcept;
 int lchupossp(char ch, std::string_view s, int sp) noexcept;
@@ -242,7 +242,7 @@ constexpr bool isblank(char c) noexcept {
   return c == ' ' || c == '\t';
 }
 
-/// A view without the blanks and tabs behind the text, and without those in front as well.
+/// A view without the blanks and tabs after the text; trim leaves out those before it as well.
 /// BORROWS: the result lies in text.
 std::string_view trimright(std::string_view text) noexcept;
 std::string_view trim(std::string_view text) noexcept;
@@ -263,19 +263,19 @@ inline constexpr std::string_view blanks255{detail::blanks.data(), detail::blank
 /// n copies, n forced into 0 to 255.
 shortstring fillstr(char ch, int n) noexcept;
 shortstring blankstr(int n) noexcept;
-/// Blanks in front of s, or behind it, up to a length of n; s itself if it is that long already.
+/// Blanks before s, or after it, up to a length of n; s itself if it is that long already.
 shortstring padleft(std::string_view s, int n) noexcept;
 shortstring padright(std::string_view s, int n) noexcept;
 /// The length of s raised to a multiple of m, as it is for an m below 1.
 int padmodlength(std::string_view s, int m) noexcept;
-/// s with blanks behind it up to that length. An empty text stays empty.
+/// s with blanks after it up to that length. An empty text stays empty.
 shortstring padrightmod(std::string_view s, int m) noexcept;
 
 // Tokens -----------------------------------------------------------------------------------------
 
-/// The token of s at position p; p moves behind it and behind the blank or quote that ended it.
+/// The token of s at position p; p moves past it and past the blank or quote that ended it.
 ///
-/// Blanks in front are skipped. A token that begins with ' or " runs to the next such quote, any
+/// Leading blanks are skipped. A token that begins with ' or " runs to the next such quote, any
 /// other to the next blank; a missing quote is no error and the token runs to the end. There is no
 /// escape for a quote. A p outside s gives the empty text and stays; when only blanks are left, p
 /// becomes length + 1.
@@ -286,7 +286,7 @@ shortstring extracttoken(std::string_view s, int& p) noexcept;
 /// Characters of n in decimal with its sign.
 int integerwidth(std::int32_t n) noexcept;
 shortstring inttostr(std::int64_t n) noexcept;
-/// With blanks in front up to width w, at most 255; a wider number is never cut.
+/// With leading blanks up to width w, at most 255; a wider number is never cut.
 shortstring inttostrw(std::int64_t n, int w) noexcept;
 /// As inttostr, but "maxint" and "minint" for the largest and smallest 32-bit number.
 shortstring inttostrex(std::int32_t n) noexcept;
@@ -301,13 +301,13 @@ shortstring int64tonicestrw(std::int64_t n, int w) noexcept;
 
 // Reals to text ----------------------------------------------------------------------------------
 
-/// The largest real that has a name. KEEP: far from the true limit of the type, and wanted so.
+/// The largest real that has a name. KEEP: far from the true limit of the type, on purpose.
 inline constexpr double maxdouble = 1e299;
 
 /// x with at most 15 significant digits and nothing superfluous: plain from 0.0001 to below 1e15,
 /// else with an exponent (1E-5, 1.5E-300). INF, -INF, NAN for what is not finite; 0 for both zeros.
 shortstring dbltostr(double x) noexcept;
-/// As dbltostr, but "maxdouble" for 1e299 and "mindouble" for -1e299, and for these alone.
+/// As dbltostr, but "maxdouble" for 1e299 and "mindouble" for -1e299, and for these only.
 shortstring dbltostrex(double x) noexcept;
 
 // Text to numbers --------------------------------------------------------------------------------
@@ -318,8 +318,11 @@ std::int32_t strasint(std::string_view s) noexcept;
 /// Reads an integer, or "maxint" or "minint" with case ignored; gives whether s is one.
 ///
 /// KEEP: a number beyond 32 bits is no fault, n is the nearest limit. After a fault n is what was
-/// read in front of it, or 0.
+/// read before it, or 0.
 bool strasintex(std::string_view s, std::int32_t& n) noexcept;
+
+/// Whether that limit stands in for the number that s gives.
+bool saturatedinteger(std::string_view s) noexcept;
 
 /// As strasintex, but takes an integer that is written as a real too (1e3, 2.5e1). After a fault n
 /// is 0.

@@ -1,6 +1,6 @@
 // The mark of a class or function that a C++ program may link to.
 //
-// Everything is hidden that does not carry it, and frame/exports.map has the last word: a mark
+// Everything without it is hidden, and frame/exports.map has the last word: a mark
 // shows nothing that the list there does not name.
 #pragma once
 

@@ -105,7 +105,7 @@ bool tagstartswith(std::string_view tag) noexcept {
 }  // namespace
 
 zdlrecord& zdldata() noexcept {
-  // Local, so that the load step finds it made, in whatever order the sources come up.
+  // Local, so that the load step finds it made, in whatever order the sources are initialised.
   static zdlrecord record;
   return record;
 }

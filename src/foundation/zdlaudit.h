@@ -39,7 +39,7 @@ zdlrecord& zdldata() noexcept;
 void initzdlaudit();
 
 /// The day number of a POSIX time (seconds from 1 January 1970): day 1 is 1 January 1900. Days
-/// begin at midnight UTC, so that no time zone has a say.
+/// begin at midnight UTC, so no time zone matters.
 std::int32_t zdldaynumber(std::int64_t seconds) noexcept;
 
 /// The library's own audit line as the build makes it, with the marks of six bytes at both ends:
@@ -58,7 +58,7 @@ void zdlsetauditline(std::string_view line) noexcept;
 void zdlsetauditlinelib(std::string_view line) noexcept;
 
 /// Whether the first argument of the program is the word AUDIT in any case. False where the
-/// program's arguments are not known; platform/arguments.h says how the library comes by them.
+/// program's arguments are not known; platform/arguments.h says how the library gets them.
 OPTXV_EXPORT bool zdlauditrun() noexcept;
 
 shortstring zdlgetreldat() noexcept;  ///< zdlreldat

@@ -1,9 +1,12 @@
-#include "frame/api.h"
-
-// The rows of api.def hold the mixed-case names, which are not to be replaced.
+// The exported functions: those that take a handle are made from the rows of api.def, the few
+// others are written out. The public header declares them all.
+//
+// The rows hold the mixed-case names, which are not to be replaced.
 #define OPTXV_NO_MIXED_CASE_NAMES
+#include "frame/boundary.h"
 #include "frame/compatibility.h"
 #include "frame/lifecycle.h"
+#include "frame/signatures.h"
 #include "optxv/optxv.h"
 #include "platform/arguments.h"
 #include "platform/q9helpers.h"

@@ -3,16 +3,65 @@
 #include <algorithm>
 
 #include "foundation/strutilx.h"
-#include "frame/api.h"
+#include "frame/signatures.h"
+#include "options/messages.h"
+#include "options/optionkinds.h"
 
 #define OPTXV_NO_MIXED_CASE_NAMES
 #include "optxv/optxv.h"
 
 namespace optxv {
 
+// The constants of the public header are those of the library. Both have the same names, the
+// header's at global scope.
+#define OPTXV_SAME(name) static_assert(int{::name} == int{optxv::name})
+OPTXV_SAME(optTypeInteger);
+OPTXV_SAME(optTypeDouble);
+OPTXV_SAME(optTypeString);
+OPTXV_SAME(optTypeBoolean);
+OPTXV_SAME(optTypeEnumStr);
+OPTXV_SAME(optTypeEnumInt);
+OPTXV_SAME(optTypeMultiList);
+OPTXV_SAME(optTypeStrList);
+OPTXV_SAME(optTypeMacro);
+OPTXV_SAME(optTypeImmediate);
+static_assert(::optTypeImmediate + 1 == optionkinds.size());
+OPTXV_SAME(optsubRequired);
+OPTXV_SAME(optsubNoValue);
+OPTXV_SAME(optsubOptional);
+OPTXV_SAME(optsub2Values);
+static_assert(::optsub2Values + 1 == strtypemodifier.size());
+OPTXV_SAME(optDataNone);
+OPTXV_SAME(optDataInteger);
+OPTXV_SAME(optDataDouble);
+OPTXV_SAME(optDataString);
+OPTXV_SAME(optDataStrList);
+static_assert(::optDataStrList + 1 == datatypenames.size());
+OPTXV_SAME(optMsgInputEcho);
+OPTXV_SAME(optMsgHelp);
+OPTXV_SAME(optMsgDefineError);
+OPTXV_SAME(optMsgValueError);
+OPTXV_SAME(optMsgValueWarning);
+OPTXV_SAME(optMsgDeprecated);
+OPTXV_SAME(optMsgFileEnter);
+OPTXV_SAME(optMsgFileLeave);
+OPTXV_SAME(optMsgTooManyMsgs);
+OPTXV_SAME(optMsgUserError);
+static_assert(::optMsgUserError + 1 == messagekinds.size());
+#undef OPTXV_SAME
+static_assert(optArgNone == kinds::none::code);
+static_assert(optArgInteger == kinds::integer::code);
+static_assert(optArgOutInteger == kinds::outinteger::code);
+static_assert(optArgPChar == kinds::pchar::code);
+static_assert(optArgText == kinds::text::code);
+static_assert(optArgOutText == kinds::outtext::code);
+static_assert(optArgDouble == kinds::real::code);
+static_assert(optArgOutDouble == kinds::outreal::code);
+static_assert(OPTXV_TEXT_SIZE == sizeof(shortstring));
+
 namespace {
 
-// Tells every position that differs, the result being position 0.
+// Names every position that differs, the result being position 0.
 std::int32_t comparecodes(const signature& row, const std::int32_t* codes, shortstring& message) {
   for (int position = 0; position <= row.arguments; ++position) {
     if (codes[position] == row.codes[static_cast<std::size_t>(position)]) continue;

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "foundation/runtime.h"
-#include "frame/api.h"
+#include "frame/boundary.h"
 #include "frame/modules.h"
 #include "options/zmaoptions.h"
 #include "platform/arguments.h"
@@ -11,7 +11,7 @@
 #define OPTXV_NO_MIXED_CASE_NAMES
 #include "optxv/optxv.h"
 
-// Constants all: the loader may run the load step ahead of any initialisation of our own.
+// All constants: the loader may run the load step before any initialisation of our own.
 std::int32_t SYSTEM_dll_refcount = 0;
 std::int32_t SYSTEM_exitcode = 0;
 void (*SYSTEM_exitproc)(void) = nullptr;
@@ -21,7 +21,7 @@ namespace optxv {
 
 namespace {
 
-// A library has no arguments of its own, and no exit procedure from an earlier life. The arguments
+// A library has no arguments of its own, and no exit procedure from an earlier load. The arguments
 // of the program come with the modules, from what is known of them.
 void readyruntime() {
   setarguments(-1, nullptr);
@@ -35,7 +35,7 @@ void runexitprocedures() {
 }
 
 #if defined(__GLIBC__)
-// glibc hands every constructor what it hands to main; other systems hand it nothing.
+// glibc passes every constructor what it passes to main; other systems pass it nothing.
 [[gnu::constructor]] void atload(int count, char** vector, char**) {
   keephostarguments(count, vector);
   _Q9_DllInit();

@@ -1,4 +1,4 @@
-// The modules of the library in the order in which they come up.
+// The modules of the library in the order in which they are initialised.
 #pragma once
 
 #include <span>

@@ -12,8 +12,8 @@ namespace optxv {
 
 /// A growable text of plain bytes, without a terminator.
 ///
-/// Room is taken for what is needed, rounded up to the next 256 bytes, so that a long run of small
-/// additions asks the system once for each 256 bytes; it is never given back before the end, and a
+/// Room is taken for what is needed, rounded up to the next 256 bytes, so a long run of small
+/// additions asks the system once per 256 bytes; it is never given back before the end, and a
 /// cleared text reuses it. Where memory runs out, or a text would pass 2147483647 bytes, an
 /// `exception` is raised and the text is empty. Nothing else fails.
 ///
@@ -49,7 +49,7 @@ class OPTXV_EXPORT tdynamicstr : public tobject {
   void setch(std::int32_t i, char c) noexcept {
     if (i >= 0 && i < length_) data_[i] = c;
   }
-  /// The bytes, without a terminator; nil before the first are taken room for. BORROWS: as view().
+  /// The bytes, without a terminator; nil before there is any room. BORROWS: as view().
   char* getcharp() noexcept { return data_; }
 
   /// Append n blanks, the n bytes at p, a text, a number in decimal. An n below 1 does nothing.
@@ -62,12 +62,12 @@ class OPTXV_EXPORT tdynamicstr : public tobject {
   /// Makes this a copy of the other text; the room grows if it has to.
   void assign(const tdynamicstr& other);
 
-  /// count bytes from position start on, with blanks for positions behind the text, so that the
+  /// count bytes from position start on, with blanks for positions past the text, so that the
   /// result has the length asked for: at most 255, and 0 if start or count is below 1.
   shortstring getstr(std::int32_t start, std::int32_t count) const noexcept;
 
-  /// Prints the text on standard output. Raises einouterror if a write, or an I/O operation before
-  /// it that nobody asked about, failed.
+  /// Prints the text to standard output. Raises einouterror if a write, or an I/O operation before
+  /// it that has not been asked about, failed.
   void write() const;
 
  private:

@@ -64,7 +64,8 @@ std::int64_t tablebytes(std::int32_t highestindex) noexcept {
   return (std::int64_t{highestindex} + 1) * static_cast<std::int64_t>(sizeof(heapblock));
 }
 
-/// A failure loses the table and with it the way to the blocks, so the heap has none meanwhile.
+/// A failure loses the table and with it the way to the blocks, so in the meantime the heap has
+/// none.
 void growblocktable() {
   const std::int32_t size = std::exchange(heap.basebufsize, -1);
   const std::int32_t used = std::exchange(heap.basebufused, -1);

@@ -2,8 +2,8 @@
 //
 // A piece of up to 256 bytes comes from a block of 512 KiB, in one of 32 size classes of 8 bytes
 // each; a freed piece waits on the free list of its class and is the next one that the class gives
-// out. Anything larger is the system heap's. Every get and free is counted, block memory stands
-// under a limit, and all blocks can be given back at once.
+// out. Anything larger is the system heap's. Every get and free is counted, block memory is subject
+// to a limit, and all blocks can be given back at once.
 //
 // There is one heap for the whole library, without locks: it serves one thread. A piece is aligned
 // to 8 bytes, no more, and its content is undefined. A freed piece never goes back into a block nor
@@ -65,10 +65,10 @@ struct heapstate {
 };
 
 /// Called with zmamemoryused() after each change of the memory held in blocks and large pieces; nil
-/// for nobody. It stays when the heap is released, and may not use the heap itself.
+/// for no call. It stays when the heap is released, and may not use the heap itself.
 extern OPTXV_EXPORT void (*memoryreportproc)(double megabytes);
 
-/// The counts as they stand. BORROWS: good for as long as the library is loaded.
+/// The present counts. BORROWS: good for as long as the library is loaded.
 OPTXV_EXPORT const heapstate& zmaheapstate() noexcept;
 
 /// The start of the module: no report procedure, and zmaheapinitial.
@@ -92,7 +92,7 @@ OPTXV_EXPORT void zmaheapinitial() noexcept;
 OPTXV_EXPORT void* zmagetmem(std::uint16_t n);
 
 /// Gives back a piece of class n, which becomes the next one that the class gets. Its content stays
-/// but for the first 8 bytes. Raises eassertionfailed, " Bad memory released", if the class has
+/// except for the first 8 bytes. Raises eassertionfailed, " Bad memory released", if the class has
 /// more frees than gets, this one counted. REQUIRES: n is 1 to 32.
 OPTXV_EXPORT void zmafreemem(void* p, std::uint16_t n);
 
@@ -126,7 +126,7 @@ OPTXV_EXPORT double zmamemoryfree() noexcept;
 OPTXV_EXPORT double getmemorylimit() noexcept;
 
 /// Stores the limit, in bytes, and gives whether what is held now keeps to it. A limit below that
-/// is felt at the next block or large piece.
+/// takes effect at the next block or large piece.
 OPTXV_EXPORT bool setmemorylimit(double limit) noexcept;
 
 }  // namespace optxv

@@ -45,7 +45,7 @@ shortstring cased(std::string_view s, std::uint8_t casing) noexcept {
   return casing == listUpper ? uppercase(s) : lowercase(s);
 }
 
-/// A flag that is up for as long as this lives.
+/// A flag that is set for as long as this lives.
 class whileset {
  public:
   explicit whileset(bool& flag) noexcept : flag_(flag) { flag_ = true; }
@@ -169,7 +169,7 @@ void tzmalist::wrbl(std::int32_t n) {
   for (; n > 0; --n) wrch(' ');
 }
 
-/// At least 1, for a line whose indent leaves no room, so that each line takes a text further.
+/// At least 1, for a line whose indent leaves no room, so that each line uses up some of a text.
 std::size_t tzmalist::fitting() const noexcept {
   return static_cast<std::size_t>(std::max(charsleft_, 1));
 }
@@ -258,7 +258,7 @@ bool tzmalist::isusermark(std::int64_t position) const noexcept {
   return showmarks && (position == userleftmark_ || position == userrightmark_);
 }
 
-/// Writes text from position on, as much as fits, and gives the position behind that.
+/// Writes text from position on, as much as fits, and gives the position after that.
 std::int64_t tzmalist::writepartialline(std::string_view text, std::int64_t position) {
   const std::int64_t room = std::int64_t{rightmargin_} + (pagecontrol == listPageColumn ? 1 : 0);
   for (; position < static_cast<std::int64_t>(text.size()); ++position) {
@@ -272,7 +272,7 @@ std::int64_t tzmalist::writepartialline(std::string_view text, std::int64_t posi
   return position;
 }
 
-/// What stands in front of a piece of an echoed line.
+/// What stands before a piece of an echoed line.
 void tzmalist::writeechostart(std::string_view number, std::int32_t gap) {
   if (pagepending_) writepageheader();
   columnblank();
@@ -463,7 +463,7 @@ void tzmalist::setsystitle(std::string_view left, std::string_view right) {
 
 // Header lines
 
-/// With traceheaders, tells what happens to the header lines: what and the name, then the counts.
+/// With traceheaders, reports what happens to the header lines: what and the name, then the counts.
 void tzmalist::trace(std::string_view what, std::string_view name, std::string_view level,
                      std::string_view more) const {
   if (!traceheaders) return;

@@ -1,10 +1,10 @@
 // A paged text listing: lines between margins, page headers, repeated header lines, echoed source
 // lines with marks under them, and a file of index lines beside it.
 //
-// How it works. A caller hands over a text file that is open and writes items; the listing decides
+// How it works. A caller passes an open text file and writes items; the listing decides
 // when a line and when a page is full. The page header that is then due (pagepending) is written as
-// late as possible: in front of the next output. So a listing does not end in an empty page, and a
-// title that is changed at the end of a page stands on the next one. There is no header at the
+// late as possible: just before the next output. So a listing does not end in an empty page, and a
+// title that is changed at the end of a page appears on the next one. There is no header at the
 // start of a listing until settitle, setsubtitle, newpage or a full page asks for one.
 //
 // Columns, lines and pages count from 1 unless a function says otherwise. Numbers are 32-bit; those
@@ -60,16 +60,16 @@ OPTXV_EXPORT std::uint8_t inxcfindcode(std::string_view text, std::int32_t& leve
 
 /// A paged listing.
 ///
-/// Every write raises einouterror if it, or any I/O operation before it that nobody asked about,
-/// failed; since files hold text back in blocks, a full disk may show as late as when the caller
-/// closes them. Nothing is refused for its length: what does not fit is cut into lines.
+/// Every write raises einouterror if it, or any I/O operation before it that has not been asked
+/// about, failed; since files hold text back in blocks, a full disk may be noticed only when the
+/// caller closes them. Nothing is refused for its length: what does not fit is cut into lines.
 /// Assertions (eassertionfailed) are named where they may arise.
 ///
 /// Output comes in two layers. The `sys` operations write to the file as it is, count the bytes of
 /// the line and apply `casing`. The `wr` operations fit items into the line, start lines with page
 /// header and margin, and, between headerstart and headerdone, collect header lines instead.
-/// KEEP: the `sys` operations do not start a line. At the end of a line written with them alone, a
-/// pending page header and the blanks of the margin come out behind its text.
+/// KEEP: the `sys` operations do not start a line. At the end of a line written only with them, a
+/// pending page header and the blanks of the margin come out after its text.
 class OPTXV_EXPORT tzmalist : public tobject {
  public:
   /// BORROWS: both files, open for writing, for the life of the listing; it does not close them.
@@ -93,7 +93,7 @@ class OPTXV_EXPORT tzmalist : public tobject {
   void usrwrite(std::string_view s);
 
   /// Ends the line. With startline, an empty line is started first, and so gets a pending page
-  /// header in front and its margin. In a header, stores the line; see pushheader.
+  /// header before it, and its margin. In a header, stores the line; see pushheader.
   void lwrite(bool startline);
 
   /// Takes the indent back (indentdone) and ends the line; with doublespace adds an empty one
@@ -109,9 +109,9 @@ class OPTXV_EXPORT tzmalist : public tobject {
   /// and KEEP: its last piece stands at the right edge.
   void wrstr(std::string_view s);
   void wrstrln(std::string_view s);
-  /// s with blanks behind it up to a multiple of m bytes; at most 255.
+  /// s with blanks after it up to a multiple of m bytes; at most 255.
   void wrstrmod(std::string_view s, std::int32_t m);
-  /// s with blanks in front up to w bytes, or for a negative w behind it; at most 255.
+  /// s with blanks before it up to w bytes, or for a negative w after it; at most 255.
   void wrstrfmt(std::string_view s, std::int32_t w);
   void wrint(std::int32_t n);
   void wrintfmt(std::int32_t n, std::int32_t w);
@@ -119,25 +119,24 @@ class OPTXV_EXPORT tzmalist : public tobject {
   void wrstrint(std::string_view s, std::int32_t n);
   /// x in width w with d decimals, as _Q9_Str_d2 (numtext.h) forms it; with both 0 as _Q9_Str_d0.
   void wrdblfmt(double x, std::int32_t w, std::int32_t d);
-  /// "TRUE" or "FALSE" with blanks in front up to w; "T" or "F" for a w below 5.
+  /// "TRUE" or "FALSE" with leading blanks up to w; "T" or "F" for a w below 5.
   void wrboolfmt(bool b, std::int32_t w);
 
-  /// Writes s over as many lines as it takes; those behind the first start in the column of the
+  /// Writes s over as many lines as it takes; those after the first start in the column of the
   /// first, and without the blanks that would be at their start. KEEP: each line ends by wrln, so
   /// that each takes an indent back. An empty s is a wrln.
   void wrstrblock(std::string_view s);
 
-  /// Writes s, broken behind the last brk that fits. What is left behind it goes on the same line
-  /// if that much fits, after its blanks in front are gone if it does not, and else to a new line,
-  /// where it is written by wrstr if it is longer than that.
+  /// Writes s, broken after the last brk that fits. What is left goes on the same line if it fits,
+  /// or if it fits without its leading blanks; otherwise wrstr writes it on a new line.
   void wrstrbrk(std::string_view s, char brk);
 
   /// Echoes a source line: a number column of at least 4 (blank unless shownr), a gap, the bytes 0
   /// to last of text, and under each piece of it the markers that stand there, if any but blanks;
   /// the first such line begins with "****". With showmarks the gap is narrower, and "|" stands
-  /// before the column of userleftmargin and behind that of userrightmargin. A text longer than the
-  /// line goes on on the next; an empty text (last is -1) still gives a line. Markers behind what
-  /// was written under the last piece follow on lines of their own.
+  /// before the column of userleftmargin and after that of userrightmargin. A text longer than the
+  /// line goes on on the next; an empty text (last is -1) still gives a line. Markers past what was
+  /// written under the last piece follow on lines of their own.
   /// KEEP: with listPageColumn the text lines have the first column and the marker lines have not.
   /// REQUIRES: last + 1 bytes at text. BORROWS: markers, nil for none.
   void wrpcharln(std::int32_t nr, bool shownr, const char* text, std::int32_t last,
@@ -145,8 +144,8 @@ class OPTXV_EXPORT tzmalist : public tobject {
 
   // Layout ----------------------------------------------------------------------------------------
 
-  /// Room on a line: rightmargin less the blanks in front. KEEP: what is on the line already does
-  /// not count.
+  /// Room on a line: rightmargin less the blanks at the start. KEEP: what is on the line already
+  /// does not count.
   void calccharsleft();
 
   /// The first column, at least 1. Ignored unless 20 columns stay between the margins.
@@ -178,8 +177,8 @@ class OPTXV_EXPORT tzmalist : public tobject {
   /// Saves the indent and lets lines start in column v; ignored for a v below 2. KEEP: it does not
   /// fail; of more than five saved indents only the first five are taken back.
   void setindent(std::int32_t v) noexcept;
-  /// Saves the indent and lets later lines start in the present column, but not in front of the
-  /// left margin. Asserts that no more than five are saved: "Too many indents".
+  /// Saves the indent and lets later lines start in the present column, but not before the left
+  /// margin. Asserts that no more than five are saved: "Too many indents".
   void indentstart();
   /// Takes back the indent saved last, if any.
   void indentdone() noexcept;
@@ -211,13 +210,13 @@ class OPTXV_EXPORT tzmalist : public tobject {
   /// What counts as written last; setting the title forgets the subtitle.
   void settitlelastwritten(std::string_view s);
   void setsubtitlelastwritten(std::string_view s);
-  /// The texts on the left and in front of the page number in the first line of each page.
+  /// The texts on the left and before the page number in the first line of each page.
   void setsystitle(std::string_view left, std::string_view right);
 
   // Header lines ----------------------------------------------------------------------------------
   // Lines that are repeated below the titles of each page. What is written between headerstart and
   // headerdone is collected. Levels nest: headerdrop forgets what was collected since the
-  // headerstart of its level. The names are for traceheaders alone.
+  // headerstart of its level. The names are for traceheaders only.
 
   /// Ends the line, closes an open header, and opens one more level. Asserts that there are at most
   /// 20: "Header stack capacity exceeded".
@@ -228,7 +227,7 @@ class OPTXV_EXPORT tzmalist : public tobject {
   /// Stores a line that was not ended, and ends the collecting.
   void headerdone(std::string_view name);
   void headerdrop(std::string_view name);
-  /// Writes all header lines here, behind an empty line, if they and 5 more lines fit on the page
+  /// Writes all header lines here, after an empty line, if they and 5 more lines fit on the page
   /// and no header is pending.
   void headershow();
   /// Writes the lines of the last n levels here, if they and 4 more lines fit on the page and no
@@ -271,7 +270,7 @@ class OPTXV_EXPORT tzmalist : public tobject {
   std::int32_t linesonpage_ = 0;
   std::int32_t linesperpage_ = std::numeric_limits<std::int32_t>::max();
   std::int32_t rightmargin_ = 132;
-  std::int32_t leftmargin_ = 0;  ///< blanks in front of each line
+  std::int32_t leftmargin_ = 0;  ///< blanks at the start of each line
   std::int32_t pagenumber_ = 0;  ///< of the last page header
   shortstring title_, subtitle_;
   shortstring titlelastwritten_, subtitlelastwritten_;
@@ -286,7 +285,7 @@ class OPTXV_EXPORT tzmalist : public tobject {
   std::array<std::int32_t, 21> headerstack_{};                ///< lines at each headerstart
   std::int32_t headercount_ = 0;
   std::int32_t headersp_ = 0;
-  std::int32_t indent_ = 0;                    ///< blanks in front of a line if above leftmargin_
+  std::int32_t indent_ = 0;                    ///< the same, if above leftmargin_
   std::array<std::int32_t, 6> indentstack_{};  ///< the first stays 0
   std::int32_t indentcount_ = 0;
   std::int32_t userleftmark_ = -1;
@@ -301,13 +300,13 @@ class OPTXV_EXPORT tzmalist : public tobject {
 
  public:
   // Switches, for the owner to set. REQUIRES: with listPageFilled, setlinesperpage is called after
-  // pagecontrol is set, as a page without a limit would be filled, too.
+  // pagecontrol is set, as a page without a limit would be filled too.
   std::uint8_t pagecontrol = listPageNone;
   std::uint8_t casing = listAsIs;
   bool showruler = false;     ///< two lines that number the columns, on each page
   bool showmarks = false;     ///< "|" at the marked columns of echoed lines
-  bool doublespace = false;   ///< an empty line behind each line
-  bool traceheaders = false;  ///< tell of header lines on standard output
+  bool doublespace = false;   ///< an empty line after each line
+  bool traceheaders = false;  ///< report on header lines to standard output
 
  private:
   static constexpr std::int32_t headerlevels = 20;
@@ -337,7 +336,7 @@ class OPTXV_EXPORT tzmalist : public tobject {
   void repeatheaderlines();
 
   bool repeating_ = false;  ///< the header lines of a page of their own are being written
-  bool ending_ = false;     ///< nobody is left to tell of a failure
+  bool ending_ = false;     ///< there is nobody left to report a failure to
 };
 
 }  // namespace optxv

@@ -13,10 +13,10 @@
 #include "foundation/runtime.h"
 #include "foundation/strutilx.h"
 #include "foundation/textfile.h"
+#include "language/miniparser.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
 #include "parameter/entries.h"
-#include "language/miniparser.h"
 
 namespace optxv {
 

@@ -1,29 +1,20 @@
-#include "parameter/parameterwriter.h"
+// The writer of parameter files, tzmaoptions::optwriteparameterfile.
+//
+// A file holds a line for every value that has been set, in table order, then the dot options, then
+// the indicators. A value beyond its bounds stands between two lines that turn the test of bounds
+// off and on; that of a dot option does not. Reading a file gives the same values again wherever
+// the language can say them: it has no escape, so that quotes within quotes, blanks at the ends of
+// a text, a comment character and a name that the rule of lookup does not find stay behind.
 
 #include "foundation/runtime.h"
+#include "language/words.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/entries.h"
 #include "parameter/indicators.h"
-#include "language/words.h"
 
 namespace optxv {
-
-void writeindex(textfile& file, std::string_view name, const indexlist& indices) {
-  file.write(name);
-  if (indices.count() == 0) return;
-  for (std::int32_t i = 0; i < indices.count(); ++i) {
-    file.write(i == 0 ? "(" : ",");
-    file.write(indices.get(i));
-  }
-  file.write(")");
-}
-
-void endline(textfile& file) {
-  file.writeln();
-  _Q9error_check();
-}
 
 namespace {
 
@@ -97,7 +88,8 @@ std::int32_t tzmaoptions::optwriteparameterfile(std::string_view filename) {
   file.assign(filename);
   file.rewrite();
   if (const int error = ioresult(); error != 0) {
-    addopenfailure(optMsgUserError, "Cannot write parameter file ", filename, error, "   ");
+    addopenfailure(optMsgUserError, optxv_fault_cannot_write, "Cannot write parameter file ",
+                   filename, error, "   ");
     return error;
   }
   writetable(file, *this);

@@ -22,7 +22,7 @@ namespace {
 
 static_assert(EINVAL == 22);
 
-// Constants, so that a constructor of the load step may set them ahead of everything.
+// Constants, so that a constructor of the load step may set them before anything else runs.
 int hostcount = 0;
 char** hostvector = nullptr;
 
@@ -37,7 +37,7 @@ std::string contentof(const char* file) {
   return content;
 }
 
-/// The arguments as a file holds them, as long as the library stays.
+/// The arguments as a file holds them, as long as the library is loaded.
 struct readarguments {
   std::string text;
   std::vector<char*> words;
@@ -85,7 +85,7 @@ class pathtext {
   std::size_t length_ = 0;
 };
 
-/// The current directory, a slash, and name without a "./" in front.
+/// The current directory, a slash, and name without a leading "./".
 bool belowcurrentdirectory(std::string_view name, pathtext& path) noexcept {
   if (name.starts_with("./")) name.remove_prefix(2);
   if (!path.assigncurrentdirectory()) return false;

@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/utsname.h>
-#include <time.h>  // clock_gettime is of POSIX
+#include <time.h>  // clock_gettime is from POSIX
 #include <unistd.h>
 
 #include <cerrno>

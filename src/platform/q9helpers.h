@@ -1,5 +1,5 @@
 // What the library offers to C programs about the system: the public header declares these under
-// the same names and tells of them; the frame hands them on.
+// the same names and describes them; the frame passes the calls on.
 //
 // Results are 0 or an error number of the system. A text that does not fit its room of size bytes,
 // zero byte included, gives ERANGE; on any failure an out text is empty (if there is any room) and
@@ -16,14 +16,14 @@ namespace optxv::q9helpers {
 int get_cpu_time(std::int64_t& nanoseconds) noexcept;
 /// Time since 1 January 1970 UTC in nanoseconds.
 int get_time(std::int64_t& nanoseconds) noexcept;
-/// Milliseconds on a clock that is never set, from a start that is not told.
+/// Milliseconds on a clock that is never set, from an unspecified start.
 std::int64_t gettickcount() noexcept;
 
 int get_cwd(char* path, std::size_t size) noexcept;
 /// ENOENT for a variable that is not set; a nil name is an empty one.
 int get_env(const char* name, char* value, std::size_t size) noexcept;
 
-/// Where to store what is told of a file.
+/// Where to store what is reported of a file.
 struct filestat {
   std::int64_t& size;      ///< bytes
   std::int64_t& modified;  ///< nanoseconds since 1 January 1970 UTC

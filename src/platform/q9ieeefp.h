@@ -1,6 +1,6 @@
 // The floating-point exception flags of the processor (IEEE 754, section 7; C's <fenv.h>).
 //
-// The classes of reals, fpclass and fpclasstext, stand with the other text of numbers.
+// The classes of reals, fpclass and fpclasstext, are in foundation/numtext.h.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ enum exceptionflag : std::uint8_t {
 /// All the flags there are.
 inline constexpr std::uint8_t exallflags = 61;
 
-/// Lowers those flags of the set that are in exallflags; others are passed over.
+/// Lowers those flags of the set that are in exallflags; others are ignored.
 OPTXV_EXPORT void clearexceptionflags(std::uint8_t flags) noexcept;
 
 /// The set of the flags that are raised now.

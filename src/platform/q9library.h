@@ -34,7 +34,7 @@ OPTXV_EXPORT tq9libhandle q9loadlibrary(std::string_view name, shortstring& mess
 /// KEEP: a symbol whose value is nil gives nil too.
 OPTXV_EXPORT void* q9getprocaddress(tq9libhandle handle, std::string_view name) noexcept;
 
-/// Gives the library back; whether that worked. Nil gives false.
+/// Releases the library; returns whether that worked. Nil gives false.
 OPTXV_EXPORT bool q9freelibrary(tq9libhandle handle) noexcept;
 
 }  // namespace optxv

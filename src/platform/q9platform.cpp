@@ -8,7 +8,8 @@
 
 namespace optxv {
 
-// Constants all, so that the load step finds them made, in whatever order the sources come up.
+// All constants, so that the load step finds them made, in whatever order the sources are
+// initialised.
 std::int32_t osfiletype = 4;
 std::int32_t osplatform = missingplatform;
 bool nativeislittleendian = true;

@@ -1,4 +1,4 @@
-// What operating system this is: numbers, and the names that hang on them.
+// What operating system this is: numbers, and the names that go with them.
 //
 // The tables know more systems than this build runs on, since their indices are public: programs
 // keep and compare the numbers.

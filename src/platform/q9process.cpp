@@ -1,6 +1,6 @@
 #include "platform/q9process.h"
 
-#include <signal.h>  // sigaction is of POSIX
+#include <signal.h>  // sigaction is from POSIX
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,7 +60,7 @@ class wordsof {
   }
 
  private:
-  /// Passes what parts words, and pairs of quotes with nothing between them.
+  /// Skips what separates words, and pairs of quotes with nothing between them.
   void skip() noexcept {
     for (;;) {
       if (*at_ != '\0' && parts(*at_)) {
@@ -144,7 +144,7 @@ void appendquoted(std::string& line, std::string_view text) {
   if (quotes) line += '"';
 }
 
-/// Appends each argument with a blank in front.
+/// Appends each argument after a blank.
 std::string withargs(std::string line, const texecarglist& args) {
   std::size_t most = line.size() + 3;
   for (std::int32_t i = 0; i < args.count(); ++i) most += args.get(i).size() + 3;
@@ -219,7 +219,7 @@ int libcforkexec(char* const* argv, std::int32_t& code) noexcept {
   return outcome(started, WEXITSTATUS(status), code);
 }
 
-/// Starts a program directly; on Windows it is told by a line.
+/// Starts a program directly; on Windows it is given as one line.
 int runwords(programwords& words, const std::string& windowsline, const char* unimplemented,
              std::int32_t& code) {
   if (osfiletype == windowsfiles) return exec4win(windowsline, code);
@@ -227,7 +227,7 @@ int runwords(programwords& words, const std::string& windowsline, const char* un
   return libcforkexec(words.pointers(), code);
 }
 
-/// Hands a text to the shell of the file-system type.
+/// Passes a text to the shell of the file-system type.
 int runcommand(const char* cmd, bool sysflag, const char* unimplemented, std::int32_t& code) {
   if (osfiletype == windowsfiles) return system4win(cmd == nullptr ? "" : cmd, sysflag, code);
   if (osfiletype != unixfiles) raiseassertion(unimplemented, "q9process", __LINE__);

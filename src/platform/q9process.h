@@ -51,18 +51,17 @@ class OPTXV_EXPORT texecarglist : public tobject {
   /// Makes room; called when count() equals capacity().
   void grow();
 
-  /// Add the words of s behind the list or, in their order, in front of it; give how many there
-  /// were.
+  /// Add the words of s after the list or, in their order, before it; give how many there were.
   ///
-  /// Bytes of 32 and below part words. A double quote opens a stretch in which they do not, up to
-  /// the next double quote or to the end; the quotes themselves are dropped, wherever they stand,
-  /// and none can be escaped. A word is cut at 255 bytes. A pair of quotes with nothing in it is no
-  /// argument. The text ends at a zero byte.
+  /// Bytes of 32 and below separate words. A double quote opens a stretch in which they do not, up
+  /// to the next double quote or to the end; the quotes themselves are dropped, wherever they
+  /// stand, and none can be escaped. A word is cut at 255 bytes. A pair of quotes with nothing in
+  /// it is no argument. The text ends at a zero byte.
   std::int32_t split(bool append, std::string_view s);
   std::int32_t splitappend(std::string_view s) { return split(true, s); }
   std::int32_t splitprepend(std::string_view s) { return split(false, s); }
 
-  /// For q9systeml on Windows alone; nothing looks at it elsewhere.
+  /// For q9systeml on Windows only; nothing looks at it elsewhere.
   bool sysflag() const noexcept { return fsysflag; }
   void setsysflag(bool flag) noexcept { fsysflag = flag; }
 
@@ -89,12 +88,12 @@ OPTXV_EXPORT int q9systemp(const char* cmd, std::int32_t& code);
 /// Runs cmd, a blank and params.
 OPTXV_EXPORT int q9system2(std::string_view cmd, const char* params, std::int32_t& code);
 
-/// Runs cmd and the arguments, each with a blank in front.
+/// Runs cmd and the arguments, each after a blank.
 ///
 /// An argument is wrapped in double quotes if it is empty or holds a byte of 32 or below, unless it
-/// begins and ends with one already, blanks and the like at its ends aside. KEEP: nothing else of
-/// what the shell reads in a special way is quoted or escaped: the arguments are no place for text
-/// that is not trusted.
+/// begins and ends with one already, blanks and the like at its ends aside. KEEP: nothing else that
+/// the shell reads in a special way is quoted or escaped: the arguments are no place for text that
+/// is not trusted.
 OPTXV_EXPORT int q9systeml(std::string_view cmd, const texecarglist& args, std::int32_t& code);
 
 // Directly ---------------------------------------------------------------------------------------
@@ -102,9 +101,9 @@ OPTXV_EXPORT int q9systeml(std::string_view cmd, const texecarglist& args, std::
 // arguments. Result 0 if the program ran to its end, with its exit code in code; else 1, with code
 // 0: it does not exist, was killed, or there was nothing to run.
 //
-// KEEP: exit code 255 gives 1 too, as that is how the child tells that it could not start.
-// KEEP: the status of any other child that ends meanwhile is taken and lost: the caller has no
-// other children to care for.
+// KEEP: exit code 255 gives 1 too, as that is how the child reports that it could not start.
+// KEEP: the status of any other child that ends in the meantime is taken and lost: the caller has
+// no other children to care for.
 
 /// cmd is split into words, the first of which is the program; see texecarglist::split.
 OPTXV_EXPORT int q9exec(std::string_view cmd, std::int32_t& code);
@@ -126,7 +125,7 @@ OPTXV_EXPORT const char* q9getcommandline();
 /// more than what POSIX calls async-signal-safe.
 using tctrlhandler = void (*)();
 
-/// Puts a handler in place, or another in the place of the one that is there; nil uninstalls.
+/// Installs a handler, or replaces the one that is there; nil uninstalls.
 /// Result 0; 2 if the system refuses; for nil that of q9uninstallctrlhandler.
 OPTXV_EXPORT int q9installctrlhandler(tctrlhandler handler) noexcept;
 
@@ -138,8 +137,8 @@ OPTXV_EXPORT int q9uninstallctrlhandler() noexcept;
 /// The handler in place, or nil.
 OPTXV_EXPORT tctrlhandler q9getctrlhandler() noexcept;
 
-/// Uninstalls a handler that is still there, as its code may go with the library; leaves an action
-/// alone that is somebody else's. The frame calls it when the library goes.
+/// Uninstalls a handler that is still there, as its code may go with the library; an action that is
+/// somebody else's stays. The frame calls it when the library is unloaded.
 void finalq9process();
 
 }  // namespace optxv

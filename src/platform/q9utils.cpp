@@ -1,7 +1,7 @@
 #include "platform/q9utils.h"
 
 #include <fcntl.h>
-#include <stdlib.h>  // setenv and unsetenv are of POSIX
+#include <stdlib.h>  // setenv and unsetenv are from POSIX
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -105,9 +105,9 @@ std::size_t extensionstart(std::string_view name) noexcept {
   return last == std::string_view::npos || name[last] == delimiter ? name.size() : last;
 }
 
-constexpr int mostdecimals = 14;  // behind the point of a real's default text
+constexpr int mostdecimals = 14;  // after the point of a real's default text
 
-/// A magnitude rounded to that many decimals of its form with one digit in front of the point.
+/// A magnitude rounded to that many decimals of its form with one digit before the point.
 double roundedmagnitude(double magnitude, int decimals) noexcept {
   int exponent = 0;
   double digits = magnitude;

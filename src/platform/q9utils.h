@@ -1,8 +1,8 @@
 // Raw files, environment variables, search paths, file extensions, and a few helpers for reals.
 //
-// Nothing here raises: a call tells by its result. Names and values are bounded strings, so that
-// what is beyond 255 bytes is cut. The calls that change the environment change it for the whole
-// process, and POSIX allows no other thread to look at it meanwhile.
+// Nothing here raises: a call reports by its result. Names and values are bounded strings, so what
+// is beyond 255 bytes is cut. The calls that change the environment change it for the whole
+// process, and POSIX allows no other thread to look at it in the meantime.
 #pragma once
 
 #include <cstdint>
@@ -26,11 +26,11 @@ using tq9filehandle = std::int32_t;
 ///
 /// On failure handle is 0. A directory is refused in mode 0 with 21 (EISDIR), as the system does in
 /// the others.
-/// KEEP: mode 3 hands both bits to the system, which gives a handle that neither reads nor writes.
+/// KEEP: mode 3 passes both bits to the system, which gives a handle that neither reads nor writes.
 /// OWNS: the caller, who closes it.
 OPTXV_EXPORT int q9fileopen(std::string_view name, int mode, tq9filehandle& handle) noexcept;
 
-/// Closes the file and sets the variable to 0, whatever comes of it.
+/// Closes the file and sets the variable to 0, whether or not that succeeds.
 /// KEEP: 9 is for a variable at no address (nil). Its value is not looked at: a 0 in it closes the
 /// standard input.
 OPTXV_EXPORT int q9fileclose(tq9filehandle* handle) noexcept;
@@ -65,8 +65,9 @@ OPTXV_EXPORT bool q9setenv(std::string_view name, std::string_view value) noexce
 /// Removes it. Does nothing for an empty name.
 OPTXV_EXPORT void q9unsetenv(std::string_view name) noexcept;
 
-/// Puts directory in front of PATH: directory, a colon and the old value, of any length; directory
-/// alone if there was none. An empty directory is a success with nothing done. Whether it worked.
+/// Puts directory at the front of PATH: directory, a colon and the old value, of any length; just
+/// directory if there was none. An empty directory is a success with nothing done. Returns whether
+/// it worked.
 OPTXV_EXPORT bool prefixpath(std::string_view directory) noexcept;
 
 /// The same for the variable that the loader of dynamic libraries searches along, whose name
@@ -80,11 +81,11 @@ OPTXV_EXPORT void q9setconsoletitle(std::string_view title) noexcept;
 OPTXV_EXPORT void q9nopopups() noexcept;
 
 // File names -------------------------------------------------------------------------------------
-// An extension begins at the last point behind the last slash, and has the point in it.
+// An extension begins at the last point after the last slash, and has the point in it.
 
 /// The path of the program: paramstr(0) of platform/arguments.h.
 OPTXV_EXPORT shortstring paramstrzero() noexcept;
-/// name, with ext behind it if it has no extension.
+/// name, followed by ext if it has no extension.
 OPTXV_EXPORT shortstring completefileext(std::string_view name, std::string_view ext) noexcept;
 /// name without its extension, and ext.
 OPTXV_EXPORT shortstring replacefileext(std::string_view name, std::string_view ext) noexcept;

@@ -6,10 +6,10 @@
 // and endassign, where records are sought one by one, and where data equal to the default data of
 // the store means no record.
 //
-// A key is an array of n signed 32-bit integers of the caller's, the first integer counting most.
+// A key is an array of n signed 32-bit integers of the caller's; the first integer counts most.
 // Data passed in is read as bytes. A pointer to data that a store gives out leads into the store,
 // is aligned to 4 bytes and no more (so doubles are copied out), and is good until the record
-// leaves; with a data size of 0 there are no bytes behind it.
+// leaves; with a data size of 0 it leads to no bytes.
 //
 // What memoryused reports is reckoned with words of 4 bytes, so that figures compare across
 // machines: 4 bytes for a slot of a table, 12 for an inner cell of a trie, 8 for the links of a
@@ -36,8 +36,8 @@ class tzemadatastore;
 /// Finds records of one store by key, each store in its own way; made by createsearcher.
 ///
 /// BORROWS: the store, which has to outlive it.
-/// REQUIRES: startsearch before the first search, and again after the store changed in any way but
-/// by insertrecord with this very searcher.
+/// REQUIRES: startsearch before the first search, and again after the store changed in any way
+/// other than by insertrecord with this very searcher.
 class OPTXV_EXPORT tzemadatasearcher : public tobject {
  public:
   explicit tzemadatasearcher(tzemadatastore& store) noexcept : fstore(&store) {}
@@ -46,8 +46,8 @@ class OPTXV_EXPORT tzemadatasearcher : public tobject {
 
   /// Goes to the front of the store. Nothing here.
   virtual void startsearch();
-  /// Whether there is a record of that key; data then leads to its data. After false data is nil
-  /// but where a store says otherwise. Raises eabstracterror unless overridden.
+  /// Whether there is a record of that key; data then leads to its data. After false, data is nil
+  /// unless a store says otherwise. Raises eabstracterror unless overridden.
   virtual bool search(const std::int32_t* key, void*& data);
 
   tzemadatastore& store() const noexcept { return *fstore; }
@@ -83,7 +83,8 @@ class OPTXV_EXPORT tzemadatastore : public tobject {
   virtual void* getnextkey(std::int32_t* key);
   /// Ends a read. Does nothing.
   virtual void endread();
-  /// Opens an assign bracket, with a searcher of its own; one that is open is dropped.
+  /// Opens an assign bracket, with a searcher of its own; a bracket that is open already is
+  /// dropped.
   virtual void startassign();
   /// Closes the bracket. The stores then remove the records that became default.
   virtual void endassign();
@@ -120,10 +121,10 @@ class OPTXV_EXPORT tzemadatastore : public tobject {
   void** allocptrs() const;
   void freeptrs(void** ptrs) const;
 
-  /// Reads the store and prints what is wrong with the order of its keys on standard output; with
+  /// Reads the store and prints what is wrong with the order of its keys to standard output; with
   /// printall, prints every key. A key is a line of its integers, each in a width of 6. A key that
   /// is not above the one before is followed by the line "Keys out of order", and both keys stand
-  /// in front of it. KEEP: the first key is held against one of all -1.
+  /// before it. KEEP: the first key is compared with one of all -1.
   void verify(bool printall);
 
   std::int32_t dimension() const noexcept { return fdimension; }

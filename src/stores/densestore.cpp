@@ -20,7 +20,7 @@ std::int64_t mapbytes(std::int32_t capacity) {
 }
 
 /// The arrays of mappings that stores have left behind. They are never used again; the chain keeps
-/// them known, so that no tool takes them for lost.
+/// them known, so that no tool reports them as lost.
 struct leftarray {
   leftarray* next;
 };

@@ -9,7 +9,7 @@
 
 namespace optxv {
 
-/// Maps indices from 0 up to numbers; its memory goes with the highest index.
+/// Maps indices from 0 up to numbers; its memory grows with the highest index.
 class OPTXV_EXPORT tintegermapping : public tobject {
  public:
   tintegermapping() = default;
@@ -42,7 +42,7 @@ class OPTXV_EXPORT tintegermapping : public tobject {
 
 /// One mapping for each dimension.
 ///
-/// OWNS: the mappings. KEEP: the array takes 40,000,000 bytes a dimension, of which few are ever
+/// OWNS: the mappings. KEEP: the array takes 40,000,000 bytes per dimension, of which few are ever
 /// touched, and is not given back: the allocator counts it to the end of the process.
 class OPTXV_EXPORT mappingarray {
  public:
@@ -63,8 +63,8 @@ class OPTXV_EXPORT mappingarray {
 /// read in order: insertrecord and getnextkey stay abstract. A record is there if its data is not
 /// default. memoryused is the array, allocated or not, and the mappings.
 ///
-/// Integers below 0 have no place, so that a record with one is not found and not loaded. Memory
-/// goes with the largest integer, and with the product of the numbers of different ones.
+/// Integers below 0 have no place, so a record with one is not found and not loaded. Memory
+/// grows with the largest integer, and with the product of the numbers of different ones.
 class OPTXV_EXPORT tzemadatafull : public tzemadatastore {
  public:
   /// An array for the keys of source, with its dimension, data size and default data; reads the
@@ -91,7 +91,7 @@ class OPTXV_EXPORT tzemadatafull : public tzemadatastore {
   // Of each dimension, i from 0.
   std::int32_t stride(std::int32_t i) const noexcept { return fstrides[i]; }     ///< bytes
   std::int32_t firstkey(std::int32_t i) const noexcept { return ffirstkey[i]; }  ///< the lowest
-  /// The number of different integers. KEEP: 0 if there is one alone.
+  /// The number of different integers. KEEP: 0 if there is only one.
   std::int32_t size(std::int32_t i) const noexcept { return fsizes[i]; }
   const tintegermapping& mapping(std::int32_t i) const noexcept { return fmappings[i]; }
   std::int32_t totalsize() const noexcept { return ftotalsize; }  ///< bytes of the array

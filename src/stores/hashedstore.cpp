@@ -31,7 +31,7 @@ std::int32_t keybytes(std::int32_t n) {
 
 constexpr std::int32_t ahead = 16;  // records that are fetched before they are needed
 
-/// The radix sort of a list, least significant digit first. It works on an array beside the list,
+/// The radix sort of a list, least significant digit first. It works on an array next to the list,
 /// as records that were visited through links in sorted order would miss the cache at every step,
 /// and takes as many integers of the key at once as fit into one value.
 class radixsort {

@@ -1,5 +1,5 @@
 // The hashed store: records in a list, in the order they came, with a hash table over them; the
-// list is sorted when somebody reads it.
+// list is sorted when it is read.
 #pragma once
 
 #include <cstdint>
@@ -43,7 +43,7 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   std::int64_t memoryused() const noexcept { return std::int64_t{fcount} * frecsize; }
 
   /// Sorts, and sets the cursor to the first record; false, and a nil cursor, if there is none.
-  /// The order tells which integer of the key counts most, second and so on: n numbers from 1 to n;
+  /// The order says which integer of the key counts most, second and so on: n numbers from 1 to n;
   /// nil for the order of the key itself.
   bool startread(linkedrecord*& cursor, const std::int32_t* order);
   /// Writes the key at the cursor, moves the cursor, and gives the data; nil at the end.
@@ -57,8 +57,8 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   /// OWNS: the caller, who frees it with xreallocmem to 0 bytes. BORROWS: the keys stay the list's.
   void createlist(const std::int32_t**& array, std::int64_t& size) const;
 
-  /// Frees the records whose data equals that, byte by byte, and finds the tail anew; whether any
-  /// did. Does nothing with a data size of 0.
+  /// Frees the records whose data equals that, byte by byte, and finds the tail again; returns
+  /// whether there were any. Does nothing with a data size of 0.
   bool removedefaults(const void* defaultdata);
 
   /// Sorts by key, equal keys in the order they stood, and leaves the list without a tail. KEEP:
@@ -66,7 +66,7 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   ///
   /// A radix sort on the bits that the integers from minkey() to maxkey() need, least significant
   /// first: time is linear in the records, and memory too, 32 bytes for each while it sorts and 16
-  /// until the read that follows has come to its end. Raises eoutofmemory if there is not as much,
+  /// until the read that follows has ended. Raises eoutofmemory if there is not as much,
   /// and nothing has changed.
   void sort(const std::int32_t* order);
 
@@ -118,14 +118,14 @@ class OPTXV_EXPORT tzemahashlist : public tobject {
   tzemahashlist(const tzemahashlist&) = delete;
   tzemahashlist& operator=(const tzemahashlist&) = delete;
 
-  /// Adds a record, or gives the one of that key the new data; whether it was added.
+  /// Adds a record, or gives the one of that key the new data; returns whether it was added.
   /// KEEP: the table is made larger by the first call that finds more records than rehashat(), so
   /// the table of 997 buckets serves up to the 1501st record.
   bool additem(const std::int32_t* key, const void* data);
   /// The data of the record of that key, of the one added last if there are more; nil if none.
   void* indexof(const std::int32_t* key);
-  /// Adds a record without a look at those there, and drops the table. KEEP: a key that comes twice
-  /// makes two records.
+  /// Adds a record without looking at those there, and drops the table. KEEP: a key that comes
+  /// twice makes two records.
   void loadrecord(const std::int32_t* key, const void* data);
 
   /// Removes all records, and the table first.
@@ -167,9 +167,9 @@ class OPTXV_EXPORT tzemahashlist : public tobject {
   linkedrecord* freadcursor = nullptr;
 };
 
-/// The hashed store. A read is in ascending order of keys, however the records came.
+/// The hashed store. A read is in ascending order of keys, in whatever order the records came.
 ///
-/// REQUIRES: no new record behind a read that had to sort, until the store is cleared (or a bracket
+/// REQUIRES: no new record after a read that had to sort, until the store is cleared (or a bracket
 /// removed records): it is refused as tlinkeddata::additem says. Records that are there may be
 /// assigned at any time. No insertion while a read goes on.
 class OPTXV_EXPORT tzemadatahashed : public tzemadatastore {

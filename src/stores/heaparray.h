@@ -30,7 +30,7 @@ inline void copydata(void* to, const void* from, std::int32_t size) noexcept {
   if (size > 0) std::memmove(to, from, static_cast<std::size_t>(size));
 }
 
-/// An array of plain values, all zero at first.
+/// An array of plain values, all zero at the start.
 ///
 /// OWNS: one block of xgetmem (or nothing), which goes back with the array.
 template <class T>

@@ -11,7 +11,7 @@ namespace {
 constexpr std::int32_t reportedinner = 12;
 constexpr std::int32_t reportedleaf = 8;  // and the data
 
-/// Data of a leaf begins right behind its key, in what would be padding.
+/// Data of a leaf begins right after its key, in what would be padding.
 constexpr std::int32_t dataoffset = offsetof(sparsecell, fkey) + sizeof(std::int32_t);
 
 /// The link to the first child. REQUIRES: a cell above the last level.
@@ -28,7 +28,7 @@ std::int32_t tzemadatasparse::cellbytes(std::int32_t level) const {
   return heapsize(std::max(std::int64_t{dataoffset} + fdatasize, std::int64_t{sizeof(sparsecell)}));
 }
 
-/// The data behind the key of a leaf.
+/// The data after the key of a leaf.
 void* tzemadatasparse::leafdata(sparsecell* leaf) const noexcept {
   return reinterpret_cast<std::byte*>(leaf) + dataoffset;
 }
@@ -110,7 +110,7 @@ sparsecell* tzemadatasparse::newchain(std::int32_t level, const std::int32_t* ke
   return below;
 }
 
-/// Adds the cells of a key from a level down, behind the path's entry there or as the first child
+/// Adds the cells of a key from a level down, after the path's entry there or as the first child
 /// of the entry above. The path then follows them.
 void tzemadatasparse::add(const sparsepath& path, std::int32_t level, bool behind,
                           const std::int32_t* key) {

@@ -27,7 +27,7 @@ using sparsepath = heaparray<sparsecell*>;
 /// record, 12 bytes for a cell above (the root is not counted).
 ///
 /// There is one path for loading and reading. REQUIRES: no load and no end of an assign bracket
-/// while a read goes on. Loads may follow reads and brackets: they go on behind the last record.
+/// while a read goes on. Loads may follow reads and brackets: they go on after the last record.
 /// To clear and to prune takes recursion as deep as the dimension.
 class OPTXV_EXPORT tzemadatasparse : public tzemadatastore {
  public:
@@ -39,7 +39,7 @@ class OPTXV_EXPORT tzemadatasparse : public tzemadatastore {
   void insertrecord(tzemadatasearcher* searcher, const std::int32_t* key,
                     const void* data) override;
   /// A key equal to the last one gives that record the new data. KEEP: a key below the last one is
-  /// not noticed; the trie loses its order, reads give what they meet, and verify tells.
+  /// not noticed; the trie loses its order, reads give what they meet, and verify reports it.
   void loadrecord(const std::int32_t* key, const void* data) override;
   bool startread() override;
   void* getnextkey(std::int32_t* key) override;

@@ -30,7 +30,7 @@ class OPTXV_EXPORT treclist : public tobject {
 
   /// Appends a block.
   std::byte* additem();
-  /// Puts a block in front of block i; i may be count().
+  /// Puts a block before block i; i may be count().
   std::byte* insert(std::int32_t i);
   /// Nil for a block that was removed.
   std::byte* getitem(std::int32_t i) const noexcept { return flist[i]; }
@@ -56,8 +56,8 @@ class OPTXV_EXPORT treclist : public tobject {
 };
 
 /// The table store. A search is a binary search with a finger: it starts where the last one ended,
-/// so that searches in ascending order cost next to nothing. An insertion moves the slots behind
-/// it. memoryused is that of all records and 4 bytes for each slot of the array.
+/// so searches in ascending order cost next to nothing. An insertion moves the slots after it.
+/// memoryused is that of all records and 4 bytes for each slot of the array.
 class OPTXV_EXPORT tzemadatatable : public tzemadatastore {
  public:
   tzemadatatable(std::int32_t n, std::int32_t datasize, const void* defaultdata)
@@ -95,7 +95,7 @@ class OPTXV_EXPORT tzemadatatablesearcher : public tzemadatasearcher {
   explicit tzemadatatablesearcher(tzemadatatable& store) noexcept : tzemadatasearcher(store) {}
 
   void startsearch() override { fposition = 0; }
-  /// Any change of the store is well between two searches: a position too large is brought back.
+  /// Any change of the store is allowed between two searches: a position too large is brought back.
   bool search(const std::int32_t* key, void*& data) override;
 
   std::int32_t position() const noexcept { return fposition; }

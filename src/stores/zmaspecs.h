@@ -1,6 +1,6 @@
 // Special values inside ordinary reals, and the names of the types of variables.
 //
-// Programs beside a solver write undefined, not available, the infinities, epsilon and acronyms as
+// Programs around a solver write undefined, not available, the infinities, epsilon and acronyms as
 // huge reals: whole multiples of valund. An older scale, of 1e30, is still met and converted.
 #pragma once
 
@@ -52,7 +52,7 @@ OPTXV_EXPORT extern const double old_valacr;
 /// within 1e-5 of valund, is undefined. A not-a-number is an acronym.
 OPTXV_EXPORT std::int32_t mapval(double x) noexcept;
 
-/// The same with three ordinary classes in front: 0 negative, 1 zero of either sign, 2 positive, or
+/// The same with three ordinary classes first: 0 negative, 1 zero of either sign, 2 positive, or
 /// a not-a-number; then 3 undefined to 8 acronym.
 OPTXV_EXPORT std::int32_t xmapval(double x) noexcept;
 
@@ -63,7 +63,7 @@ OPTXV_EXPORT double old_new_val(double x) noexcept;
 
 // Types of variables -----------------------------------------------------------------------------
 
-/// Their names, each of 8 characters with blanks behind: unknown, binary, integer, positive,
+/// Their names, each padded with blanks to 8 characters: unknown, binary, integer, positive,
 /// negative, free, sos1, sos2, semicont and semiint.
 OPTXV_EXPORT extern const std::array<std::string_view, 10> varstyptxt;
 OPTXV_EXPORT extern const std::bitset<10> varstypx;  ///< positive, negative and free

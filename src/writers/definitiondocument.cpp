@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t memberwidth = 80;
 
-/// A section of names on their way out: its heading, and the marks of which one is enough.
+/// A section of deprecated or obsolete names: its heading, and the marks of which one is enough.
 struct outgoing {
   std::string_view heading;
   deprecationmark option;
@@ -85,7 +85,7 @@ void entrywriter::rest(const Option& option) {
   file_.put(defaultform(option));
   if constexpr (boundedkind<Option>)
     file_.put(" ", numberform(option.lowbound), " ", numberform(option.highbound));
-  // KEEP: a second blank where the fields are none but the default, save for plain strings.
+  // KEEP: a second blank where the default is the only field, except for plain strings.
   else if constexpr (integerkind<Option> || enumerationkind<Option>)
     file_.put(" ");
   numbers(option);
@@ -138,7 +138,8 @@ void entrywriter::longhelp(const toption& option) {
 }
 
 /// KEEP: a name that is marked only as a synonym comes out as the option's, with an empty text.
-/// Whether there is a section at all is decided without the string lists, what stands in it is not.
+/// Whether there is a section at all is decided without the string lists; what it holds includes
+/// them.
 void entrywriter::section(const outgoing& kind) {
   const std::int32_t count = options_.getcount();
   const auto asks = [&](const toption& option) { return hasentry(option) && kind.holds(option); };

@@ -37,9 +37,9 @@ struct optionfacts {
   std::vector<std::string> members;  ///< table names of what a multilist or a macro sets
   std::string action;                ///< what an immediate option does: EolFlag, ReadFile...
   std::vector<std::string> synonyms;
-  bool deprecated = false, obsolete = false;  ///< the option's own name is on its way out
+  bool deprecated = false, obsolete = false;  ///< of the option's own name
   std::string deprecatedtext;
-  bool synonymdeprecated = false, synonymobsolete = false;  ///< a synonym is
+  bool synonymdeprecated = false, synonymobsolete = false;  ///< of a synonym
   std::string synonymdeprecatedtext;
 };
 
@@ -56,7 +56,7 @@ struct tablefacts {
   std::string indicatorkey;          ///< empty where the definition has none
 };
 
-/// The facts of a table. Synonyms whose target was not found are left out, and so are members.
+/// The facts of a table. Synonyms and members whose target was not found are left out.
 OPTXV_EXPORT tablefacts describe(const tzmaoptions& options);
 
 }  // namespace optxv

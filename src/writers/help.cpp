@@ -31,7 +31,7 @@ int tmysortstringlist::compare(std::int32_t i, std::int32_t j) {
   const numberedname first(getname(i));
   const numberedname second(getname(j));
   const int difference = strucmp(first.text, second.text);
-  // Neither number is negative, so that their difference is in range.
+  // Neither number is negative, so their difference is in range.
   return difference != 0 ? difference : first.number - second.number;
 }
 
@@ -186,8 +186,8 @@ void helpwriter::collect() {
   items_.sortn(items_.count());
 }
 
-/// The option of an entry, for a synonym the one behind it: nil if the first synonym of that name
-/// has none, which a faulty definition can bring about.
+/// The option of an entry, for a synonym the one it stands for: nil if the first synonym of that
+/// name has none, which a faulty definition can cause.
 const toption* helpwriter::optionof(std::int32_t entry) const {
   if (void* option = items_.getobject(entry)) return objectof<toption>(option);
   return options_.synonymtarget(options_.synonymindex.find(items_.getname(entry)));

@@ -55,7 +55,7 @@ thtmlwrite::~thtmlwrite() {
   try {
     close();
   } catch (const exception&) {
-    // Nobody is left to be told; who wants to know calls close.
+    // There is nobody left to report to; call close to know.
   }
 }
 

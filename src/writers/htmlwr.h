@@ -15,20 +15,20 @@ enum htmlalignment : std::uint8_t { alignLeft, alignRight, alignCenter };
 
 /// Writes one HTML document into one file, an operation for each piece of markup.
 ///
-/// An operation writes its bytes at once; nothing keeps track of what is open, so that a
-/// well-formed document is up to the caller. KEEP: the line feeds and blanks round the tags differ
-/// from one operation to the next, and stay to the byte: readers compare these files.
+/// An operation writes its bytes at once; nothing keeps track of what is open, so a well-formed
+/// document is up to the caller. KEEP: the line feeds and blanks around the tags differ from one
+/// operation to the next, and stay byte for byte: readers compare these files.
 ///
 /// Texts are escaped: `&`, `<` and `>` become entities, and so do the bytes 160 to 255, taken as
-/// ISO 8859-1. KEEP: byte 184 is `&cedille;`. A double quote stands as it is. Names of anchors and
-/// files, and what passhtml takes, go out raw.
+/// ISO 8859-1. KEEP: byte 184 is `&cedille;`. A double quote is written as it is. Names of anchors
+/// and files, and what passhtml takes, go out raw.
 ///
 /// Every operation raises einouterror if a write failed. Since text is held back in blocks, a
-/// failure may show later than the operation that met it, at the latest in close.
+/// failure may be reported later than it happened, at the latest by close.
 class OPTXV_EXPORT thtmlwrite : public tobject {
  public:
   /// Creates or empties the file and writes the opening tags. An empty name is standard output,
-  /// which stays open at the end. Raises einouterror, and then leaves nothing behind but the file.
+  /// which stays open at the end. Raises einouterror, and then leaves nothing but the file.
   explicit thtmlwrite(std::string_view filename);
   /// Ends the document as close does, if close was not called; a failure is lost.
   ~thtmlwrite() override;

@@ -1,4 +1,4 @@
-// tzmaoptionwriter::writeashtml, and the life of the writer.
+// tzmaoptionwriter::writeashtml, and the writer's constructor and destructor.
 
 #include "options/zmaoptions.h"
 #include "writers/htmlwr.h"

@@ -1,4 +1,4 @@
-// A text file that is written from front to back and reports its failures.
+// A text file that is written from start to end and reports its failures.
 #pragma once
 
 #include <string_view>
@@ -11,8 +11,8 @@ namespace optxv {
 /// A file that a writer fills. Every step raises einouterror if it, or any before it, failed; what
 /// was written until then stays in the file.
 ///
-/// Text is held back in blocks, so that a full disk may show as late as in close: who wants to know
-/// calls it. The destructor abandons the file.
+/// Text is held back in blocks, so a full disk may be noticed only in close: call it to know. The
+/// destructor abandons the file.
 class outfile {
  public:
   /// Creates or empties the file; an empty name is standard output. A name ends at a zero byte or
@@ -28,7 +28,7 @@ class outfile {
 
   bool opened() const { return file_.opened(); }
 
-  /// Writes the texts one behind the other.
+  /// Writes the texts one after the other.
   template <class... Pieces>
   void put(const Pieces&... pieces) {
     (file_.write(pieces), ...);
@@ -40,7 +40,7 @@ class outfile {
     _Q9error_check();
   }
 
-  /// Closes the file if it is open; a failure is lost, and leaves no I/O error code behind.
+  /// Closes the file if it is open; a failure is lost, and leaves no I/O error code.
   void abandon() noexcept {
     if (!file_.opened()) return;
     file_.close();

@@ -18,8 +18,8 @@ constexpr std::array<std::string_view, 10> keyname = {
 
 constexpr int nobucket = -1;
 
-/// The bucket of an option: kinds whose values travel alike share one, and kinds without a value
-/// have none, macros excepted.
+/// The bucket of an option: kinds whose values are passed alike share one, and kinds without a
+/// value have none, except macros.
 int bucketof(const toption& option) {
   return withkind(option, []<class Option>(const Option&) {
     if constexpr (integerkind<Option>) return 0;
@@ -30,7 +30,7 @@ int bucketof(const toption& option) {
   });
 }
 
-/// Lays out the items of one list: all padded alike, with commas in front of all but the first.
+/// Lays out the items of one list: all padded alike, with a comma before all but the first.
 class itemlayout {
  public:
   itemlayout(outfile& file, int width, int perline)
@@ -55,7 +55,7 @@ class itemlayout {
   outfile& file_;
   int width_;
   int perline_;
-  int count_ = -1;  // items on the line; -1 ahead of the first
+  int count_ = -1;  // items on the line; -1 before the first
 };
 
 /// The options that have a bucket; the object word is the position in the table.
@@ -84,7 +84,7 @@ void map(outfile& file, std::string_view word, const txstringlist& options) {
   file.put(" );\n");
 }
 
-/// Writes what each bucket that is not empty gives rise to.
+/// Writes what each bucket that is not empty leads to.
 template <class Write>
 void foreachbucket(outfile& file, const buckets& lists, Write write) {
   for (std::size_t i = 0; i < lists.size(); ++i)

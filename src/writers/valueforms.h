@@ -4,12 +4,12 @@
 #include <cstdint>
 
 #include "foundation/strutilx.h"
-#include "options/optionkinds.h"
 #include "language/words.h"
+#include "options/optionkinds.h"
 
 namespace optxv {
 
-/// A number as a definition would write it: limits go by their names (maxint, maxdouble).
+/// A number as a definition would write it: limits have their names (maxint, maxdouble).
 inline shortstring numberform(std::int32_t number) {
   return inttostrex(number);
 }

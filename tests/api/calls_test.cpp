@@ -19,7 +19,7 @@ namespace {
 using values = std::vector<std::variant<int32_t, double, std::string>>;
 
 // One argument: an input of the row, or an out variable that ends in the outcome. An out text has
-// bytes in front and behind that nobody may touch.
+// bytes before and after it that nobody may touch.
 template <class Argument>
 struct slot {
   using held = std::remove_const_t<std::remove_pointer_t<Argument>>;

@@ -13,7 +13,7 @@
 
 namespace {
 
-TEST(Helpers, TellOfTheSystemAndFiles) {
+TEST(Helpers, ReportOnTheSystemAndFiles) {
   char text[4096], n[5][256];
   const optxv::test::keptvariable variable("OPTXV_TEST");
   setenv("OPTXV_TEST", "value", 1);

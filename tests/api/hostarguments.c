@@ -1,5 +1,5 @@
 /* Says what the library knows of this program: how many arguments there are, whether an audit is
-   asked for, and where it lies. Built twice: linked with the library, and loading it. */
+   asked for, and where the program lies. Built twice: linked with the library, and loading it. */
 #include <dlfcn.h>
 #include <stdbool.h>
 #include <stdint.h>

@@ -1,4 +1,4 @@
-// What the library knows of the program that brought it, started in the ways of users.
+// What the library knows of the program that loaded it, started in the ways that users start it.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Load and unload through the system's loader. This program is not linked with the library, so that
-// it can see it go: every function is asked for by name.
+// it can see it unloaded: every function is looked up by name.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -79,6 +81,38 @@ TEST(Signatures, AreTheseAndNoOthers) {
     }
   }
   EXPECT_EQ(count, 75);
+}
+
+using names = std::map<std::string, std::string>;
+
+/// What the rows ask of the header: the name that people speak of, and the linker's.
+names namesofrows() {
+#define OPTXV_PLAIN(api, linkage, ...) {#api, #linkage},
+#define OPTXV_TWIN(api, linkage, ...) {#api, #linkage}, {"c" #api, "c" #linkage},
+  return {
+#include "frame/api.def"
+      {"optGetLoadPath", "optgetloadpath"},
+      {"coptGetLoadPath", "coptgetloadpath"},
+      {"optSetLoadPath", "optsetloadpath"},
+      {"coptSetLoadPath", "coptsetloadpath"}};
+}
+
+/// The macros in the text of the header that begin as such a name does.
+names namesofheader() {
+  std::ifstream header(OPTXV_SOURCE_DIR "/include/optxv/optxv.h");
+  names found;
+  for (std::string line; std::getline(header, line);) {
+    std::istringstream words(line);
+    std::string define, name, linkage;
+    words >> define >> name >> linkage;
+    if (define != "#define" || !(name.starts_with("opt") || name.starts_with("copt"))) continue;
+    EXPECT_TRUE(found.emplace(name, linkage).second) << name << " twice";
+  }
+  return found;
+}
+
+TEST(Signatures, EachHasItsMixedCaseNameAndNoOtherStands) {
+  EXPECT_EQ(namesofheader(), namesofrows());
 }
 
 TEST(Signatures, CheckInBoundedStrings) {

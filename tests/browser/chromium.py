@@ -1,6 +1,6 @@
 """Headless Chromium for the tests of what a browser makes of the documents.
 
-skip() ends the program with the word that ctest takes for a skip, where the browser is not installed.
+skip() ends the program with the exit status that ctest takes for a skip, where the browser is not installed.
 """
 import json
 import shutil

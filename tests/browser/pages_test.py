@@ -25,7 +25,7 @@ COLOURS = '''const read = (e, p) => getComputedStyle(e)[p].match(/[\\d.]+/g).map
 
 def seen(text):
     """A text as a page without a declared encoding shows it: what has no entity is windows-1252, and one entity of ours
-    is none, so that the browser takes the beginning for that of the cedilla."""
+    is none, so the browser takes the beginning for that of the cedilla."""
     bytes_ = text.encode('latin-1').decode('cp1252', errors='replace')
     return ''.join('\xb8le;' if was == '\xb8' else was if was >= '\xa0' else now for was, now in zip(text, bytes_))
 
@@ -36,7 +36,7 @@ def quoted(text):
 
 def rows(path):
     """The rows that a browser makes of the table of a definition: a row that is not closed ends where the next begins,
-    and cells behind a closed row begin one of their own."""
+    and cells after a closed row begin one of their own."""
     options, synonyms, _ = tablefacts.facts(path)
     found = [HEAD]
     for each in options:
@@ -114,7 +114,7 @@ class Table(Pages):
                     self.assertEqual(matching(want, row), want, f'row {number}')
                 tables, cells, text = self.script(AROUND)
                 self.assertEqual((tables, cells), (1, sum(map(len, expected))))
-                self.assertEqual(text.split('\n')[0].split('\t'), HEAD)  # nothing fell out of the table, ahead of it
+                self.assertEqual(text.split('\n')[0].split('\t'), HEAD)  # no text has fallen out before the table
 
 
 class Reference(Pages):

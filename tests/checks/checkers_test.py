@@ -10,16 +10,22 @@ import check_exports  # noqa: E402
 import check_floors  # noqa: E402
 import check_tree  # noqa: E402
 
-FLOORS = '0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *\n'
+FLOORS = '''tree src\n0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *
+tree command\n1 page optxv\n2 jobs page <lib/all.hpp> src/side/way\n3 cli *\n'''
 GOOD = {
     'checks/floors.txt': FLOORS,
-    'checks/modules.txt': 'bodies top/extra top/main.h\nuntested mid/low a table without code\n',
+    'checks/modules.txt': 'bodies src/top/extra src/top/main.h\nuntested src/mid/low a table without code\n'
+                          'untested command/jobs run from outside\nprogram command/cli/run the command\n',
     'src/base/text.h': '#include <string>\n#include <sys/stat.h>\n', 'src/base/text.cpp': '#include "base/text.h"\n',
     'src/mid/low.h': '/* #include "top/main.h" */\n#include "base/text.h"\n',
     'src/mid/low.cpp': '#include "mid/low.h"\n// #include "side/way.h"\n',
     'src/mid/high.h': '#include "mid/low.h"\n', 'src/side/way.h': '#include "base/text.h"\n',
     'src/top/main.h': '#include <optxv/optxv.h>\n#include "side/way.h"\n',
     'src/top/main.cpp': '#include "top/main.h"\n#include "mid/high.h"\n', 'src/top/extra.cpp': '#include "top/main.h"\n',
+    'command/page/glyph.h': '#include "optxv/optxv.h"\n', 'command/page/glyph.cpp': '#include "page/glyph.h"\n',
+    'command/jobs/print.h': '#include <lib/all.hpp>\n#include "page/glyph.h"\n#include "side/way.h"\n',
+    'command/jobs/print.cpp': '#include "jobs/print.h"\n', 'command/cli/run.cpp': '#include "jobs/print.h"\n',
+    'tests/command/glyph_test.cpp': '',
     'tests/base/text_test.cpp': '', 'tests/top/main_test.cpp': '', 'tests/top/extra_test.cpp': ''}
 
 # What is laid over the good tree (None takes a file away), and a piece of the one fault expected.
@@ -32,16 +38,27 @@ BAD_INCLUDES = [
     ('missing', {'src/side/way.h': '#include "base/gone.h"\n'}, 'no file there'),
     ('foreign library', {'src/side/way.h': '#include <boost/any.hpp>\n'}, 'C++ standard library'),
     ('macro', {'src/side/way.h': '#include HEADER\n'}, 'cannot be checked'),
+    ('room above', {'command/page/glyph.cpp': '#include "jobs/print.h"\n'}, 'command/page may not include this'),
+    ('all below is not above', {'src/top/main.h': '#include "page/glyph.h"\n'}, 'src/top may not include this'),
+    ('foreign library of another room', {'command/cli/run.cpp': '#include <lib/all.hpp>\n'}, 'what floors.txt grants'),
+    ('another tree', {'command/jobs/print.cpp': '#include "base/text.h"\n'}, 'command/jobs may not include this'),
+    ('unit of no tree', {'checks/floors.txt': '0 lost\n' + FLOORS}, 'not a row'),
     ('no floor', {'src/attic/old.h': ''}, 'stands on no floor'),
     ('grant of a higher floor', {'checks/floors.txt': FLOORS.replace('0 base', '0 base side')}, 'may not be granted'),
-    ('unit twice', {'checks/floors.txt': FLOORS + '1 base\n'}, 'not a row'),
+    ('grant of no unit', {'checks/floors.txt': FLOORS.replace('3 cli *', '3 cli * src/attic')}, 'may not be granted'),
+    ('unit twice', {'checks/floors.txt': FLOORS + '1 page\n'}, 'not a row'),
 ]
 BAD_FILES = [
     ('word taken', {'src/side/text.h': ''}, 'the word is taken by src/base/text'),
     ('no header', {'src/base/text.h': None}, 'has no header'),
     ('no test', {'tests/base/text_test.cpp': None}, 'has no test file'),
     ('test name twice', {'tests/side/text_test.cpp': ''}, 'the name is taken in tests/base'),
-    ('stale bodies row', {'src/top/extra.h': ''}, 'no longer holds: bodies top/extra'),
+    ('stale bodies row', {'src/top/extra.h': ''}, 'no longer holds: bodies src/top/extra'),
+    ('no test in the command', {'tests/command/glyph_test.cpp': None}, 'no test file tests/command/glyph_test.cpp'),
+    ('stale row of a room', {'tests/command/print_test.cpp': ''}, 'no longer holds: untested command/jobs'),
+    ('stale program', {'command/cli/run.h': ''}, 'no longer holds: program command/cli/run'),
+    ('no such header', {'src/top/main.h': None, 'src/top/main.cpp': None}, 'no such header'),
+    ('word of another tree', {'command/page/low.h': '', 'command/jobs/low.h': ''}, 'taken by command/jobs/low'),
     ('too deep', {'src/top/inner/deep.h': ''}, 'stand in a folder of src/'),
     ('machine path', {'docs/notes.md': 'see ' + '/home' + '/me/notes'}, 'a path of one machine'),
 ]

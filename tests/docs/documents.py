@@ -3,20 +3,20 @@
 
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
 OPTXV_COMMAND and OPTXV_MINIMIZER (the programs, if they were built), CC and CXX.
-Prints a line for each fault; the exit status is 1 where there is one. The word behind the fence says what a block is:
+Prints a line for each fault; the exit status is 1 where there is one. The word after the fence says what a block is:
 
   definition        a definition file, example.def: a new table, and no option set
   parameters        a parameter file, example.opt, read into a fresh copy of the table; with the word `token`
                     in token mode; with the word `more` into what the block before has set
   file NAME         a file that a later block reads
-  messages          the messages of the block before, all of them, but for those that open and close a file;
+  messages          the messages of the block before, all of them, except those that open and close a file;
                     with the word `all` these too. Where it is missing there must be none
-  values            all that is set, a line each
+  values            all that is set, one per line
   lookup            lines `key -> name`; the name is `nothing` for a key that finds none
   help REQUEST      the lines of help that the request gives
   written           the file that is written back
-  c, cpp, python    a program, run in the tree; an `output` block behind it is its whole output
-  console           commands behind `$ `, run in the tree, and what they print; a line `...` stands for any
+  c, cpp, python    a program, run in the tree; an `output` block after it is its whole output
+  console           commands after `$ `, run in the tree, and what they print; a line `...` stands for any
                     number of lines
   excerpt FILE      lines of a file of the tree, in their order; blanks do not count
   sh not-run        commands that this test cannot run: they build, install or test the whole
@@ -40,7 +40,7 @@ class Fault(Exception):
 
 
 def broken_links(path, text):
-    """A fault for each link that leads nowhere; what lies outside of the tree is not looked at."""
+    """A fault for each link that leads nowhere; what lies outside the tree is not looked at."""
     for target in re.findall(r'\]\(([^)\s]+)\)', text):
         if '://' not in target and not (path.parent / target.split('#')[0]).exists():
             yield f'{path.name}: {target}: there is no such file'
@@ -70,7 +70,7 @@ class Document:
         self.folder = Path(folder)
         self.source = Path(os.environ['OPTXV_SOURCE'])
         self.options = None
-        self.pending = []  # messages nobody has looked at
+        self.pending = []  # messages that no block has looked at
         self.output = None  # of the program before
 
     def run(self, words, lines):
@@ -202,7 +202,7 @@ class Document:
     def run_excerpt(self, lines, name):
         rest = iter(' '.join(line.split()) for line in (self.source / name).read_text(encoding='utf-8').splitlines())
         for line in lines:
-            if ' '.join(line.split()) not in rest:  # goes on behind the line before
+            if ' '.join(line.split()) not in rest:  # goes on after the line before
                 raise Fault(f'has a line that is not there, or not in this order: {line}')
 
     # --- what is not run

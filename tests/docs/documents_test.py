@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The runner of the documents sees what it is there to see, and the documents leave out nothing that they list.
+"""The runner of the documents finds the faults it is there to find, and the lists in the documents are complete.
 
 OPTXV_SOURCE is the tree; the runner's own variables as it says.
 """
@@ -15,7 +15,7 @@ import documents  # noqa: E402  (found beside this file)
 
 TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
 SOURCE = Path(os.environ['OPTXV_SOURCE'])
-# Texts in the sources of the readers that no text of a user can call forth.
+# Texts in the sources of the readers that no text of a user can cause.
 UNTOLD = {'Cannot AddIndex to DotObj', 'Cannot SetValue to DotObj', 'Bad message number ='}
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
@@ -65,7 +65,7 @@ class Completeness(unittest.TestCase):
         self.assertEqual([flag for flag in flags if not re.search(rf'^\.It Fl .*{flag}\b', manual, re.M)], [])
         self.assertEqual([field for field in fields if not re.search(rf'[`"]{field}[`"]', page)], [])
 
-    def test_the_documents_tell_every_message_of_the_readers(self):
+    def test_the_documents_list_every_message_of_the_readers(self):
         told = ' '.join(' '.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8').split())
                         for name in ('definition', 'parameter'))
         texts = set()

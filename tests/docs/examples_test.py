@@ -38,14 +38,14 @@ class ParameterFiles(unittest.TestCase):
                      'y.priority(feb,*) = 7', "balance(i,'oslo')$open(i) = 1", 'meet$close = 0'):
             self.assertIn(line, values)
 
-    def test_the_notices_are_no_errors_but_the_one_that_is_asked_for(self):
+    def test_the_notices_are_no_errors_except_the_one_that_is_asked_for(self):
         self.options.read('examples/notices.opt')
         self.assertEqual(self.options.told('opterrorcount', out='ii'), [1, 4])
 
-    def test_every_faulty_line_is_told_and_the_last_one_still_counts(self):
+    def test_every_faulty_line_is_reported_and_the_last_one_still_counts(self):
         told = {int(number) for message in self.read('faulty') for number in re.findall(r'line (\d+):', message)}
         lines = (EXAMPLES / 'faulty.opt').read_text().splitlines()
-        unopened = 1 + next(i for i, line in enumerate(lines) if line.startswith('read '))  # told without a line
+        unopened = 1 + next(i for i, line in enumerate(lines) if line.startswith('read '))  # reported without a line
         self.assertEqual(told | {unopened}, set(range(2, len(lines))))
         self.assertIn('iteration_limit = 5000', self.options.values())
 
@@ -72,7 +72,7 @@ class Minimizer(unittest.TestCase):
                 found = [round(float(x), 5) for x in re.findall(r'  x\d+ = (\S+)', output)]
                 self.assertEqual((status, found), (0, minimum), output)
 
-    def test_wrong_options_are_told_and_stop_it(self):
+    def test_wrong_options_are_reported_and_stop_it(self):
         for word, message in (('dimension=1', 'Valid range is 2 to 100'), ('tolerance=1', 'Unknown option "tolerance"'),
                               ('method=newton', 'Possible values are  bfgs conjugate descent'),
                               ('@no_such_file', 'Cannot open parameter file "no_such_file"'),

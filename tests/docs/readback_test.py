@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The definition document, read back by the library, gives the table that it was written from.
 
-What the document is known to leave out or to write in a form that is not read stays away from the tables given here:
-lists of texts, instructions to the reader, names on their way out, values with blanks in them. OPTXV_LIBRARY and
+What the document is known to leave out or to write in a form that is not read is left out of the tables given here:
+lists of texts, instructions to the reader, deprecated and obsolete names, values with blanks in them. OPTXV_LIBRARY and
 OPTXV_COMMAND say where they are; OPTXV_TABLES a folder of more tables.
 """
 import os

@@ -1,4 +1,4 @@
-"""What the library tells of a definition through its C API, as plain data; what it does not tell is read off the text.
+"""What the library reports of a definition through its C API, as plain data; the rest is read off the text.
 
 The tests of the documents compare what readers make of a document with these facts.
 """

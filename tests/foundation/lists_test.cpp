@@ -58,7 +58,7 @@ TEST(Quicksort, SortsWhateverTheOrderBefore) {
   }
 }
 
-/// Writes down the names whose words it is told to release.
+/// Writes down the names whose words it is asked to release.
 class loggednames : public txstringlist {
  public:
   explicit loggednames(std::string& log) : log_(log) {}

@@ -124,7 +124,7 @@ TEST(NumberToText, AgreesWithTheCLibrary) {
     }
 }
 
-// A locale whose decimal point is a comma is written, should the system have none.
+// Builds a locale whose decimal point is a comma, as the system may have none.
 TEST(NumberToText, IgnoresTheLocale) {
   const test::scratchfolder folder;
   const test::keptvariable path("LOCPATH");
@@ -142,7 +142,7 @@ TEST(NumberToText, IgnoresTheLocale) {
   const double real = _Q9_Val_d("1.5e1", code);
   const shortstring e = _Q9_Str_d0(-1234.5), f = _Q9_Str_d2(1234567.25, 12, 1);
   std::setlocale(LC_ALL, "C");
-  if (comma != "1,5") GTEST_SKIP() << "no locale with a decimal comma can be had";
+  if (comma != "1,5") GTEST_SKIP() << "no locale with a decimal comma is available";
   EXPECT_EQ(tuple(real, code), tuple(15.0, 0));
   EXPECT_EQ(e, "  -1.23450000000000E+03");
   EXPECT_EQ(f, "   1234567.2");

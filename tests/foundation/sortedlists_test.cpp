@@ -43,7 +43,7 @@ TEST(SortedNames, StandWhereTheseStepsPutThem) {
   give(") ( +c +a", "a c ", false), give("+b +a s =z s", "z b ", true);
 }
 
-TEST(SortedNames, AreFoundByHalves) {
+TEST(SortedNames, AreFoundByBinarySearch) {
   const std::tuple<std::string, std::string, bool, std::int32_t, std::int32_t> rows[] = {
       {"", "a", false, 0, -1},           {"+a +c +e s", "C", true, 1, 1},
       {"+a +c +e s", "d", false, 2, -1}, {"+a +a +a +a s", "A", true, 1, 1},

@@ -83,7 +83,7 @@ TEST(Change, CaseSetsBlanksAndTexts) {
 
 TEST(Tokens, TakenOneByOne) {
   const auto gives = [](text s, text expected) {
-    std::string tokens;  // each with the position behind it
+    std::string tokens;  // each with the position after it
     for (int p = 1, last = 0; last != p;) {
       last = p;
       tokens.append("[").append(extracttoken(s, p).view());

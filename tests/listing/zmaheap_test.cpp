@@ -64,7 +64,7 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   EXPECT_EQ(zmaheapstate().basebufused, 1) << "taken to the last unit";
 }
 
-// In a child: a get above the limit, in the midst of somebody who would catch anything.
+// In a child: a get above the limit, inside code that would catch anything.
 void getabovelimit(double limit, std::int32_t size) {
   dup2(2, 1);
   zmagetmem(32);

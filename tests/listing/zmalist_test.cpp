@@ -41,7 +41,7 @@ void lists(const script& steps, const std::string& listing) {
 }
 
 // Titles, header lines that come back on later pages, a margin, an indent, a title that changes in
-// mid-page, index lines queued and at once.
+// the middle of a page, index lines queued and at once.
 void report(tzmalist& l) {
   l.setrightmargin(30), l.setlinesperpage(20), l.setsystitle("left", "right"), l.settitle("One");
   l.setsubtitle("Sub"), l.addtoindex(3, "queued"), l.wrstrln("first");
@@ -120,7 +120,7 @@ TEST(Listing, FitsItemsIntoLines) {
     l.wrstrbrk("one,  two4567890123456789012", ','), l.wrln();
     l.usrwrite("longer than the line that it is on"), l.wrstrbrk("", ','), l.wrln();
     EXPECT_EQ(l.strblocklength("123456789012345678901", 6), 2);
-    EXPECT_EQ(l.strblocklength("123", 26), 4) << "no place at all";
+    EXPECT_EQ(l.strblocklength("123", 26), 4) << "no room at all";
   };
   lists(blocks,
         "key: 12345678901234567890\n     next 67890123456789 \n     done\n\n"

@@ -43,6 +43,15 @@ foreach(program use_c use_cpp writers)
   run(${area}/${program})
 endforeach()
 
+# Every installed header is found with all that it includes, and so is a host's own folder named like one of ours.
+run(${pkg_config} --variable=includedir optxv)
+file(GLOB_RECURSE headers RELATIVE ${output} ${output}/optxv/*.h)
+list(TRANSFORM headers REPLACE ".+" "#include <\\0>\n")
+string(CONCAT text ${headers} "#include <foundation/lists.h>\nint host = hostlists;\n")
+file(WRITE ${area}/all.cpp "${text}")
+file(WRITE ${area}/host/foundation/lists.h "constexpr int hostlists = 1;\n")
+run(${CXX} -std=c++20 ${strict} -fsyntax-only ${area}/all.cpp ${flags} -I${area}/host)
+
 if(HAS_COMMAND)
   unset(ENV{LD_LIBRARY_PATH})  # the command finds its library by itself
   run(${prefix}/bin/optxv --help)

@@ -1,4 +1,4 @@
-/* A caller in C, and in C++: a fresh object is made, holds no option, and is given back. */
+/* A caller in C, and in C++: a new object is made, holds no option, and is freed. */
 #include <optxv/optxv.h>
 #include <stddef.h>
 #include <stdio.h>

@@ -1,5 +1,3 @@
-#include "parameter/parameterwriter.h"
-
 #include <array>
 #include <climits>
 #include <filesystem>

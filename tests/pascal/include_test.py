@@ -21,7 +21,7 @@ EDGES = ('six macro 1 1 Six', 'one_name_of_14 integer 1 5 0 9 1 1 Padded to the 
 
 
 def compile_and_run(folder, words):
-    """What a program prints of the include file: the word, the enumerator and its number, a line each."""
+    """What a program prints of the include file: the word, the enumerator and its number, one per line."""
     loops = '\n'.join(f"  for k{word} := low(Tpf{word}keys) to high(Tpf{word}keys) do\n"
                       f"    writeln('{word} ', k{word}, ' ', pf{word}map[k{word}]);" for word in words)
     names = ''.join(f' k{word}: Tpf{word}keys;' for word in words)

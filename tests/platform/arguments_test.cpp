@@ -76,7 +76,8 @@ TEST_F(Arguments, LeadToTheProgram) {
   finds("", "./a", "a"), finds("", "././a", "./a"), finds("", "bin/../a", "bin/../a");
   finds("", home + "/bin/twice", "bin/near"), finds("", "./down", "bin/b"), finds("", "./c", "");
   finds("", "", ""), finds("", '/' + x, ""), finds("", "bin/near", "bin/b");
-  // Along PATH: folders and what is no program are passed over, nothing is the current directory.
+  // Along PATH: folders and what is no program are skipped, an empty entry is the current
+  // directory.
   finds(home + "/bin/", "b", "bin/b"), finds("/no:" + home + "/bin:", "near", "bin/b");
   finds("bin:" + home, "a", "a"), finds("bin", "text", ""), finds("./bin", "b", "bin/b");
   finds(".", "a", "a"), finds("/no:", "a", "a"), finds(home, x, ""), finds(x, "a", "");

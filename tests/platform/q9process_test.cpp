@@ -171,7 +171,8 @@ TEST(Interrupt, ReachesTheHandlerInPlace) {
   EXPECT_EQ(interrupted([] { return replaced() == 0 ? q9uninstallctrlhandler() : 1; }), killed);
   EXPECT_EQ(interrupted([] { return replaced(), finalq9process(), 0; }), killed);
   EXPECT_EQ(interrupted([] { return overridden(), 0; }), 12);
-  // The old action is back, and the result tells; the library that goes leaves the other alone.
+  // The old action is back, and the result says so; unloading the library leaves the other in
+  // place.
   EXPECT_EQ(interrupted([] { return overridden(), q9uninstallctrlhandler() - 2; }), killed);
   EXPECT_EQ(interrupted([] { return overridden(), finalq9process(), 0; }), 12);
   EXPECT_EQ(q9installctrlhandler(nullptr), 1);

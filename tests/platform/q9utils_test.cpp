@@ -89,7 +89,7 @@ TEST(Files, PositionsGoBeyondFourGigabytes) {
   q9fileclose(&handle);
 }
 
-TEST(Environment, DirectoriesGoInFrontOfPaths) {
+TEST(Environment, DirectoriesGoBeforeTheOldPaths) {
   const test::keptvariable path("PATH"), library("LD_LIBRARY_PATH"), darwin("DYLD_LIBRARY_PATH");
   const test::kept platform(osplatform);
   const auto gives = [](const char* directory, const char* before, const std::string& after) {
@@ -146,7 +146,7 @@ TEST(Reals, FixedLayout) {
   EXPECT_EQ(realtrunc(-2.6), -2);
 }
 
-// In the name "Every": valgrind keeps no flags of exceptions, and passes such cases over.
+// In the name "Every": valgrind keeps no flags of exceptions, and skips such cases.
 TEST(Reals, EveryFlagOfExceptions) {
   const int native[] = {FE_INVALID, 0, FE_DIVBYZERO, FE_OVERFLOW, FE_UNDERFLOW, FE_INEXACT};
   for (unsigned bit = 0; bit < 6; ++bit) {

@@ -35,7 +35,7 @@ class agreement {
     for (int round = 0; round < 6; ++round) {
       bracket(round % 2 == 0);
       compare();
-      // The hashed store takes no new records behind a read that moved some, until it is cleared.
+      // The hashed store takes no new records after a read that moved some, until it is cleared.
       if (hashed_.hashlist().linked().tail() != nullptr) continue;
       hashed_.clear();
       loadmodel(hashed_);

@@ -46,7 +46,7 @@ TEST(Hashed, LoadsTwiceButInsertsOnce) {
   EXPECT_EQ(value(*from, {5}), 5) << "the table is built anew";
 }
 
-TEST(Hashed, TakesNoNewRecordBehindASort) {
+TEST(Hashed, TakesNoNewRecordAfterASort) {
   holding<tzemadatahashed> store(1, {{{1}, 1}, {{2}, 2}});
   EXPECT_EQ(read(store).size(), 2U);
   load(store, {{{0}, 5}});  // as there was nothing to sort
@@ -72,7 +72,7 @@ TEST(Linked, SortsAndKeepsCountOfKeysAndMemory) {
   const std::int32_t backward[] = {2, 1};
   EXPECT_EQ(given(backward), (rows{{{1, 1}, 4}, {{2, 1}, 1}, {{2, 1}, 3}, {{1, 2}, 2}}));
   EXPECT_EQ(given(nullptr), (rows{{{1, 1}, 4}, {{1, 2}, 2}, {{2, 1}, 1}, {{2, 1}, 3}}));
-  EXPECT_EQ(given(backward), given(nullptr)) << "what is in order is left alone";
+  EXPECT_EQ(given(backward), given(nullptr)) << "what is in order stays as it is";
   list.clear();
   EXPECT_EQ(list.minkey(), highest);
   for (const keyvalue& key : {keyvalue{5, 7}, {6, -9}}) list.additem(key.data(), &nothing);

@@ -9,7 +9,7 @@ namespace {
 
 using namespace storeaid;
 
-TEST(Trie, SharesTheFrontsOfKeys) {
+TEST(Trie, KeysShareTheirFirstIntegers) {
   // What they need: inner nodes, leaves, bytes.
   const auto need = [](std::int32_t n, const rows& records, const keyvalue& needed) {
     holding<tzemadatasparse> loaded(n, records), assigned(n);
@@ -30,7 +30,7 @@ TEST(Trie, SharesTheFrontsOfKeys) {
   EXPECT_EQ(store.memoryused(), 0);
 }
 
-TEST(Trie, LoadsGoOnBehindTheLastRecord) {
+TEST(Trie, LoadsGoOnAfterTheLastRecord) {
   holding<tzemadatasparse> store(2, {{{1, 1}, 1}, {{1, 1}, 2}, {{1, 4}, 3}});
   EXPECT_EQ(store.getcount(), 2) << "the last key again: new data";
   assign(store, {{{3, 3}, 4}, {{2, 2}, 5}});

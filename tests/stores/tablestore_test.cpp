@@ -7,7 +7,7 @@ namespace {
 
 using namespace storeaid;
 
-TEST(Table, GrowsFourfoldAndReckonsMemory) {
+TEST(Table, GrowsFourfoldAndCountsMemory) {
   tzemadatatable store(3, 5, "12345");
   const keyvalue key = {1, 2, 3};
   for (const std::int64_t capacity : {16, 64, 256, 1024}) {

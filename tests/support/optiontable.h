@@ -38,10 +38,10 @@ inline std::string joined(const lines& all, const std::string& between = " | ") 
   return text;
 }
 
-/// A table of rows: one a line, its fields between ">>" and without the blanks round them, to four
-/// fields, missing ones empty. A line with "#" in front is a remark; one with a blank in front goes
-/// on with the last field, behind " | ", or with the next one; a backslash at the end joins the
-/// next line as it is. "\\t" and "\\n" in a field stand for a tab and a line end.
+/// A table of rows: one per line, its fields separated by ">>" and without the blanks around them,
+/// up to four fields, missing ones empty. A line that begins with "#" is a remark; one that begins
+/// with a blank goes on with the last field, after " | ", or with the next one; a backslash at the
+/// end joins the next line as it is. "\\t" and "\\n" in a field stand for a tab and a line end.
 inline std::vector<lines> rowsof(std::string_view table) {
   lines whole;
   std::istringstream in{replaced(str(table), "\\\n", "")};
@@ -111,7 +111,7 @@ struct optiontable {
     put("def", str(text));
     EXPECT_EQ(options.optreaddefinition(path("def")), 0);
   }
-  /// Reads one line as a string and more than one as the file {par}; messages then tell the line.
+  /// Reads one line as a string and more than one as the file {par}; messages then name the line.
   optiontable& read(const std::string& text) {
     files["par"];
     put("par", text);
@@ -129,7 +129,7 @@ struct optiontable {
   }
   std::int32_t number(std::string_view name) { return options.optlookup(name) + 1; }
 
-  /// The messages as the user sees them; those that a read begins and ends with only on request.
+  /// The messages as the user sees them; those at the start and the end of a read only on request.
   lines queue(bool reads = false) {
     lines all;
     for (std::int32_t i = 1; i <= options.optmessagecount(); ++i) {
@@ -144,8 +144,9 @@ struct optiontable {
     return all;
   }
 
-  /// The queue without the messages round a read, in one text: "V3: " stands for the words of a
-  /// value error in line 3, "E", "D" and "W" for the other kinds; "'" for a double quote.
+  /// The queue without the messages at the start and the end of a read, in one text: "V3: " stands
+  /// for the words of a value error in line 3, "E", "D" and "W" for the other kinds; "'" for a
+  /// double quote.
   std::string brief() {
     std::string all = replaced(joined(queue()), "\"", "'");
     for (const auto words :

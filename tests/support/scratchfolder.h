@@ -15,7 +15,7 @@
 
 namespace optxv::test {
 
-/// An empty folder, which goes with all that is in it.
+/// An empty folder, which is removed with all that is in it.
 class scratchfolder {
  public:
   scratchfolder() {
@@ -53,7 +53,7 @@ class scratchfolder {
   std::string path_;
 };
 
-/// Calls on its end what it was given.
+/// Calls at its end what it was given.
 class atend {
  public:
   explicit atend(std::function<void()> call) : call_(std::move(call)) {}

@@ -31,7 +31,7 @@ std::string written(const tzmaoptions& options, operation write) {
   return file.content();
 }
 
-/// What a definition, which must be free of faults, is written back as; without the line for help.
+/// What a definition, which must be free of faults, is written back as, without the line for help.
 std::string definition(std::string_view text) {
   const std::string all = written(optiontable(text).options, &tzmaoptionwriter::writedefinition);
   EXPECT_TRUE(all.starts_with("Help immediate.OPT Help 0 \n"));

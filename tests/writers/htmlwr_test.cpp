@@ -26,7 +26,7 @@ std::string body(const std::function<void(page&)>& write) {
   return all.substr(head.size(), all.size() - head.size() - tail.size());
 }
 
-TEST(HtmlOperations, AreWrittenToTheByte) {
+TEST(HtmlOperations, AreWrittenByteForByte) {
   const std::pair<const char*, std::function<void(page&)>> rows[] = {
       {"a&amp; ", [](page& p) { p.addtext("a&"); }},
       {"<b>&</b>\n", [](page& p) { p.passhtml("<b>&</b>"); }},
@@ -72,7 +72,7 @@ std::string failureof(const std::function<void()>& act) {
   return "";
 }
 
-TEST(HtmlFile, CloseTellsOfFailuresAndTheDestructorDoesNot) {
+TEST(HtmlFile, CloseReportsFailuresAndTheDestructorDoesNot) {
   const std::int64_t before = allocmemcount();
   const auto full = testing::HasSubstr("No space left on device");
   {
@@ -81,7 +81,7 @@ TEST(HtmlFile, CloseTellsOfFailuresAndTheDestructorDoesNot) {
     EXPECT_EQ(failureof([&] { closed.close(); }), "");
     EXPECT_NE(failureof([&] { closed.addbreak(); }), "");
   }
-  // A write that fills what is held back fails then and there, and nothing is told again later.
+  // A write that fills what is held back fails then and there, and nothing is reported again later.
   page filled("/dev/full");
   EXPECT_THAT(failureof([&] {
                 for (int i = 0; i < 300; ++i) filled.passhtml(blanks255);

@@ -1,4 +1,4 @@
-#include "frame/api.h"
+#include "frame/boundary.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

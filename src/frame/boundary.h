@@ -1,13 +1,9 @@
-// The boundary: the kinds that arguments of exported functions have, the signatures of those
-// functions, and the two ways in which a call from outside becomes a call of a method.
+// The boundary: the two ways in which a call from outside becomes a call of a method.
 //
 // `opt` functions carry bounded strings, `copt` functions zero-terminated ones; both end in the
 // same method, one hop away. Nothing here holds state or checks a handle.
 #pragma once
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <type_traits>
@@ -19,83 +15,9 @@
 
 namespace optxv {
 
-// --- Kinds and signatures ------------------------------------------------------------------------
-
-/// What a result or an argument is: its code in a signature, and its type in the two forms of text.
-/// The codes are part of the interface: callers hand them to xcheck.
-namespace kinds {
-
-template <std::int32_t Code, class Opt, class Copt = Opt>
-struct kind {
-  static constexpr std::int32_t code = Code;
-  static constexpr bool istext = !std::is_same_v<Opt, Copt>;
-  using opt = Opt;
-  using copt = Copt;
-};
-
-using none = kind<0, void>;
-using integer = kind<3, std::int32_t>;
-using outinteger = kind<4, std::int32_t*>;
-using pchar = kind<10, const char*>;
-using text = kind<11, const unsigned char*, const char*>;
-using outtext = kind<12, unsigned char*, char*>;
-using real = kind<13, double>;
-using outreal = kind<14, double*>;
-
-}  // namespace kinds
-
-/// One function as xcheck knows it. The handle is no argument here.
-struct signature {
-  static constexpr int maximumarguments = 7;
-
-  std::string_view apiname;
-  std::string_view linkagename;
-  int arguments;
-  std::array<std::int32_t, maximumarguments + 1> codes;  ///< the result's, then the arguments'
-  bool hastext;
-  bool hastwin;
-};
-
-template <class Result, class... Arguments>
-constexpr signature signatureof(std::string_view apiname, std::string_view linkagename,
-                                bool hastwin) {
-  static_assert(sizeof...(Arguments) <= signature::maximumarguments);
-  return {apiname,
-          linkagename,
-          sizeof...(Arguments),
-          {Result::code, Arguments::code...},
-          (Arguments::istext || ...),
-          hastwin};
-}
-
-namespace detail {
-constexpr auto makesignatures() {
-  using namespace kinds;
-#define OPTXV_TWIN(api, linkage, ...) signatureof<__VA_ARGS__>(#api, #linkage, true),
-#define OPTXV_PLAIN(api, linkage, ...) signatureof<__VA_ARGS__>(#api, #linkage, false),
-  return std::array{
-#include "frame/api.def"
-  };
-}
-}  // namespace detail
-
-/// Every function that takes a handle, in the order of the table.
-inline constexpr auto signatures = detail::makesignatures();
-
-static_assert(signatures.size() == 75);
-static_assert(std::ranges::count_if(signatures, &signature::hastext) == 41);
-static_assert(std::ranges::all_of(signatures,
-                                  [](const signature& row) { return row.hastwin == row.hastext; }));
-static_assert(std::ranges::all_of(signatures, [](const signature& row) {
-  return std::ranges::equal(row.apiname, row.linkagename, {}, [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-  });
-}));
-
-// --- Calls ---------------------------------------------------------------------------------------
-
-/// Runs what an exported function does. What nobody caught goes to the standard exception handler,
-/// which prints its line and aborts: no exception crosses into a caller, who may be written in C.
+/// Runs what an exported function does. An exception that nobody caught goes to the standard
+/// exception handler, which prints its line and aborts: no exception crosses into a caller, who may
+/// be written in C.
 template <class Body>
 auto atboundary(Body body) noexcept -> decltype(body()) {
   try {
