@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {

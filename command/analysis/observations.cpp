@@ -4,7 +4,8 @@
 #include <array>
 
 #include "analysis/diagnostics.h"
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {

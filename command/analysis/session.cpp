@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
