@@ -45,7 +45,7 @@ class linereporter : public reporter {
  public:
   explicit linereporter(std::FILE* out) : out_(out), colours_(wantscolour(out)) {}
 
-  void take(const diagnostic& found, const sourcefile& source) override {
+  void take(const diagnostic& found, const textdocument& source) override {
     if (found.level == severity::plain) {
       put(out_, printableline(found.text) + '\n');
       return;
@@ -77,7 +77,7 @@ class linereporter : public reporter {
            ' ' + printable(text) + '\n';
   }
 
-  std::string excerptlines(const diagnostic& found, const sourcefile& source) const {
+  std::string excerptlines(const diagnostic& found, const textdocument& source) const {
     const auto line = source.line(found.line);
     if (!line) return {};
     const bool placed = found.column > 0 && found.column <= line->size();
@@ -103,7 +103,7 @@ class jsonreporter : public reporter {
  public:
   explicit jsonreporter(std::FILE* out) : out_(out) {}
 
-  void take(const diagnostic& found, const sourcefile& source) override {
+  void take(const diagnostic& found, const textdocument& source) override {
     ordered_json row = {
         {"file", found.file},
         {"severity", found.level == severity::plain ? "help" : severityword(found.level)}};

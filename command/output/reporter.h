@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "analysis/diagnostics.h"
-#include "text/source.h"
+#include "text/document.h"
 
 namespace command {
 
@@ -31,7 +31,7 @@ class reporter {
  public:
   virtual ~reporter() = default;
   /// BORROWS: the source of the finding's file, for the call.
-  virtual void take(const diagnostic& found, const sourcefile& source) = 0;
+  virtual void take(const diagnostic& found, const textdocument& source) = 0;
   virtual void summary(const tally& total) = 0;
 };
 
