@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "optxv/optxv.h"
-#include "text/textform.h"
 
 namespace command {
 namespace {
@@ -160,7 +159,8 @@ void collector::explainrecord(finding& found, const optxv_message& message) cons
   const recordform* form = recordformof(record.type);
   if (message.fault == optxv_fault_unknown_type) {
     note("expected one of: " + typewords());
-    found.nearest = symbols::nearesttype(viewof(message.seen).empty() ? record.type : viewof(message.seen));
+    found.nearest =
+        symbols::nearesttype(viewof(message.seen).empty() ? record.type : viewof(message.seen));
   }
   if (message.fault == optxv_fault_bad_field && form != nullptr) {
     note("expected: " + std::string(form->fields));

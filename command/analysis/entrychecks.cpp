@@ -1,7 +1,7 @@
 #include "analysis/entrychecks.h"
 
 #include "analysis/hints.h"
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -46,16 +46,15 @@ void entrychecks::checklist(const optxv_key& key) {
   const std::string_view line = at_.source().text;
   const auto before = static_cast<std::size_t>(key.place.column - 1);
   if (before >= 1 && before <= line.size() && line[before - 1] == '/') {
-    finding found = own(ownfinding::slashes, key.place,
-                        "this is no comment but an entry for a list called " +
-                            inquotes("--" + std::string(name)));
+    finding found = own(
+        ownfinding::slashes, key.place,
+        "this is no comment but an entry for a list called " + inquotes("--" + std::string(name)));
     found.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
     findings_.add(std::move(found));
   } else if (const std::int32_t option = names_.find(name); option > 0) {
     finding found = own(ownfinding::newlist, key.place,
                         "two dashes make a list called " + inquotes("--" + std::string(name)) +
-                            "; the option " + inquotes(names_.option(option).name) +
-                            " is not set");
+                            "; the option " + inquotes(names_.option(option).name) + " is not set");
     std::string form(line.substr(std::min(before, line.size())));
     if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
     findings_.add(std::move(found));

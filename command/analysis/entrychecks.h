@@ -31,11 +31,11 @@ class entrychecks : public listener {
   /// second.
   struct setbefore {
     std::size_t source = 0;
-    std::size_t entry = 0;       ///< the last one
-    std::int32_t mask = 0;       ///< what that gave
-    std::int32_t earlier = 0;    ///< what the entries before it gave
+    std::size_t entry = 0;         ///< the last one
+    std::int32_t mask = 0;         ///< what that gave
+    std::int32_t earlier = 0;      ///< what the entries before it gave
     place where = {}, first = {};  ///< of the last one, and of the one before
-    bool told = false;           ///< that the last one comes on top of others
+    bool told = false;             ///< that the last one comes on top of others
   };
 
   void checklist(const optxv_key& key);

@@ -76,6 +76,7 @@ struct tally {
   std::size_t warnings = 0;
   std::size_t files = 0;       ///< that the command was given
   std::size_t unreadable = 0;  ///< of these
+  std::size_t unshown = 0;     ///< findings that were made and not told
   std::size_t dotoptions = 0;
   std::size_t indicators = 0;
 

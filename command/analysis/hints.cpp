@@ -4,7 +4,8 @@
 #include <array>
 #include <filesystem>
 
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -106,13 +107,15 @@ std::string limit(string_view value, const optionsymbol& option) {
                                                 "none", "max",      "maximum"};
   const bool negative = value.starts_with('-');
   if (negative || value.starts_with('+')) value.remove_prefix(1);
-  const bool known = std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
+  const bool known =
+      std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
   return known && option.isnumber() ? negative ? option.low : option.high : std::string();
 }
 
 std::string standard(string_view value, const optionsymbol& option) {
   constexpr std::array<string_view, 4> words = {"auto", "automatic", "default", "none"};
-  const bool known = std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
+  const bool known =
+      std::ranges::any_of(words, [&](string_view each) { return samename(each, value); });
   return known ? option.standard : std::string();
 }
 
@@ -122,15 +125,15 @@ struct habit {
 };
 
 constexpr std::array<habit, 10> habits = {{{withoutspaces, ""},
-                                          {unquoted, ""},
-                                          {withoutdoublequotes, ""},
-                                          {withoutend, ""},
-                                          {withoutcomment, ""},
-                                          {withoutthousands, ""},
-                                          {withpoint, ""},
-                                          {limit, ""},
-                                          {standard, "for the default"},
-                                          {withoutunit, ""}}};
+                                           {unquoted, ""},
+                                           {withoutdoublequotes, ""},
+                                           {withoutend, ""},
+                                           {withoutcomment, ""},
+                                           {withoutthousands, ""},
+                                           {withpoint, ""},
+                                           {limit, ""},
+                                           {standard, "for the default"},
+                                           {withoutunit, ""}}};
 
 /// The value without each habit that it has, one after the other.
 std::string withoutall(string_view value, const optionsymbol& option) {
@@ -220,7 +223,8 @@ void hinting::separator() {
   const string_view key = viewof(said_.about);
   string_view rest = after();
   if (rest.starts_with('-')) {
-    const auto end = std::ranges::find_if_not(rest, [](char c) { return isnamecharacter(c) || c == '-'; });
+    const auto end =
+        std::ranges::find_if_not(rest, [](char c) { return isnamecharacter(c) || c == '-'; });
     std::string name = std::string(key) + std::string(rest.begin(), end);
     std::ranges::replace(name, '-', '_');
     rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()));
@@ -232,7 +236,8 @@ void hinting::separator() {
   }
   const std::int32_t known = from_.names.find(key);
   if (known == 0) found_.nearest = from_.names.nearest(key);
-  for (rest = trimmed(rest); !rest.empty() && string_view(":=,;").find(rest[0]) != string_view::npos;)
+  for (rest = trimmed(rest);
+       !rest.empty() && string_view(":=,;").find(rest[0]) != string_view::npos;)
     rest = trimmed(rest.substr(1));
   if (known > 0) offervalue(rest, key, from_.names.option(known));
 }
@@ -253,8 +258,10 @@ void hinting::key() {
   const string_view second = trimmed(text.substr(first.size()));
   if (from_.names.find(second) > 0 && offer(std::string(second) + ' ' + std::string(first))) return;
   string_view name = first;
-  if (first.starts_with('"')) name = first.substr(1, first.find('"', 1) - 1);
-  else if (!withoutforeignquotes(name)) name = first;
+  if (first.starts_with('"'))
+    name = first.substr(1, first.find('"', 1) - 1);
+  else if (!withoutforeignquotes(name))
+    name = first;
   if (const std::int32_t known = from_.names.find(name); known > 0)
     offervalue(trimmed(text.substr(first.size())), name, from_.names.option(known));
 }
@@ -296,7 +303,8 @@ void hinting::item() {
 
 void hinting::boolean() {
   constexpr std::array<string_view, 5> yes = {"enable", "enabled", "active", "always", "yess"};
-  constexpr std::array<string_view, 6> no = {"disable", "disabled", "none", "never", "inactive", "non"};
+  constexpr std::array<string_view, 6> no = {"disable", "disabled", "none",
+                                             "never",   "inactive", "non"};
   const string_view seen = viewof(said_.seen);
   const auto among = [&](const auto& words) {
     return std::ranges::any_of(words, [&](string_view each) { return samename(each, seen); });
@@ -350,32 +358,41 @@ struct row {
   void (hinting::*add)();
 };
 constexpr std::array<row, 17> rows = {{{optxv_fault_bad_separator, &hinting::separator},
-                                      {optxv_fault_key_expected, &hinting::key},
-                                      {optxv_fault_unknown_option, &hinting::name},
-                                      {optxv_fault_unknown_suffix, &hinting::similar},
-                                      {optxv_fault_integer_expected, &hinting::value},
-                                      {optxv_fault_real_expected, &hinting::value},
-                                      {optxv_fault_quote, &hinting::value},
-                                      {optxv_fault_boolean_expected, &hinting::boolean},
-                                      {optxv_fault_unknown_value, &hinting::item},
-                                      {optxv_fault_index_not_allowed, &hinting::index},
-                                      {optxv_fault_index_expected, &hinting::index},
-                                      {optxv_fault_value_expected, &hinting::missing},
-                                      {optxv_fault_remainder, &hinting::remainder},
-                                      {optxv_fault_cannot_open, &hinting::file},
-                                      {optxv_fault_unknown_target, &hinting::similar},
-                                      {optxv_fault_unknown_member, &hinting::similar},
-                                      {optxv_fault_unknown_marked, &hinting::similar}}};
+                                       {optxv_fault_key_expected, &hinting::key},
+                                       {optxv_fault_unknown_option, &hinting::name},
+                                       {optxv_fault_unknown_suffix, &hinting::similar},
+                                       {optxv_fault_integer_expected, &hinting::value},
+                                       {optxv_fault_real_expected, &hinting::value},
+                                       {optxv_fault_quote, &hinting::value},
+                                       {optxv_fault_boolean_expected, &hinting::boolean},
+                                       {optxv_fault_unknown_value, &hinting::item},
+                                       {optxv_fault_index_not_allowed, &hinting::index},
+                                       {optxv_fault_index_expected, &hinting::index},
+                                       {optxv_fault_value_expected, &hinting::missing},
+                                       {optxv_fault_remainder, &hinting::remainder},
+                                       {optxv_fault_cannot_open, &hinting::file},
+                                       {optxv_fault_unknown_target, &hinting::similar},
+                                       {optxv_fault_unknown_member, &hinting::similar},
+                                       {optxv_fault_unknown_marked, &hinting::similar}}};
 
 }  // namespace
 
 bool withoutforeignquotes(std::string_view& text) {
   // Single quotes and graves, and in UTF-8 those of print, single and double, either side.
-  constexpr std::array<string_view, 10> marks = {
-      "'",            "`",            "\xE2\x80\x98", "\xE2\x80\x99", "\xE2\x80\x9A",
-      "\xE2\x80\x9C", "\xE2\x80\x9D", "\xE2\x80\x9E", "\xC2\xAB",     "\xC2\xBB"};
-  const auto opens = std::ranges::find_if(marks, [&](string_view mark) { return text.starts_with(mark); });
-  const auto closes = std::ranges::find_if(marks, [&](string_view mark) { return text.ends_with(mark); });
+  constexpr std::array<string_view, 10> marks = {"'",
+                                                 "`",
+                                                 "\xE2\x80\x98",
+                                                 "\xE2\x80\x99",
+                                                 "\xE2\x80\x9A",
+                                                 "\xE2\x80\x9C",
+                                                 "\xE2\x80\x9D",
+                                                 "\xE2\x80\x9E",
+                                                 "\xC2\xAB",
+                                                 "\xC2\xBB"};
+  const auto opens =
+      std::ranges::find_if(marks, [&](string_view mark) { return text.starts_with(mark); });
+  const auto closes =
+      std::ranges::find_if(marks, [&](string_view mark) { return text.ends_with(mark); });
   if (opens == marks.end() || closes == marks.end() || text.size() < opens->size() + closes->size())
     return false;
   text = text.substr(opens->size(), text.size() - opens->size() - closes->size());

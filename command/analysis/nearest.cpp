@@ -5,7 +5,7 @@
 #include <set>
 #include <span>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {

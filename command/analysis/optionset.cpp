@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "optxv/embedding.h"
+
 namespace command {
 namespace {
 
@@ -48,12 +50,22 @@ std::vector<std::string> labels(Function function, optHandle handle, std::int32_
 
 }  // namespace
 
-std::int32_t optionset::readdefinition(std::string_view file) {
-  return optreaddefinition(handle_, bounded(file).data());
+std::int32_t optionset::readdefinition(const std::string& name, std::string_view text) {
+  return optxv_read_definition_text(handle_, name.c_str(), text.data(), text.size());
 }
 
-std::int32_t optionset::readparameters(std::string_view file) {
-  return optreadparameterfile(handle_, bounded(file).data());
+std::int32_t optionset::readparameters(const std::string& name, std::string_view text) {
+  return optxv_read_parameter_text(handle_, name.c_str(), text.data(), text.size());
+}
+
+void optionset::readline(std::string_view text) {
+  optreadfromstr(handle_, bounded(text).data());
+}
+
+std::int32_t optionset::errorcount() const {
+  std::int32_t errors = 0, warnings = 0;
+  opterrorcount(handle_, &errors, &warnings);
+  return errors;
 }
 
 std::int32_t optionset::writeparameters(std::string_view file) {
@@ -114,11 +126,10 @@ double optionset::real2(std::int32_t optnr) const {
 }
 
 std::vector<std::string> optionset::items(std::int32_t optnr) const {
-  const bounded name(tablename(optnr));
-  const std::int32_t last = optlistcountstr(handle_, name.data());
   std::vector<std::string> result;
-  for (std::int32_t i = 1; i <= last; i++)
-    result.push_back(outtext(optreadfromliststr, handle_, name.data(), i));
+  optxv_text item = {};
+  for (std::int32_t i = 1; optxv_list_item(handle_, optnr, i, &item) == 1; i++)
+    result.emplace_back(item.bytes, item.size);
   return result;
 }
 

@@ -52,10 +52,12 @@ class optionset {
   optionset(const optionset&) = delete;
   optionset& operator=(const optionset&) = delete;
 
-  /// These three give 0 or a system error number.
-  std::int32_t readdefinition(std::string_view file);
-  std::int32_t readparameters(std::string_view file);
+  /// These three give 0 or a system error number. The first two read a text as a file of that name.
+  std::int32_t readdefinition(const std::string& name, std::string_view text);
+  std::int32_t readparameters(const std::string& name, std::string_view text);
   std::int32_t writeparameters(std::string_view file);
+  /// Reads one line of parameter text.
+  void readline(std::string_view text);
   void showhelp(std::string_view request);
   /// Whether reads begin in the mode of one option a line; on at first.
   void setlinemode(bool on) { opteolonlyset(handle_, on ? 1 : 0); }
@@ -63,6 +65,7 @@ class optionset {
 
   std::int32_t messagecount() const { return optmessagecount(handle_); }
   message messageat(std::int32_t position) const;
+  std::int32_t errorcount() const;
   void clearmessages() { optclearmessages(handle_); }
 
   std::int32_t count() const { return optcount(handle_); }
@@ -77,7 +80,7 @@ class optionset {
   std::int32_t integer2(std::int32_t optnr) const;
   double real(std::int32_t optnr) const;
   double real2(std::int32_t optnr) const;
-  /// The items of a list of texts.
+  /// The items of a list of texts; none for another kind of option.
   std::vector<std::string> items(std::int32_t optnr) const;
   /// The number of the option of that name or synonym; -1 if there is none.
   std::int32_t find(std::string_view name) const;
@@ -93,8 +96,9 @@ class optionset {
   static std::string constantname(std::int32_t group, std::int32_t index);
   static std::string auditline();
 
-  /// For the library's C++ classes: the address of its option object. BORROWS: this object's.
-  const void* handle() const { return handle_; }
+  /// The library's handle; for its C++ classes, the address of its option object. BORROWS: this
+  /// object's.
+  void* handle() const { return handle_; }
 
  private:
   optHandle handle_ = nullptr;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {

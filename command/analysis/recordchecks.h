@@ -21,8 +21,8 @@ class recordchecks : public listener {
  public:
   recordchecks(reading& at, collector& findings) : at_(at), findings_(findings) {}
 
-  /// Where the definition ended too early; no line if it did not.
-  const place& endedat() const { return ended_; }
+  /// The text of the definition: set before it is read. BORROWS: the bytes, for the read.
+  void define(std::string_view definition) { definition_ = definition; }
 
   void left(const optxv_source& source, std::int32_t error) override;
   void declared(const optxv_declaration& declaration) override;
@@ -49,7 +49,7 @@ class recordchecks : public listener {
   std::set<std::int64_t> declaredgroups_;
   std::unordered_map<std::string, place> items_;  ///< of the enumeration that is being read
   std::int32_t itemsof_ = 0;                      ///< its option
-  place ended_;
+  std::string_view definition_;
 };
 
 }  // namespace command

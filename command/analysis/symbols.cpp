@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {
@@ -76,7 +76,8 @@ void symbols::growingnames::add(knownname name) {
 /// waits until the table has grown by a fourth, so that the work stays in proportion.
 std::vector<std::string> symbols::growingnames::nearest(std::string_view wrong) {
   constexpr std::size_t promptly = 32;
-  const bool stale = times_ < promptly ? names_.size() > indexed_ : names_.size() > indexed_ * 5 / 4;
+  const bool stale =
+      times_ < promptly ? names_.size() > indexed_ : names_.size() > indexed_ * 5 / 4;
   if (stale) {
     index_.emplace(names_);
     indexed_ = names_.size();

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -20,8 +20,7 @@ struct cutrow {
   std::string_view before, after;
 };
 constexpr std::array<cutrow, 5> cutrows = {
-    {{optxv_cut_line, ownfinding::linecut, "the first 1,020 bytes of the line are read; ",
-      " lost"},
+    {{optxv_cut_line, ownfinding::linecut, "the first 1,020 bytes of the line are read; ", " lost"},
      {optxv_cut_rest, ownfinding::restunread, "byte 26 ends the line here; ", " not read"},
      {optxv_cut_name, ownfinding::namecut, "a name has 255 bytes at most; ", " lost"},
      {optxv_cut_value, ownfinding::valuecut, "a value has 255 bytes at most; ", " lost"},

@@ -59,14 +59,6 @@ bool writefile(const std::string& file, std::string_view text) {
 
 }  // namespace
 
-std::optional<std::string> captured(const std::function<int(const std::string&)>& write) {
-  const memoryfile product;
-  if (product.number() < 0) return std::nullopt;
-  errno = write(product.path());
-  if (errno != 0) return std::nullopt;
-  return readall(product.number());
-}
-
 int deliver(const std::string& file, std::string_view text) {
   const bool done = file.empty() ? writeall(STDOUT_FILENO, text) : writefile(file, text);
   return done ? 0 : errno;

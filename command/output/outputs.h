@@ -1,17 +1,12 @@
 // How the command's products reach their files: whole, or not at all.
 #pragma once
 
-#include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
-namespace command {
+#include "text/memoryfile.h"
 
-/// What a writer puts into the file that it is handed the name of: a file in memory, so that
-/// nothing of a product that fails halfway is seen. Nothing, with errno set, if the system has no
-/// such file or the writer gives an error number other than 0.
-std::optional<std::string> captured(const std::function<int(const std::string& name)>& write);
+namespace command {
 
 /// Writes a text to a file; an empty name is standard output. A regular file is written beside and
 /// renamed, and keeps its permissions; a device, a pipe and the like are written as they are. The

@@ -1,27 +1,30 @@
-// Where findings go: to a person, in the form of compilers, or to a program, as JSON.
+// Where findings go, and what the forms of them share.
 #pragma once
 
-#include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "analysis/diagnostics.h"
-#include "text/source.h"
+#include "analysis/finding.h"
 
 namespace command {
 
-/// Writes each finding as it comes: `file:line:column: error: text`, with the line beneath and a
-/// caret if the column is known, then its notes. BORROWS: the stream. In colour if it is a terminal
-/// and the environment does not ask for none (NO_COLOR, or TERM=dumb).
-std::unique_ptr<reporter> makelines(std::FILE* out);
+/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
+inline constexpr int statuserrors = 1;
+inline constexpr int statusunusable = 2;
 
-/// Writes one JSON object at the end. BORROWS: the stream.
-std::unique_ptr<reporter> makejson(std::FILE* out);
+/// Takes findings in their order, and at the end what they come to. Each is written as it comes, so
+/// that memory does not grow with them.
+class reporter {
+ public:
+  virtual ~reporter() = default;
+  virtual void take(const finding& found) = 0;
+  virtual void summary(const tally& total) = 0;
+};
 
-/// Whether colours suit a stream.
+/// Whether colours suit a stream: it is a terminal, and the environment does not ask for none
+/// (NO_COLOR, or TERM=dumb).
 bool wantscolour(std::FILE* out);
 
 /// "3 errors, 1 warning in 2 files", with what else there is to count.

@@ -4,20 +4,21 @@
 #include <memory>
 
 #include "foundation/runtime.h"
+#include "output/lines.h"
 #include "output/outputs.h"
-#include "output/reporter.h"
+#include "text/memoryfile.h"
+#include "text/source.h"
 
 namespace command {
 
 int withtable(const request& given, const std::function<int(const optxv::tzmaoptions&)>& make) {
   if (const int error = whynotreadable(given.definition); error != 0)
     return unusable(given.definition, error);
-  optionset options;
   const std::unique_ptr<reporter> report = makelines(stderr);
-  session run(options, *report);
-  if (!run.read(reading(given))) return run.total().status();
-  const int status = make(*static_cast<const optxv::tzmaoptions*>(options.handle()));
-  return status != 0 ? status : run.total().status();
+  run read([&](const finding& found) { report->take(found); });
+  if (!read.read(readingof(given))) return read.total().status();
+  const int status = make(*static_cast<const optxv::tzmaoptions*>(read.options().handle()));
+  return status != 0 ? status : read.total().status();
 }
 
 int document(const request& given, documentform form) {

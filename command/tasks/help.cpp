@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "analysis/nearest.h"
-#include "output/reporter.h"
+#include "analysis/run.h"
+#include "output/lines.h"
 #include "tasks/tasks.h"
 #include "text/textform.h"
 
@@ -21,11 +21,10 @@ bool isnumber(const std::string& text) {
 }
 
 /// The library answers a name that it does not know with the help by group, and says nothing.
-void tellunknown(const optionset& options, const std::string& topic) {
-  if (topic.empty() || isnumber(topic) || options.find(withunderscores(topic)) > 0) return;
-  const nearestnames names(optionnames(options, topic.starts_with('.')));
+void tellunknown(run& read, const std::string& topic) {
+  if (topic.empty() || isnumber(topic) || read.options().find(withunderscores(topic)) > 0) return;
   put(stderr, "optxv: note: no option is called " + inquotes(topic) + '\n');
-  const std::vector<std::string> nearest = names.nearest(topic);
+  const std::vector<std::string> nearest = read.names().nearest(topic);
   if (!nearest.empty()) put(stderr, "optxv: note: " + question(nearest) + '\n');
 }
 
@@ -62,18 +61,17 @@ void puthelp(optionset& options, const std::string& topic) {
 }  // namespace
 
 int help(const request& given) {
-  optionset options;
   const std::unique_ptr<reporter> report = makelines(stderr);
-  session run(options, *report);
+  run read([&](const finding& found) { report->take(found); });
   if (given.topic.size() > optionset::longesttext) {
     put(stderr, "optxv: error: the name has more bytes than any option can have\n");
     return statusunusable;
   }
-  if (run.read(reading(given))) {
-    tellunknown(options, given.topic);
-    puthelp(options, given.topic);
+  if (read.read(readingof(given))) {
+    tellunknown(read, given.topic);
+    puthelp(read.options(), given.topic);
   }
-  return run.total().status();
+  return read.total().status();
 }
 
 }  // namespace command

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/session.h"
+#include "analysis/run.h"
 
 namespace command {
 
@@ -34,7 +34,7 @@ struct request {
 };
 
 /// The part of a request that is about reading.
-inline readsettings reading(const request& given) {
+inline readsettings readingof(const request& given) {
   return {.definition = given.definition,
           .parameters = given.parameters,
           .tokens = given.tokens,

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
-#include "output/reporter.h"
+#include "output/lines.h"
 #include "output/tables.h"
 #include "tasks/tasks.h"
 #include "text/textform.h"
@@ -245,13 +245,14 @@ std::string asjson(const optionset& options, const optionset& fresh, bool all) {
 }  // namespace
 
 int show(const request& given) {
-  optionset options, fresh;
   const std::unique_ptr<reporter> report = makelines(stderr);
-  session run(options, *report);
-  if (!run.read(reading(given))) return run.total().status();
-  fresh.readdefinition(readablepath(given.definition));
+  run read([&](const finding& found) { report->take(found); });
+  if (!read.read(readingof(given))) return read.total().status();
+  optionset& options = read.options();
+  optionset fresh;
+  read.readdefinition(fresh);
   put(stdout, given.json ? asjson(options, fresh, given.all) : astable(options, fresh, given.all));
-  return run.total().status();
+  return read.total().status();
 }
 
 }  // namespace command

@@ -121,8 +121,7 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
        ".: error: cannot be read: Is a directory\n" + none + "2 errors in 4 files, 2 not read\n",
        ""},
       {"check s.def " + name,
-       name + ": error: cannot be read: the name has 256 bytes, more than the 255 that can be "
-              "handled\n1 error in 2 files, 1 not read\n",
+       name + ": error: cannot be read: File name too long\n1 error in 2 files, 1 not read\n",
        ""},
       {"help none", "", none},
       {"polish s.def", "", "optxv: error: no subcommand is called \"polish\"\n"},

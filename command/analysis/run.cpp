@@ -1,0 +1,101 @@
+#include "analysis/run.h"
+
+#include <sys/stat.h>
+
+#include "text/printable.h"
+
+namespace command {
+
+void run::filelist::entered(const optxv_source& source) {
+  identity id = given;
+  struct stat status = {};
+  if (source.level > 1) id = stat(source.name, &status) == 0 ? identityof(status) : identity{};
+  all.push_back({source.name, source.level, source.from, id});
+}
+
+run::run(findingtaker take, bool keepsymbols)
+    : names_(at_, keepsymbols),
+      findings_(at_, {at_, names_, trial_}, std::move(take)),
+      textchecks_(at_, findings_),
+      entrychecks_(at_, names_, trial_, findings_),
+      recordchecks_(at_, findings_),
+      hearing_(options_, {&at_, &names_, &settings_, &files_, &recordchecks_, &textchecks_,
+                          &entrychecks_, &findings_}) {}
+
+bool run::read(const readsettings& what) {
+  options_.setlinemode(!what.tokens);
+  options_.setnobounds(what.nobounds);
+  if (!readdefinition(what.definition, what.parameters.empty())) return false;
+  for (const std::string& file : what.parameters) readparameters(file);
+  return true;
+}
+
+tally run::total() const {
+  tally total = findings_.total();
+  std::int32_t dropped = 0;
+  total.dotoptions = options_.dotoptions(dropped).size();
+  total.indicators = options_.indicators(dropped).size();
+  return total;
+}
+
+void run::readdefinition(optionset& into) const {
+  if (definition_ != nullptr) into.readdefinition(definition_->name(), definition_->text());
+}
+
+bool run::readdefinition(const std::string& file, bool alone) {
+  definition_ = document(file);
+  if (definition_ == nullptr) return false;
+  trial_.define(definition_->text());
+  recordchecks_.define(definition_->text());
+  finish(file, options_.readdefinition(file, definition_->text()));
+  if (names_.count() > 0) return true;
+  finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
+  if (!alone)
+    found.hints.push_back({"",
+                           "the definition comes first, then the parameter files: are the two "
+                           "in each other's place?"});
+  findings_.add(std::move(found));
+  findings_.flush();
+  return false;
+}
+
+void run::readparameters(const std::string& file) {
+  if (const textdocument* text = document(file); text != nullptr)
+    finish(file, options_.readparameters(file, text->text()));
+}
+
+/// The text of a file that the run is given; nil if it cannot be read, which is told.
+const textdocument* run::document(const std::string& file) {
+  findings_.total().files++;
+  if (file.size() > optionset::longesttext) {
+    unreadable(file, "the name has " + grouped(file.size()) + " bytes, more than the " +
+                         grouped(optionset::longesttext) + " that can be handled");
+    return nullptr;
+  }
+  const readresult& result = shelf_.input(file);
+  if (const auto* failure = std::get_if<readfailure>(&result)) {
+    unreadable(file, failure->words());
+    return nullptr;
+  }
+  const auto* text = &std::get<textdocument>(result);
+  files_.given = text->id();
+  if (text->text().empty())
+    findings_.add(own(ownfinding::emptyfile, place(file), "the file is empty"));
+  return text;
+}
+
+void run::unreadable(const std::string& file, const std::string& why) {
+  findings_.total().unreadable++;
+  findings_.add(own(ownfinding::unreadable, place(file), "cannot be read: " + why));
+  findings_.flush();
+}
+
+/// After each file.
+void run::finish(const std::string& file, std::int32_t error) {
+  hearing_.rethrow();
+  findings_.flush();
+  if (error != 0) unreadable(file, systemtext(error));
+  options_.clearmessages();
+}
+
+}  // namespace command

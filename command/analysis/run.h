@@ -1,0 +1,97 @@
+// One run over a definition and its parameter files, with all that is found in them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/collector.h"
+#include "analysis/entrychecks.h"
+#include "analysis/hearing.h"
+#include "analysis/optionset.h"
+#include "analysis/reading.h"
+#include "analysis/recordchecks.h"
+#include "analysis/settings.h"
+#include "analysis/symbols.h"
+#include "analysis/textchecks.h"
+#include "analysis/trial.h"
+#include "text/shelf.h"
+
+namespace command {
+
+/// What is to be read; "-" is standard input.
+struct readsettings {
+  std::string definition;
+  std::vector<std::string> parameters = {};
+  bool tokens = false;       ///< reads begin in token mode
+  bool nobounds = false;     ///< values out of bounds are taken, with a warning
+  bool keepsymbols = false;  ///< all declarations and mentions are kept, see symbols
+};
+
+/// A file that was read, or that a file of the run names.
+struct enteredfile {
+  std::string name;
+  std::int32_t level = 1;  ///< 1 for a file that was asked for
+  place from = {};         ///< where it is named; no line on level 1
+  identity id = {};        ///< no file if it is none, or is gone
+};
+
+/// Reads texts and says what is found in them, in the order of the text, while it reads. It does
+/// not read the library's queue of messages, which is emptied after each file; so nothing is lost
+/// where that is full, and memory does not grow with the number of findings.
+///
+///   run reading(taker);
+///   if (reading.read({.definition = "s.def", .parameters = {"p.opt"}})) use(reading.options());
+///   return reading.total().status();
+///
+/// OWNS: the option set, and the texts that it has read.
+class run {
+ public:
+  explicit run(findingtaker take, bool keepsymbols = false);
+
+  /// Reads everything, once. False if the definition could not be read or declares no option;
+  /// nothing else is read then. Throws std::bad_alloc, with the option set in its last good state.
+  bool read(const readsettings& what);
+
+  optionset& options() { return options_; }
+  const optionset& options() const { return options_; }
+  /// The counts, with those of the dot options and indicators.
+  tally total() const;
+  /// Names declared and used.
+  symbols& names() { return names_; }
+  /// Where each option got its value.
+  const settings& values() const { return settings_; }
+  /// The files that were entered, in that order.
+  const std::vector<enteredfile>& files() const { return files_.all; }
+  /// Reads the definition of the run into another option set, which then has the defaults.
+  void readdefinition(optionset& into) const;
+
+ private:
+  struct filelist : listener {
+    void entered(const optxv_source& source) override;
+    std::vector<enteredfile> all;
+    identity given = {};  ///< of the text on level 1
+  };
+
+  bool readdefinition(const std::string& file, bool alone);
+  void readparameters(const std::string& file);
+  const textdocument* document(const std::string& file);
+  void unreadable(const std::string& file, const std::string& why);
+  void finish(const std::string& file, std::int32_t error);
+
+  optionset options_;
+  shelf shelf_;
+  const textdocument* definition_ = nullptr;
+  trial trial_;
+  reading at_;
+  symbols names_;
+  settings settings_;
+  filelist files_;
+  collector findings_;
+  textchecks textchecks_;
+  entrychecks entrychecks_;
+  recordchecks recordchecks_;
+  hearing hearing_;
+};
+
+}  // namespace command

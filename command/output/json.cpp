@@ -1,0 +1,104 @@
+#include "output/json.h"
+
+#include <nlohmann/json.hpp>
+
+#include "analysis/optionset.h"
+
+namespace command {
+namespace {
+
+using nlohmann::ordered_json;
+
+std::string textof(const ordered_json& value) {
+  return value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+/// The text with so many blanks more at the beginning of each line. JSON has no line feed inside of
+/// a string.
+std::string indented(const std::string& text, std::size_t blanks) {
+  std::string result(blanks, ' ');
+  for (const char c : text) {
+    result += c;
+    if (c == '\n') result.append(blanks, ' ');
+  }
+  return result;
+}
+
+/// The constant of the library's message, null for the command's own findings.
+ordered_json kindname(std::int32_t kind) {
+  constexpr std::int32_t messagekinds = 4;
+  if (kind == finding::ownkind) return nullptr;
+  const std::string name = optionset::constantname(messagekinds, kind);
+  return name.empty() ? "optMsgUserError" : name;  // the one whose name is not given out
+}
+
+void addplace(ordered_json& row, const place& where) {
+  if (where.line == 0) return;
+  row["line"] = where.line;
+  if (where.column == 0) return;
+  row["column"] = where.column;
+  row["length"] = where.length;
+}
+
+ordered_json noterow(const note& each) {
+  ordered_json row = {{"text", each.text}};
+  if (each.where.line > 0) row["file"] = each.where.file;
+  addplace(row, each.where);
+  return row;
+}
+
+ordered_json hintrow(const hint& each) {
+  ordered_json row = ordered_json::object();
+  if (!each.write.empty()) row["write"] = each.write;
+  if (!each.words.empty()) row["text"] = each.words;
+  return row;
+}
+
+class jsonreporter : public reporter {
+ public:
+  explicit jsonreporter(std::FILE* out) : out_(out) {}
+
+  void take(const finding& found) override {
+    ordered_json row = {{"file", found.where.file}, {"severity", severityword(found.level)}};
+    addplace(row, found.where);
+    row["kind"] = kindname(found.kind);
+    row["code"] = found.code.empty() ? ordered_json() : ordered_json(found.code);
+    row["text"] = found.text;
+    for (const note& each : found.notes) row["notes"].push_back(noterow(each));
+    for (const hint& each : found.hints) row["hints"].push_back(hintrow(each));
+    if (!found.nearest.empty()) row["nearest"] = found.nearest;
+    if (found.source && found.source != source_) row["source"] = *found.source;
+    source_ = found.source;
+    begin();
+    put(out_, (rows_++ > 0 ? ",\n" : "\n") + indented(textof(row), 4));
+  }
+
+  void summary(const tally& total) override {
+    begin();
+    const ordered_json counts = {{"errors", total.errors},        {"warnings", total.warnings},
+                                 {"files", total.files},          {"unreadable", total.unreadable},
+                                 {"unshown", total.unshown},      {"dotoptions", total.dotoptions},
+                                 {"indicators", total.indicators}};
+    put(out_, std::string(rows_ > 0 ? "\n  " : "") +
+                  "],\n  \"summary\": " + indented(textof(counts), 2).substr(2) + "\n}\n");
+  }
+
+ private:
+  void begin() {
+    if (!begun_) put(out_, "{\n  \"diagnostics\": [");
+    begun_ = true;
+  }
+
+  std::FILE* out_;
+  bool begun_ = false;
+  std::size_t rows_ = 0;
+  std::shared_ptr<const std::string> source_;  ///< of the row before
+};
+
+}  // namespace
+
+std::unique_ptr<reporter> makejson(std::FILE* out) {
+  return std::make_unique<jsonreporter>(out);
+}
+
+}  // namespace command
