@@ -51,7 +51,7 @@ void reading::line(const optxv_place& where, std::string_view text) {
 }
 
 void reading::field(const optxv_field& field) {
-  if (field.field == optxv_field_name) {
+  if (field.field == optxv_field_record) {
     record_.fields.clear();
     record_.type.clear();
     head_ = {source().line, source().text, nullptr};

@@ -27,7 +27,7 @@ std::string_view nextword(std::string_view& text) {
 }
 
 std::string nameof(const readrecord& record) {
-  const readfield* name = record.find(optxv_field_name);
+  const readfield* name = record.find(optxv_field_record);
   return name == nullptr ? std::string() : name->text;
 }
 

@@ -90,8 +90,7 @@ class symbols : public listener {
   std::vector<optionsymbol> options_;
   std::size_t count_ = 0;
   std::unordered_map<std::string, std::int32_t> numbers_;
-  std::vector<knownname> names_[2];           ///< without a dot, with one
-  std::optional<nearestnames> nearnames_[2];  ///< made when first asked for
+  std::array<growingnames, 2> names_;  ///< without a dot, with one
   std::map<std::int32_t, nearestnames> nearitems_;
   std::vector<declaredname> declarations_;
   std::vector<mention> mentions_;
