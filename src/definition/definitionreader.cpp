@@ -200,11 +200,19 @@ void definitionreader::readboolean() {
 // --- The operation -----------------------------------------------------------------------------
 
 std::int32_t tzmaoptions::optreaddefinition(std::string_view filename) {
-  deffilename = filename;
+  return readdefinition({filename});
+}
+
+std::int32_t tzmaoptions::readdefinitiontext(std::string_view name, std::string_view bytes) {
+  return readdefinition({name, bytes});
+}
+
+std::int32_t tzmaoptions::readdefinition(const linesource& source) {
+  deffilename = source.name;
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
-  if (const int code = reader.fileopen(filename); code != 0) {
-    addopenfailure(optMsgDefineError, "Cannot open option file ", filename, code);
+  if (const int code = reader.open(source); code != 0) {
+    addopenfailure(optMsgDefineError, "Cannot open option file ", source.name, code);
     return code;
   }
   auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());

@@ -71,6 +71,21 @@ int readstandard(char* dest, int maximum) {
   return count;
 }
 
+/// The length of a skipped text without the carriage return that may be its last byte.
+std::size_t withoutreturn(std::size_t length, char last) {
+  return last == '\r' ? length - 1 : length;
+}
+
+std::size_t skipstandard() {
+  std::size_t skipped = 0;
+  char last = '\0';
+  for (int c = getstandard(); c != EOF; c = getstandard(), ++skipped) {
+    if (c == '\n') return withoutreturn(skipped, last);
+    last = static_cast<char>(c);
+  }
+  return skipped;
+}
+
 }  // namespace
 
 void textfile::assign(std::string_view name) {
@@ -80,9 +95,15 @@ void textfile::assign(std::string_view name) {
   name_[kept.length()] = '\0';
 }
 
-void textfile::open(int flags, mode opened, mode standard) {
+/// Closes what is open; what comes next begins without a failure.
+void textfile::begin() {
   close();
   setioresult(0);
+  ended_ = false;
+}
+
+void textfile::open(int flags, mode opened, mode standard) {
+  begin();
   if (standard_) {
     mode_ = standard;
     return;
@@ -90,8 +111,6 @@ void textfile::open(int flags, mode opened, mode standard) {
   descriptor_ = openfile(name_, flags);
   if (descriptor_ < 0) return fail(errno);
   block_ = std::make_unique_for_overwrite<char[]>(blocksize);
-  next_ = end_ = 0;
-  ended_ = false;
   mode_ = opened;
 }
 
@@ -99,22 +118,31 @@ void textfile::reset() {
   open(O_RDONLY, mode::reading, mode::standardinput);
 }
 
+/// The bytes are a block that is full from the start, with the end of the file after it.
+void textfile::resetmemory(std::string_view bytes) {
+  begin();
+  next_ = bytes.data();
+  end_ = next_ + bytes.size();
+  ended_ = true;
+  mode_ = mode::reading;
+}
+
 void textfile::rewrite() {
   open(O_WRONLY | O_CREAT | O_TRUNC, mode::writing, mode::standardoutput);
 }
 
-/// Sees to it that the block holds an unread byte; false where the file ends or fails.
+/// Sees to it that there is an unread byte; false where the file ends or fails.
 bool textfile::fill() {
-  if (mode_ != mode::reading) return false;
   if (next_ < end_) return true;
-  if (ended_) return false;
+  if (mode_ != mode::reading || ended_) return false;
   const ssize_t got =
       untilnotinterrupted([&] { return ::read(descriptor_, block_.get(), blocksize); });
   if (got < 0) fail(errno);
   ended_ = got <= 0;
-  next_ = 0;
-  end_ = ended_ ? 0 : static_cast<std::size_t>(got);
-  return !ended_;
+  if (ended_) return false;
+  next_ = block_.get();
+  end_ = next_ + got;
+  return true;
 }
 
 bool textfile::eof() {
@@ -126,13 +154,13 @@ int textfile::readstring(char* dest, int maximum) {
   int count = 0;
   if (mode_ == mode::standardinput) count = readstandard(dest, maximum);
   while (count < maximum && fill()) {
-    const char* from = block_.get() + next_;
-    const std::size_t limit = std::min(end_ - next_, static_cast<std::size_t>(maximum - count));
-    const void* linefeed = std::memchr(from, '\n', limit);
+    const std::size_t limit =
+        std::min(static_cast<std::size_t>(end_ - next_), static_cast<std::size_t>(maximum - count));
+    const void* linefeed = std::memchr(next_, '\n', limit);
     const std::size_t size =
         linefeed == nullptr ? limit
-                            : static_cast<std::size_t>(static_cast<const char*>(linefeed) - from);
-    std::memcpy(dest + count, from, size);
+                            : static_cast<std::size_t>(static_cast<const char*>(linefeed) - next_);
+    std::memcpy(dest + count, next_, size);
     count += static_cast<int>(size);
     next_ += size;
     if (linefeed != nullptr) break;
@@ -140,17 +168,22 @@ int textfile::readstring(char* dest, int maximum) {
   return count > 0 && dest[count - 1] == '\r' ? count - 1 : count;
 }
 
-void textfile::readln() {
-  if (mode_ == mode::standardinput)
-    for (int c = 0; c != '\n' && c != EOF;) c = getstandard();
+std::size_t textfile::readln() {
+  if (mode_ == mode::standardinput) return skipstandard();
+  std::size_t skipped = 0;
+  char last = '\0';
   while (fill()) {
-    const char* const from = block_.get() + next_;
-    const void* linefeed = *from == '\n' ? from : std::memchr(from, '\n', end_ - next_);
-    next_ = end_;
+    const auto left = static_cast<std::size_t>(end_ - next_);
+    const void* linefeed = *next_ == '\n' ? next_ : std::memchr(next_, '\n', left);
+    const char* const stop = linefeed == nullptr ? end_ : static_cast<const char*>(linefeed);
+    if (stop != next_) last = stop[-1];
+    skipped += static_cast<std::size_t>(stop - next_);
+    next_ = stop;
     if (linefeed == nullptr) continue;
-    next_ = static_cast<std::size_t>(static_cast<const char*>(linefeed) - block_.get()) + 1;
-    return;
+    ++next_;
+    return withoutreturn(skipped, last);
   }
+  return skipped;
 }
 
 void textfile::writeblock(const char* text, std::size_t size) {
@@ -163,8 +196,8 @@ void textfile::writeblock(const char* text, std::size_t size) {
 }
 
 void textfile::flush() {
-  writeblock(block_.get(), next_);
-  next_ = 0;  // what could not be written is gone, so that the error is met once
+  writeblock(block_.get(), held_);
+  held_ = 0;  // what could not be written is gone, so that the error is met once
 }
 
 void textfile::write(std::string_view text) {
@@ -174,11 +207,11 @@ void textfile::write(std::string_view text) {
   }
   if (mode_ != mode::writing) return fail(EBADF);
   while (!text.empty()) {
-    const std::size_t size = std::min(text.size(), blocksize - next_);
-    std::memcpy(block_.get() + next_, text.data(), size);
-    next_ += size;
+    const std::size_t size = std::min(text.size(), blocksize - held_);
+    std::memcpy(block_.get() + held_, text.data(), size);
+    held_ += size;
     text.remove_prefix(size);
-    if (next_ == blocksize) flush();
+    if (held_ == blocksize) flush();
   }
 }
 
@@ -188,6 +221,7 @@ void textfile::close() {
   if (descriptor_ >= 0 && ::close(descriptor_) != 0 && errno != EINTR) fail(errno);
   descriptor_ = -1;
   block_.reset();
+  next_ = end_ = nullptr;
   mode_ = mode::closed;
 }
 

@@ -1,8 +1,9 @@
-// Text files, read and written in blocks.
+// Text files, read and written in blocks, and texts in memory that are read and written likewise.
 #pragma once
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "foundation/boundedstring.h"
@@ -18,6 +19,9 @@ namespace optxv {
 /// close-on-exec, with a block of 64 KiB that lives while the file is open; memory use does not
 /// depend on the length of a file or of its lines. System calls that a signal interrupts are
 /// repeated.
+///
+/// resetmemory and rewritememory open a text in memory instead, whatever the name. Reading it is
+/// reading a file of these bytes, in every respect.
 ///
 /// Nothing here raises. A failure stores the system's error number where ioresult (runtime.h)
 /// finds it, and the operation ends as if the file ended there; the caller checks when it likes.
@@ -41,6 +45,10 @@ class OPTXV_EXPORT textfile {
   /// the system's number. A directory is refused with EISDIR (21).
   void reset();
 
+  /// The same for bytes in memory, as many as there are; this cannot fail. BORROWS: the bytes,
+  /// which stay as they are until the file is closed.
+  void resetmemory(std::string_view bytes);
+
   /// Creates or empties the file, mode 0666 less the umask, and opens it for writing. Otherwise as
   /// reset.
   void rewrite();
@@ -57,8 +65,9 @@ class OPTXV_EXPORT textfile {
   /// read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
   int readstring(char* dest, int maximum);
 
-  /// Skips everything up to the next line feed, and that too.
-  void readln();
+  /// Skips everything up to the next line feed, and that too. Gives the number of bytes before the
+  /// line feed, less one for a carriage return that is the last of them: what a line lost.
+  std::size_t readln();
 
   /// Writes the bytes as they are.
   void write(std::string_view text);
@@ -73,6 +82,7 @@ class OPTXV_EXPORT textfile {
  private:
   enum class mode : unsigned char { closed, reading, writing, standardinput, standardoutput };
 
+  void begin();
   void open(int flags, mode opened, mode standard);
   bool fill();
   void flush();
@@ -84,8 +94,11 @@ class OPTXV_EXPORT textfile {
   bool ended_ = false;  // a read has met the end of the file or failed
   int descriptor_ = -1;
   std::unique_ptr<char[]> block_;
-  std::size_t next_ = 0;  // reading: first byte not yet taken; writing: bytes held back
-  std::size_t end_ = 0;   // reading: behind the last byte in the block
+  // Reading: the bytes not yet taken, which stand in the block or in the caller's memory; none in
+  // every other mode.
+  const char* next_ = nullptr;
+  const char* end_ = nullptr;
+  std::size_t held_ = 0;  // writing: bytes held back in the block
 };
 
 }  // namespace optxv

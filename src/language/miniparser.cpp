@@ -85,7 +85,21 @@ tminiparser::tminiparser(txcustomstringlist* echolist, bool echoon, const charse
 int tminiparser::fileopen(std::string_view name) {
   srcfile_.assign(name);
   srcfile_.reset();
-  const int error = ioresult();
+  return startlines(ioresult());
+}
+
+void tminiparser::textopen(std::string_view bytes) {
+  srcfile_.resetmemory(bytes);
+  startlines(0);
+}
+
+int tminiparser::open(const linesource& from) {
+  if (!from.bytes) return fileopen(from.name);
+  textopen(*from.bytes);
+  return 0;
+}
+
+int tminiparser::startlines(int error) {
   linenr_ = 0;
   if (error == 0) {
     source_ = source::file;

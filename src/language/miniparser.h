@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "foundation/boundedstring.h"
@@ -17,11 +18,19 @@ namespace optxv {
 /// and letters. The reader itself never asks; who fills eolcommset does.
 extern const charset invalideolcommchar;
 
+/// What a read of lines reads: the file of a name, or bytes in memory that go under the name.
+/// BORROWS: both, for the read.
+struct linesource {
+  std::string_view name;
+  std::optional<std::string_view> bytes = std::nullopt;
+};
+
 /// Reads one source, line by line, with one character of look-ahead.
 ///
-/// A reader is created, given exactly one source (fileopen, readfromstr or readfrompchar), and
-/// driven with nextline. Each grammar asks for the kind of thing it expects next; a reader says by
-/// its result whether that was there. Nothing is raised and no message is made.
+/// A reader is created, given exactly one source (fileopen, textopen, readfromstr or
+/// readfrompchar), and driven with nextline. Each grammar asks for the kind of thing it expects
+/// next; a reader says by its result whether that was there. Nothing is raised and no message is
+/// made.
 ///
 /// ch() is the look-ahead. It is endofline (10) for one step behind the last character of a line,
 /// and endofinput (26) where nothing more can be read; it is endofinput before the first nextline,
@@ -53,6 +62,11 @@ class tminiparser : public tobject {
   /// Opens a file; an empty name is the standard input. 0, or the system's error number: then
   /// nothing can be read.
   int fileopen(std::string_view name);
+  /// Reads bytes in memory, any number of them, as the lines of a file. BORROWS: the bytes, which
+  /// must outlive the reading.
+  void textopen(std::string_view bytes);
+  /// Opens what there is: the bytes, or else the file. The result is that of fileopen.
+  int open(const linesource& from);
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the
@@ -147,6 +161,7 @@ class tminiparser : public tobject {
   enum class source : unsigned char { file, string, pchar };
 
   void leaveline();
+  int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
   void readslices();

@@ -325,20 +325,28 @@ void tzmaoptions::optreadfrompchar(const char* text) {
 }
 
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
+  return readparameters({filename});
+}
+
+std::int32_t tzmaoptions::readparametertext(std::string_view name, std::string_view bytes) {
+  return readparameters({name, bytes});
+}
+
+std::int32_t tzmaoptions::readparameters(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
-  if (const int code = reader.fileopen(filename); code != 0) {
-    addopenfailure(optMsgUserError, "Cannot open parameter file ", filename, code);
+  if (const int code = reader.open(source); code != 0) {
+    addopenfailure(optMsgUserError, "Cannot open parameter file ", source.name, code);
     return code;
   }
-  addmessage(optMsgFileEnter, filename);
+  addmessage(optMsgFileEnter, source.name);
   {
     const replacement<std::int32_t> level(filedepth, filedepth + 1);
     if (filedepth <= maximumfiledepth)
       parse(eolonly);
     else
       addmessage(optMsgUserError, "File nesting level too deep; file ignored");
-    addmessage(optMsgFileLeave, filename);
+    addmessage(optMsgFileLeave, source.name);
   }
   return 0;
 }

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <cerrno>
+#include <random>
 
 #include "foundation/runtime.h"
 #include "support/scratchfolder.h"
@@ -65,6 +66,96 @@ TEST_F(TextFile, LinesAcrossBlocks) {
   file.rewrite(), file.write("short"), file.close();
   EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
   EXPECT_EQ(folder_.get("file"), "short");
+}
+
+std::string run(std::size_t count) {
+  return std::string(count, 'x');
+}
+
+// Texts whose line ends, carriage returns and zero bytes stand where a reader may stumble: at the
+// edges of pieces of 255 bytes, of lines of 1020 and of blocks of 64 KiB.
+std::vector<std::string> nastytexts() {
+  std::vector<std::string> all = {"",    "\n",  "\r\n",        "\r",        "a",
+                                  "a\r", "\0"s, "a\0\r\nb\0"s, "\n\n\r\n\n"};
+  for (const std::size_t edge : {255u, 510u, 765u, 1020u, 1275u, 65536u, 131072u})
+    for (std::size_t length = edge - 2; length <= edge + 1; ++length)
+      for (const std::string end : {"", "\n", "\r\n", "\r\r\n", "\rz\n", "\nz", "\0\nz"})
+        all.push_back(run(length) + end);
+  return all;
+}
+
+std::string randomtext(std::mt19937& random) {
+  std::string text;
+  for (auto lines = random() % 9; lines > 0; --lines) {
+    text += run(random() % 8 == 0 ? random() % 70000 : random() % 600);
+    for (auto ends = random() % 4; ends > 0; --ends) text += "\n\n\r\n\0"[random() % 5];
+  }
+  return text;
+}
+
+// What a reader sees that takes lines by pieces of random size, and now and then skips the rest.
+std::string seen(textfile& file, unsigned seed) {
+  std::mt19937 random(seed);
+  std::string all, piece(300, '?');
+  while (!file.eof()) {
+    const int maximum = random() % 2 == 0 ? 255 : static_cast<int>(random() % 300);
+    const int count = file.readstring(piece.data(), maximum);
+    all += piece.substr(0, static_cast<std::size_t>(count)) + ',';
+    if (random() % 3 == 0) all += std::to_string(file.readln()) + '|';
+  }
+  return all;
+}
+
+TEST_F(TextFile, MemoryReadsAsAFileOfTheSameBytes) {
+  std::vector<std::string> texts = nastytexts();
+  std::mt19937 random(1);
+  for (int i = 0; i < 300; ++i) texts.push_back(randomtext(random));
+  textfile file, memory;
+  file.assign(file_);
+  memory.assign(folder_ / "none");
+  for (const std::string& text : texts) {
+    folder_.put("file", text);
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+      file.reset();
+      // Bytes of their own length alone, so that a step past them is seen.
+      const std::vector<char> bytes(text.begin(), text.end());
+      setioresult(7);
+      memory.resetmemory({bytes.data(), bytes.size()});
+      EXPECT_EQ(ioresult(), 0);
+      ASSERT_EQ(seen(memory, seed), seen(file, seed)) << testing::PrintToString(text);
+    }
+  }
+  memory.resetmemory("a\n");
+  memory.close();
+  EXPECT_TRUE(memory.eof()) << "a closed text reads as empty";
+  memory.write("x");
+  EXPECT_EQ(ioresult(), EBADF);
+}
+
+// What skipping the rest of a line says it has cut off.
+TEST_F(TextFile, SkippingTellsWhatItCutOff) {
+  const std::pair<std::string, std::size_t> rows[] = {{"", 0},
+                                                      {"abc", 0},
+                                                      {"abc\nx", 0},
+                                                      {"abc\r\nx", 0},
+                                                      {"abcdef\nx", 3},
+                                                      {"abcdef\r\nx", 3},
+                                                      {"abcdef\r\r\nx", 4},
+                                                      {"abcde\rf\nx", 4},
+                                                      {"abcdef\r", 4},
+                                                      {"ab\rdef\nx", 3},
+                                                      {run(65539) + "\r\nx", 65536},
+                                                      {run(65535) + "\r\nx", 65532},
+                                                      {run(65536) + "\r\nx", 65533}};
+  for (const auto& [text, cut] : rows) {
+    textfile file;
+    file.assign(folder_.put("file", text));
+    file.reset();
+    char piece[3];
+    file.readstring(piece, 3);
+    EXPECT_EQ(file.readln(), cut) << text.size();
+    EXPECT_EQ(pieces(file, 9), text.ends_with('x') ? "x," : "");
+  }
 }
 
 TEST_F(TextFile, FailuresAreStored) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 #include <string>
 #include <tuple>
@@ -73,6 +74,41 @@ TEST(MiniParser, Echo) {
   }
 }
 
+// Every line with its number and every echoed line, from a file or from the same bytes in memory.
+lines linesandecho(const std::function<void(tminiparser&)>& open) {
+  txstringlist echo;
+  tminiparser parser(&echo, true, charset("!"));
+  open(parser);
+  lines found;
+  while (parser.nextline()) {
+    shortstring token;
+    const bool more = parser.skipbl();
+    const std::string rest = str(parser.ahead());
+    parser.nexttoken(token);
+    found.push_back(std::to_string(parser.linenr()) + (more ? "+" : "-") + rest + "|" + str(token));
+  }
+  found.push_back(std::to_string(parser.linenr()) + parser.ch());
+  for (std::int32_t i = 0; i < echo.count(); ++i) found.emplace_back(echo.getname(i));
+  return found;
+}
+
+TEST(MiniParser, MemoryReadsAsAFileOfTheSameBytes) {
+  using namespace std::string_literals;
+  lines texts = {"",  "\n",  "\r\n",           "* remark",   "\n*\n\n",
+                 "a", "a\r", "a\0b\n\0\r\nc"s, "a\n\x1A\nb", "! a\n b ! c\r\n\"d\n"};
+  for (const std::size_t edge : {255u, 510u, 765u, 1020u, 1275u, 65536u})
+    for (std::size_t length = edge - 2; length <= edge + 1; ++length)
+      for (const auto end : {"", "\nb", "\r\nb\r\n", "\rz\nb\n", "\r\r\n\nb"})
+        texts.push_back(xs(length) + end);
+  scratchfile file;
+  for (const std::string& text : texts) {
+    file.put(text);
+    EXPECT_EQ(linesandecho([&](tminiparser& parser) { parser.textopen(text); }),
+              linesandecho([&](tminiparser& parser) { parser.fileopen(file.name()); }))
+        << testing::PrintToString(text);
+  }
+}
+
 constexpr std::string_view word = "_0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 const charset letters(word.substr(11)), wordbytes(word), blanks(" \t"), ends(", \t");
 
@@ -139,10 +175,10 @@ TEST(MiniParser, BulkScansAgreeWithSingleSteps) {
   scratchfile scratch;
   for (unsigned seed = 1; seed <= 2500; ++seed) {
     std::mt19937 random(seed);
-    const auto kind = random() % 3;
+    const auto kind = random() % 4;
     const charset comments(random() % 2 == 0 ? "!" : "");
     std::string text = randomline(random);
-    for (std::size_t n = random() % 6; kind == 0 && n > 0; --n)
+    for (std::size_t n = random() % 6; kind % 3 == 0 && n > 0; --n)
       text += (random() % 4 == 0 ? "\r\n" : "\n") + randomline(random);
     scratch.put(text);
     tminiparser reader(nullptr, false, comments);
@@ -151,6 +187,7 @@ TEST(MiniParser, BulkScansAgreeWithSingleSteps) {
       if (kind == 0 && opened->fileopen(scratch.name()) != 0) FAIL();
       if (kind == 1) opened->readfromstr(text);
       if (kind == 2) opened->readfrompchar(text.c_str());
+      if (kind == 3) opened->textopen(text);
     }
     std::string trace;
     for (int i = 0; i < 60; ++i) {
