@@ -24,7 +24,9 @@ int placeof(std::string_view word, const Words& words) {
 
 void readenumstr(definitionreader& record) {
   shortstring standard;
-  record.check(record.in.nexttoken(standard), "Bad default string");
+  record.check(record.tokenfield(optxv_field_default, standard), optxv_fault_bad_field,
+               "Bad default string");
+  const fieldread at = record.lastfield();
   record.readhelp();
   auto option =
       std::make_unique<tenumstroption>(record.name, &record.options, standard, record.help());
@@ -33,28 +35,41 @@ void readenumstr(definitionreader& record) {
   record.enter(std::move(option));
   while (record.continuation()) {
     shortstring item;
-    record.in.nexttoken(item);
+    record.tokenfield(optxv_field_item, item);
     if (item.empty()) break;
-    record.integerfield(record.helpcontext, "Bad HC");
-    record.in.restofline(record.text);
+    const textplace place = record.lastfield().place;
+    record.integerfield(optxv_field_helpcontext, record.helpcontext, "Bad HC");
+    record.restfield(optxv_field_text);
     entered.additem(item, record.helpcontext, record.text);
+    record.declare({.what = optxv_declared_item,
+                    .number = entered.enumitems.count(),
+                    .option = record.number()},
+                   item, place);
   }
-  record.check(entered.enumitems.indexof(standard) >= 0, "Default is undefined");
+  record.check(entered.enumitems.indexof(standard) >= 0, optxv_fault_default_unknown,
+               "Default is undefined", at);
 }
 
 void readenumint(definitionreader& record) {
-  record.integerfield(record.integervalue, "Bad default value");
+  record.integerfield(optxv_field_default, record.integervalue, "Bad default value");
+  const fieldread at = record.lastfield();
   record.readhelp();
   auto option = std::make_unique<tenumintoption>(record.name, &record.options, record.integervalue,
                                                  record.help());
   while (record.continuation()) {
-    record.integerfield(record.integervalue, "Bad integer enum");
-    record.integerfield(record.helpcontext, "Bad HC");
-    record.in.restofline(record.text);
+    record.integerfield(optxv_field_item, record.integervalue, "Bad integer enum");
+    const fieldread item = record.lastfield();
+    record.integerfield(optxv_field_helpcontext, record.helpcontext, "Bad HC");
+    record.restfield(optxv_field_text);
     option->additem(record.integervalue, record.helpcontext, record.text);
+    record.declare({.what = optxv_declared_item,
+                    .number = option->enumitems.count(),
+                    .option = record.number()},
+                   item.seen, item.place);
   }
   record.modify(*option);
-  record.check(option->indexofvalue(option->defaultvalue) >= 0, "Default is undefined");
+  record.check(option->indexofvalue(option->defaultvalue) >= 0, optxv_fault_default_unknown,
+               "Default is undefined", at);
   record.enter(std::move(option));
 }
 
@@ -65,9 +80,23 @@ namespace {
 void addmember(definitionreader& record, tmultilistoption& list, std::string_view member) {
   const std::int32_t position = record.options.optlookup(member);
   if (position < 0)
-    record.report(concat("MultiList option ", quoted{member}, " is undefined"), record.name);
-  record.check(!list.hasmember(position), "Duplicate option used");
+    record.report(optxv_fault_unknown_member,
+                  concat("MultiList option ", quoted{member}, " is undefined"));
+  record.check(!list.hasmember(position), optxv_fault_duplicate_member, "Duplicate option used");
   list.additem(position);
+  record.declare({.what = optxv_declared_member,
+                  .number = list.members.count(),
+                  .option = record.number(),
+                  .target = position + 1},
+                 member, record.lastfield().place);
+}
+
+/// A comma ends a token and is never passed: read on, it would give empty tokens for ever.
+bool nocomma(definitionreader& record) {
+  if (record.in.ch() != ',') return true;
+  record.report(optxv_fault_comma, "Comma in member list", record.name,
+                {optxv_field_member, record.in.restplace().part(0, 1), ","});
+  return false;
 }
 
 }  // namespace
@@ -79,9 +108,7 @@ void readmultilist(definitionreader& record) {
   record.enter(std::move(option));
   while (record.continuation()) {
     shortstring member;
-    // A comma ends a token and is never passed: read on, it would give empty tokens for ever.
-    while (record.in.skipbl() && record.check(record.in.ch() != ',', "Comma in member list") &&
-           record.in.nexttoken(member))
+    while (record.in.skipbl() && nocomma(record) && record.tokenfield(optxv_field_member, member))
       addmember(record, entered, member);
   }
 }
@@ -96,13 +123,18 @@ void readmacro(definitionreader& record) {
   auto option = std::make_unique<tmacrooption>(record.name, &record.options, record.help());
   while (record.continuation()) {
     shortstring member;
-    if (!record.in.nexttoken(member)) break;
+    if (!record.tokenfield(optxv_field_member, member)) break;
     const std::int32_t position = record.options.optionindex.find(member);
     if (position >= 0)
       option->additem(record.options.getobjects(position));
     else
-      record.report(concat("Unknown option ", quoted{member}, " for macro ", quoted{record.name}),
-                    record.name);
+      record.report(optxv_fault_unknown_member,
+                    concat("Unknown option ", quoted{member}, " for macro ", quoted{record.name}));
+    record.declare({.what = optxv_declared_member,
+                    .number = position >= 0 ? option->members.count() : 0,
+                    .option = record.number(),
+                    .target = position + 1},
+                   member, record.lastfield().place);
   }
   record.enter(std::move(option));
 }
@@ -111,31 +143,44 @@ void readmacro(definitionreader& record) {
 
 void readimmediate(definitionreader& record) {
   shortstring word;
-  record.check(record.in.nexttoken(word), "immediate type expected");
+  record.check(record.tokenfield(optxv_field_action, word), optxv_fault_bad_field,
+               "immediate type expected");
+  const fieldread at = record.lastfield();
   record.readhelp();
   const int kind = placeof(word, immediatetypenames);
-  if (!record.check(kind >= 0, "Unknown immediate option")) return;
+  if (!record.check(kind >= 0, optxv_fault_unknown_action, "Unknown immediate option", at)) return;
   record.enter(std::make_unique<timmediateoption>(
       record.name, &record.options, static_cast<immediateaction>(kind), record.help()));
 }
 
 void readsynonym(definitionreader& record) {
   shortstring target;
-  record.in.nexttoken(target);
-  record.check(record.options.synonymindex.find(record.name) < 0, "Duplicate synonym");
+  record.tokenfield(optxv_field_target, target);
+  record.check(record.options.synonymindex.find(record.name) < 0, optxv_fault_duplicate_synonym,
+               "Duplicate synonym", record.namefield);
   const std::int32_t position = record.options.optlookup(target);
-  record.check(position >= 0, "Unknown option for synonym");
+  record.check(position >= 0, optxv_fault_unknown_target, "Unknown option for synonym");
   record.options.addsynonym(record.name, position);
+  record.declare({.what = optxv_declared_synonym,
+                  .number = record.options.optsynonymcount(),
+                  .option = position + 1,
+                  .target = position + 1},
+                 record.name, record.namefield.place);
 }
 
 void readgroup(definitionreader& record) {
-  record.check(record.options.groupindex.find(record.name) < 0, "Duplicate group");
-  record.integerfield(record.groupnumber, "Bad group number");
-  record.integerfield(record.helpcontext, "Bad HC");
-  record.check(record.options.optgetgroupgrpnr(record.groupnumber) < 0, "Group number not unique");
-  record.in.restofline(record.text);
+  record.check(record.options.groupindex.find(record.name) < 0, optxv_fault_duplicate_group,
+               "Duplicate group", record.namefield);
+  record.integerfield(optxv_field_groupnumber, record.groupnumber, "Bad group number");
+  const fieldread at = record.lastfield();
+  record.integerfield(optxv_field_helpcontext, record.helpcontext, "Bad HC");
+  record.check(record.options.optgetgroupgrpnr(record.groupnumber) < 0,
+               optxv_fault_duplicate_groupnumber, "Group number not unique", at);
+  record.restfield(optxv_field_text);
   record.options.addgroup(record.name, std::make_unique<tgroupobj>(
                                            record.groupnumber, record.helpcontext, record.text));
+  record.declare({.what = optxv_declared_group, .number = record.options.getgroupcount()},
+                 record.name, record.namefield.place);
 }
 
 // --- Marks -------------------------------------------------------------------------------------
@@ -146,6 +191,7 @@ namespace {
 struct markset {
   deprecationmark option;
   deprecationmark synonym;
+  std::int32_t declared;
 };
 
 /// Marks the option of that name, or of that synonym, with the rest of the line as its text.
@@ -156,17 +202,22 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
   if (const std::int32_t synonym = own ? -1 : options.synonymindex.find(name); synonym >= 0)
     option = options.synonymtarget(synonym);
   if (option == nullptr)
-    return record.report(concat("Deprecated option ", quoted{name}, " is undefined"), record.name);
-  record.in.restofline(record.text);
+    return record.report(optxv_fault_unknown_marked,
+                         concat("Deprecated option ", quoted{name}, " is undefined"));
+  record.declare({.what = marks.declared,
+                  .number = own ? 0 : options.synonymindex.find(name) + 1,
+                  .option = option->position + 1},
+                 name, record.lastfield().place);
+  record.restfield(optxv_field_text);
   option->addmark(own ? marks.option : marks.synonym);
   (own ? option->deprecatedtext : option->synonymdeprecatedtext) = record.text;
 }
 
 void readmarks(definitionreader& record, const markset& marks) {
-  record.in.restofline(record.text);
+  record.restfield(optxv_field_heading);
   while (record.continuation()) {
     shortstring name;
-    if (!record.in.nexttoken(name)) return record.dropline();
+    if (!record.tokenfield(optxv_field_marked, name)) return record.dropline();
     mark(record, name, marks);
   }
 }
@@ -174,34 +225,43 @@ void readmarks(definitionreader& record, const markset& marks) {
 }  // namespace
 
 void readdeprecated(definitionreader& record) {
-  readmarks(record, {markDeprecatedOption, markDeprecatedSynonym});
+  readmarks(record, {markDeprecatedOption, markDeprecatedSynonym, optxv_declared_deprecated});
 }
 
 void readobsolete(definitionreader& record) {
-  readmarks(record, {markObsoleteOption, markObsoleteSynonym});
+  readmarks(record, {markObsoleteOption, markObsoleteSynonym, optxv_declared_obsolete});
 }
 
 // --- Settings of the whole file ----------------------------------------------------------------
 
 void readindicatorkey(definitionreader& record) {
-  record.in.restofline(record.text);
-  record.check(record.options.indicatorkey.isnil(), "Indicator redefined");
+  record.restfield(optxv_field_text);
+  record.check(record.options.indicatorkey.isnil(), optxv_fault_duplicate_indicator,
+               "Indicator redefined", record.namefield);
   if (record.name.length() > maximumindicatorname)
-    record.report(concat("Indicator ", quoted{record.name}, " not a good identifier"), record.name);
+    record.report(optxv_fault_name_too_long,
+                  concat("Indicator ", quoted{record.name}, " not a good identifier"), record.name,
+                  record.namefield);
   record.options.indicatorkey = record.name;
   record.options.indicatorlist = makeindicatorlist(&record.options);
+  record.declare({.what = optxv_declared_indicator}, record.name, record.namefield.place);
 }
 
 void readlookup(definitionreader& record) {
-  record.in.restofline(record.text);
+  record.restfield(optxv_field_text);
   const int code = placeof(record.name, lookupcodes);
   if (code < 0)
-    return record.report(concat("Unknown lookup code ", quoted{record.name}), record.name);
+    return record.report(optxv_fault_unknown_lookup,
+                         concat("Unknown lookup code ", quoted{record.name}), record.name,
+                         record.namefield);
+  record.declare({.what = optxv_declared_lookup, .number = code}, record.name,
+                 record.namefield.place);
   record.options.lookupmode = static_cast<std::uint8_t>(code);
 }
 
 void readeolcomm(definitionreader& record) {
-  record.in.restofline(record.text);
+  record.restfield(optxv_field_characters);
+  record.declare({.what = optxv_declared_comment}, record.text, record.lastfield().place);
   charset& members = record.options.eolcommset;
   members.clear();
   for (const char member : record.text.view()) {

@@ -10,20 +10,22 @@ namespace optxv {
 
 /// One kind of record: what the loop does before the kind's own fields, and who reads those.
 struct recordrow {
-  std::string_view word;
+  recordform form;
   bool usermap;
   bool option;    ///< enters the option table, so its name must be new there
   bool modifier;  ///< its type word may carry a modifier
   void (*read)(definitionreader&);
 
   /// The row of an option kind.
-  static constexpr recordrow kind(optionkind kind, void (*read)(definitionreader&)) {
+  static constexpr recordrow kind(optionkind kind, const char* fields, const char* lines,
+                                  void (*read)(definitionreader&)) {
     const kindrow& row = optionkinds[kind];
-    return {row.keyword, row.usermap, true, row.modifier, read};
+    return {{row.keyword.data(), fields, lines}, row.usermap, true, row.modifier, read};
   }
   /// The row of a record that is no option.
-  static constexpr recordrow other(std::string_view word, void (*read)(definitionreader&)) {
-    return {word, false, false, false, read};
+  static constexpr recordrow other(const char* word, const char* fields, const char* lines,
+                                   void (*read)(definitionreader&)) {
+    return {{word, fields, lines}, false, false, false, read};
   }
   static const recordrow* find(std::string_view word);
 
@@ -38,39 +40,58 @@ namespace {
 constexpr int maximumdotname = 63;
 constexpr std::int32_t sparecapacity = 64;
 
+// What follows the type word, by names of fields.
+constexpr const char* bounded = "usermap default low high hc group text";
+constexpr const char* scalar = "usermap default hc group text";
+constexpr const char* list = "usermap hc group text";
+constexpr const char* more = "longhelp";
+constexpr const char* items = "item hc text";
+constexpr const char* marks = "marked text";
+
 constexpr std::array<recordrow, 17> records = {{
-    recordrow::kind(optTypeInteger, recordrow::integer),
-    recordrow::kind(optTypeDouble, recordrow::real),
-    recordrow::kind(optTypeString, recordrow::string),
-    recordrow::kind(optTypeBoolean, recordrow::boolean),
-    recordrow::kind(optTypeEnumStr, readenumstr),
-    recordrow::kind(optTypeEnumInt, readenumint),
-    recordrow::kind(optTypeMultiList, readmultilist),
-    recordrow::kind(optTypeStrList, readstrlist),
-    recordrow::kind(optTypeMacro, readmacro),
-    recordrow::kind(optTypeImmediate, readimmediate),
-    recordrow::other("synonym", readsynonym),
-    recordrow::other("group", readgroup),
-    recordrow::other("deprecated", readdeprecated),
-    recordrow::other("obsolete", readobsolete),
-    recordrow::other("indicator", readindicatorkey),
-    recordrow::other("lookup", readlookup),
-    recordrow::other("eolcomm", readeolcomm),
+    recordrow::kind(optTypeInteger, bounded, more, recordrow::integer),
+    recordrow::kind(optTypeDouble, bounded, more, recordrow::real),
+    recordrow::kind(optTypeString, scalar, "", recordrow::string),
+    recordrow::kind(optTypeBoolean, scalar, more, recordrow::boolean),
+    recordrow::kind(optTypeEnumStr, scalar, items, readenumstr),
+    recordrow::kind(optTypeEnumInt, scalar, items, readenumint),
+    recordrow::kind(optTypeMultiList, list, "member", readmultilist),
+    recordrow::kind(optTypeStrList, list, "", readstrlist),
+    recordrow::kind(optTypeMacro, "hc group text", "member", readmacro),
+    recordrow::kind(optTypeImmediate, "action hc group text", "", readimmediate),
+    recordrow::other("synonym", "target", "", readsynonym),
+    recordrow::other("group", "number hc text", "", readgroup),
+    recordrow::other("deprecated", "heading", marks, readdeprecated),
+    recordrow::other("obsolete", "heading", marks, readobsolete),
+    recordrow::other("indicator", "text", "", readindicatorkey),
+    recordrow::other("lookup", "text", "", readlookup),
+    recordrow::other("eolcomm", "characters", "", readeolcomm),
 }};
 
 }  // namespace
 
 const recordrow* recordrow::find(std::string_view word) {
   const auto* row = std::find_if(records.begin(), records.end(), [&](const recordrow& candidate) {
-    return struequal(candidate.word, word);
+    return struequal(candidate.form.word, word);
   });
   return row != records.end() ? row : nullptr;
 }
 
-void definitionreader::report(std::string_view fault, std::string_view subject) {
-  const bool plain = subject.empty() || fault.find("synonym") != std::string_view::npos;
-  options.addmessage(optMsgDefineError,
-                     concat(fault, plain ? "" : " for option ", quoted{subject}));
+const recordform* formof(std::int32_t number) {
+  const auto index = static_cast<std::size_t>(number) - 1;
+  return number >= 1 && index < records.size() ? &records[index].form : nullptr;
+}
+
+void definitionreader::report(std::int32_t fault, std::string_view words, std::string_view subject,
+                              const fieldread& at) {
+  const bool plain = subject.empty() || words.find("synonym") != std::string_view::npos;
+  options.addmessage(optMsgDefineError, concat(words, plain ? "" : " for option ", quoted{subject}),
+                     {.fault = fault,
+                      .place = at.place,
+                      .option = number_,
+                      .about = subject,
+                      .seen = at.seen,
+                      .field = at.field});
 }
 
 bool definitionreader::continuation() {
@@ -79,15 +100,82 @@ bool definitionreader::continuation() {
   return !atend_ && in.ch() == ' ';
 }
 
-void definitionreader::readhelp(std::string_view helpcontextfault) {
-  integerfield(helpcontext, helpcontextfault);
-  integerfield(group, "Bad Group value");
+// --- Fields ------------------------------------------------------------------------------------
+
+/// Keeps where a field stands that begins at the rest of the line, and tells of it.
+void definitionreader::took(std::int32_t field, bool good, std::string_view token,
+                            const textplace& rest) {
+  field_.field = field;
+  field_.place = in.since(rest);
+  field_.seen.clear();
+  if (!good || options.told) field_.seen = token;
+  if (options.told) tellfield(good, field_);
+}
+
+void definitionreader::tellfield(bool good, const fieldread& at) const {
+  options.told->cutlong(at.field == optxv_field_record ? optxv_cut_name : optxv_cut_value, number_,
+                        at.seen, at.place);
+  options.told->tell(&optxv_listener::field, {.field = at.field,
+                                              .option = number_,
+                                              .good = good ? 1 : 0,
+                                              .text = textof(at.seen),
+                                              .place = options.told->placed(at.place)});
+}
+
+void definitionreader::telldeclaration(const declaration& facts, std::string_view declared,
+                                       const textplace& place) const {
+  options.told->tell(&optxv_listener::declared, {.what = facts.what,
+                                                 .number = facts.number,
+                                                 .option = facts.option,
+                                                 .target = facts.target,
+                                                 .name = textof(declared),
+                                                 .place = options.told->placed(place)});
+}
+
+bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
+  in.skipbl();
+  const textplace rest = in.restplace();
+  const bool good = in.nexttoken(token);
+  took(field, good, token, rest);
+  return good;
+}
+
+void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
+                                    std::string_view words) {
+  in.skipbl();
+  const textplace rest = in.restplace();
+  shortstring token;
+  const bool good = in.nexttoken(token) && strasintex(token, value);
+  took(field, good, token, rest);
+  check(good, optxv_fault_bad_field, words);
+}
+
+void definitionreader::realfield(std::int32_t field, double& value, std::string_view words) {
+  in.skipbl();
+  const textplace rest = in.restplace();
+  shortstring token;
+  const bool good = in.nexttoken(token) && strasdoubleex(token, value);
+  took(field, good, token, rest);
+  check(good, optxv_fault_bad_field, words);
+}
+
+void definitionreader::restfield(std::int32_t field) {
+  in.skipbl();
+  const textplace rest = in.restplace();
+  const std::size_t size = trimright(in.ahead()).size();
   in.restofline(text);
+  took(field, size > 0, text, rest.part(0, size));
+}
+
+void definitionreader::readhelp(std::string_view helpcontextfault) {
+  integerfield(optxv_field_helpcontext, helpcontext, helpcontextfault);
+  integerfield(optxv_field_group, group, "Bad Group value");
+  restfield(optxv_field_text);
 }
 
 void definitionreader::readbigtext(toption& option) {
   while (continuation()) {
-    in.restofline(text);
+    restfield(optxv_field_longhelp);
     option.addbigtext(text);
   }
 }
@@ -105,20 +193,25 @@ void definitionreader::read() {
 
 /// Reads the record's name; false if the line cannot begin a record.
 bool definitionreader::beginrecord() {
+  const textplace rest = in.restplace();
   const bool dotted = in.ch() == '.';
   if (dotted) in.nextch();
-  if (!in.nextident(name)) return false;
+  number_ = 0;
+  if (!in.nextident(name)) {
+    if (options.told) options.told->tellplace(&optxv_listener::ended, rest);
+    return false;
+  }
+  namefield = {optxv_field_record, in.since(rest), {}};
   if (dotted) {
-    check(name.length() <= maximumdotname, "Identifier too long");
+    check(name.length() <= maximumdotname, optxv_fault_name_too_long, "Identifier too long",
+          namefield);
     name = concat('.', name);
   }
   return true;
 }
 
-/// Reads the type word and takes its modifier off. An unknown modifier leaves the one of the record
-/// before in force.
-void definitionreader::readtypeword(shortstring& word) {
-  in.nexttoken(word);
+/// Takes the modifier off a type word. An unknown one leaves that of the record before in force.
+void definitionreader::takemodifier(shortstring& word) {
   const std::size_t dot = word.view().rfind('.');
   if (dot == std::string_view::npos) {
     modifier = optsubRequired;
@@ -132,22 +225,40 @@ void definitionreader::readtypeword(shortstring& word) {
       return;
     }
   }
-  report(concat("Unknown type modifier = ", suffix), name);
+  report(optxv_fault_unknown_modifier, concat("Unknown type modifier = ", suffix));
+}
+
+/// Tells of the two fields that begin a record, once it is known whose they are.
+void definitionreader::tellbegin(const fieldread& type) {
+  namefield.seen = name;
+  tellfield(true, namefield);
+  tellfield(!type.seen.empty(), type);
 }
 
 void definitionreader::readrecord() {
+  in.skipbl();
+  const textplace rest = in.restplace();
   shortstring word;
-  readtypeword(word);
+  in.nexttoken(word);
+  field_ = {optxv_field_type, in.since(rest), word};
+  const fieldread type = field_;
+  takemodifier(word);
   const recordrow* row = recordrow::find(word);
-  check(row == nullptr || row->modifier || modifier == optsubRequired, "Type modifier not allowed");
+  number_ = row != nullptr && row->option ? options.getcount() + 1 : 0;
+  if (options.told) tellbegin(type);
+  check(row == nullptr || row->modifier || modifier == optsubRequired,
+        optxv_fault_modifier_not_allowed, "Type modifier not allowed");
   if (row == nullptr || row->option)
-    check(options.optionasobj(name) == nullptr, "Duplicate option");
+    check(options.optionasobj(name) == nullptr, optxv_fault_duplicate_option, "Duplicate option",
+          namefield);
   // An unknown word costs a usermap before it is reported: it might have been any option's.
   if (row == nullptr || row->usermap)
-    integerfield(usermap, "Bad usermap value");
+    integerfield(optxv_field_usermap, usermap, "Bad usermap value");
   else
     usermap = -1;
-  if (row == nullptr) return report(concat("Unknown option type ", quoted{word}), name);
+  if (row == nullptr)
+    return report(optxv_fault_unknown_type, concat("Unknown option type ", quoted{word}), name,
+                  type);
   row->read(*this);
 }
 
@@ -155,13 +266,15 @@ void definitionreader::readrecord() {
 
 template <class Option, class Value>
 void definitionreader::readbounded(Value& low, Value& high, Value& standard,
-                                   bool (tminiparser::*next)(Value&),
+                                   void (definitionreader::*next)(std::int32_t, Value&,
+                                                                  std::string_view),
                                    std::string_view helpcontextfault) {
-  check((in.*next)(standard), "Bad default value");
-  check((in.*next)(low), "Bad low value");
-  check((in.*next)(high), "Bad high value");
+  (this->*next)(optxv_field_default, standard, "Bad default value");
+  const fieldread at = field_;
+  (this->*next)(optxv_field_low, low, "Bad low value");
+  (this->*next)(optxv_field_high, high, "Bad high value");
   readhelp(helpcontextfault);
-  check(low <= standard && standard <= high, "Default not in range");
+  check(low <= standard && standard <= high, optxv_fault_default_range, "Default not in range", at);
   auto option = std::make_unique<Option>(name, &options, standard, low, high, help());
   modify(*option);
   toption& entered = *option;
@@ -170,17 +283,17 @@ void definitionreader::readbounded(Value& low, Value& high, Value& standard,
 }
 
 void definitionreader::readinteger() {
-  readbounded<tintoption>(lowinteger_, highinteger_, integervalue, &tminiparser::nextinteger,
+  readbounded<tintoption>(lowinteger_, highinteger_, integervalue, &definitionreader::integerfield,
                           "Bad HC value");
 }
 
 void definitionreader::readdouble() {
-  readbounded<tdbloption>(lowreal_, highreal_, realvalue_, &tminiparser::nextdouble, "Bad HC");
+  readbounded<tdbloption>(lowreal_, highreal_, realvalue_, &definitionreader::realfield, "Bad HC");
 }
 
 void definitionreader::readstring() {
   shortstring standard;
-  in.nexttoken(standard);
+  tokenfield(optxv_field_default, standard);
   readhelp();
   auto option = std::make_unique<tstringoption>(name, &options, standard, help());
   modify(*option);
@@ -188,7 +301,7 @@ void definitionreader::readstring() {
 }
 
 void definitionreader::readboolean() {
-  integerfield(integervalue, "Bad default value");
+  integerfield(optxv_field_default, integervalue, "Bad default value");
   readhelp();
   auto option = std::make_unique<tbooleanoption>(name, &options, integervalue, help());
   modify(*option);
@@ -212,13 +325,17 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgDefineError, "Cannot open option file ", source.name, code);
+    addopenfailure(optMsgDefineError, optxv_fault_cannot_open, "Cannot open option file ",
+                   source.name, code);
     return code;
   }
+  const replacement<valueorigin> origin(assigning, assigning);
+  beginsource(reader, optxv_source_definition, source.name);
   auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));
   definitionreader(*this, reader).read();
+  endsource(0);
   // A list grows eightfold; what a table needs from here on are a few options made at run time.
   optionlist.setcapacity(optionlist.count() + sparecapacity);
   return 0;

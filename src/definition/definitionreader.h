@@ -12,6 +12,31 @@
 
 namespace optxv {
 
+/// A field of a record as it was met.
+struct fieldread {
+  std::int32_t field = optxv_field_none;  ///< optxv_field_...
+  textplace place = {};                   ///< as written; empty where it was expected
+  shortstring seen = {};                  ///< the token that stands there
+};
+
+/// What a definition declares, as the public header numbers it.
+struct declaration {
+  std::int32_t what = 0;
+  std::int32_t number = 0;
+  std::int32_t option = 0;
+  std::int32_t target = 0;
+};
+
+/// The form of a record: its type word, the fields after that, and the fields of each line that
+/// continues it, by their names.
+struct recordform {
+  const char* word;
+  const char* fields;
+  const char* lines;
+};
+/// The form of record `number` (from 1), nil for a bad number.
+const recordform* formof(std::int32_t number);
+
 /// Reads the records of one definition file into an object.
 ///
 /// A record begins on a line whose first character is a letter, or a dot and a letter: name, type
@@ -33,16 +58,22 @@ class definitionreader {
 
   // --- For the record kinds --------------------------------------------------------------------
 
-  /// Reports a fault unless the condition holds, and gives the condition. The message is the fault,
-  /// " for option " unless the fault holds the word "synonym" or the subject is empty, and the
-  /// subject between double quotes.
-  bool check(bool condition, std::string_view fault, std::string_view subject) {
-    if (!condition) report(fault, subject);
+  /// Reports a fault unless the condition holds, and gives the condition. The message is the words,
+  /// " for option " unless the words have a "synonym" in them or the subject is empty, and the
+  /// subject between double quotes. It stands at the field that was read last, or at a place that
+  /// is given.
+  bool check(bool condition, std::int32_t fault, std::string_view words) {
+    if (!condition) report(fault, words, name, field_);
     return condition;
   }
-  bool check(bool condition, std::string_view fault) { return check(condition, fault, name); }
+  bool check(bool condition, std::int32_t fault, std::string_view words, const fieldread& at) {
+    if (!condition) report(fault, words, name, at);
+    return condition;
+  }
   /// The report of a check that failed, for texts that are made for the occasion.
-  void report(std::string_view fault, std::string_view subject);
+  void report(std::int32_t fault, std::string_view words, std::string_view subject,
+              const fieldread& at);
+  void report(std::int32_t fault, std::string_view words) { report(fault, words, name, field_); }
 
   /// Moves to the next line; true if that line continues the record. Otherwise it begins the next
   /// record, or the file is at its end.
@@ -50,10 +81,13 @@ class definitionreader {
   /// Gives up the line that the reader stands on: the next record begins on a fresh one.
   void dropline() { standing_ = false; }
 
-  /// Reads one integer field.
-  void integerfield(std::int32_t& field, std::string_view fault) {
-    check(in.nextinteger(field), fault);
-  }
+  /// Reads a token as a field; false if there is none, or one with an open quote.
+  bool tokenfield(std::int32_t field, shortstring& token);
+  /// Reads one integer field; a bad one is reported.
+  void integerfield(std::int32_t field, std::int32_t& value, std::string_view words);
+  void realfield(std::int32_t field, double& value, std::string_view words);
+  /// Reads what is left of the line into `text`.
+  void restfield(std::int32_t field);
   /// Reads the three fields that end every option record: help context, group and text.
   /// KEEP: the wording for a bad help context differs by record.
   void readhelp(std::string_view helpcontextfault = "Bad HC");
@@ -61,7 +95,18 @@ class definitionreader {
   /// What the constructors take last, from the fields read.
   optionhelp help() const { return {usermap, helpcontext, group, text}; }
   /// Enters an option into the table under the record's name.
-  void enter(std::unique_ptr<toption> option) { options.addoption(name, std::move(option)); }
+  void enter(std::unique_ptr<toption> option) {
+    options.addoption(name, std::move(option));
+    declare({.what = optxv_declared_option, .number = options.getcount()}, name, namefield.place);
+  }
+  /// Tells of what the definition declares, by a name and its place.
+  void declare(const declaration& facts, std::string_view declared, const textplace& place) {
+    if (options.told) telldeclaration(facts, declared, place);
+  }
+  /// The number of the option that the record declares or is about to; 0 for other records.
+  std::int32_t number() const { return number_; }
+  /// The field that was read last.
+  const fieldread& lastfield() const { return field_; }
   /// Gives a scalar option its modifier.
   void modify(toption& option) const { option.subtype = modifier; }
   /// Takes the lines that continue a record as the option's long help.
@@ -69,7 +114,8 @@ class definitionreader {
 
   tzmaoptions& options;
   tminiparser& in;
-  shortstring name;  ///< of the record; with its dot for a dot option
+  shortstring name;     ///< of the record; with its dot for a dot option
+  fieldread namefield;  ///< where that stands
   optionsubtype modifier = optsubRequired;
   std::int32_t usermap = 0;
   std::int32_t integervalue = 0;  ///< the default of the integer kinds, and the items of enumint
@@ -80,19 +126,27 @@ class definitionreader {
 
  private:
   bool beginrecord();
-  void readtypeword(shortstring& word);
+  void takemodifier(shortstring& word);
+  void tellbegin(const fieldread& type);
   void readrecord();
   void readinteger();
   void readdouble();
   void readstring();
   void readboolean();
   template <class Option, class Value>
-  void readbounded(Value& low, Value& high, Value& standard, bool (tminiparser::*next)(Value&),
+  void readbounded(Value& low, Value& high, Value& standard,
+                   void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
+  void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
+  void tellfield(bool good, const fieldread& at) const;
+  void telldeclaration(const declaration& facts, std::string_view declared,
+                       const textplace& place) const;
 
   friend struct recordrow;  // whose table names the four scalar readers
 
-  bool standing_ = false;  ///< the current line is the next record, not yet looked at
+  fieldread field_;
+  std::int32_t number_ = 0;  ///< of the option that the record declares; 0 for other records
+  bool standing_ = false;    ///< the current line is the next record, not yet looked at
   bool atend_ = false;
   std::int32_t lowinteger_ = 0;
   std::int32_t highinteger_ = 0;

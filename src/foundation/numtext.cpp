@@ -58,15 +58,19 @@ struct cursor {
   }
 };
 
-/// The digits at the cursor with their sign, as strtol reads them, held in 32 bits.
-std::int32_t convertdigits(cursor& c, int base, bool minus) {
+/// The digits at the cursor with their sign, as strtol reads them, held in 32 bits; saturated says
+/// whether they had to be.
+std::int32_t convertdigits(cursor& c, int base, bool minus, bool& saturated) {
   if (base == 16 && c.peek() == '0' && ishexmark(c.peek(1)) && digitvalue(c.peek(2)) < 16)
     c.at += 2;
   constexpr std::int64_t limit = std::int64_t{1} << 31;
   std::int64_t magnitude = 0;
   for (int digit; (digit = digitvalue(c.peek())) < base; ++c.at)
-    magnitude = std::min(magnitude * base + digit, limit);
-  return static_cast<std::int32_t>(minus ? -magnitude : std::min(magnitude, limit - 1));
+    magnitude = std::min(magnitude * base + digit, limit + 1);
+  const std::int64_t largest = minus ? limit : limit - 1;
+  saturated = magnitude > largest;
+  magnitude = std::min(magnitude, largest);
+  return static_cast<std::int32_t>(minus ? -magnitude : magnitude);
 }
 
 /// The base of the digits at the cursor, which is moved to where strtol would begin; 0 if there
@@ -84,14 +88,20 @@ int findbase(cursor& c) {
 }  // namespace
 
 std::int32_t _Q9_Val_SPD(std::string_view s, int& code) {
+  bool saturated = false;
+  return val_spd(s, code, saturated);
+}
+
+std::int32_t val_spd(std::string_view s, int& code, bool& saturated) {
   cursor c{s};
+  saturated = false;
   const bool minus = c.passsign();
   const int base = findbase(c);
   if (base == 0) {
     code = c.position();
     return 0;
   }
-  const std::int32_t value = convertdigits(c, base, minus);
+  const std::int32_t value = convertdigits(c, base, minus, saturated);
   code = c.codehere();
   return value;
 }

@@ -23,6 +23,8 @@ namespace optxv {
 /// KEEP: after a $ that a hexadecimal digit follows, the conversion is strtol's with base 16, which
 /// takes a further 0x ("$0x1F" is 31); a $ without such a digit is bad at the position after it.
 std::int32_t _Q9_Val_SPD(std::string_view s, int& code);
+/// The same; saturated becomes whether the number was too large.
+std::int32_t val_spd(std::string_view s, int& code, bool& saturated);
 
 /// A real text: blanks, a sign, digits with at most one point, an exponent with e or E. code is as
 /// for _Q9_Val_SPD. Too large a number gives an infinity with code 0, too small a one a zero or a

@@ -532,6 +532,13 @@ bool strasintex(std::string_view s, std::int32_t& n) noexcept {
   return code == 0;
 }
 
+bool saturatedinteger(std::string_view s) noexcept {
+  int code = 0;
+  bool saturated = false;
+  val_spd(s, code, saturated);
+  return saturated && code == 0;
+}
+
 bool strasdoubleex(std::string_view s, double& x) noexcept {
   if (findnamed(namedreals, s, x)) return true;
   int code = 0;

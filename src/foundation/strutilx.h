@@ -321,6 +321,9 @@ std::int32_t strasint(std::string_view s) noexcept;
 /// read before it, or 0.
 bool strasintex(std::string_view s, std::int32_t& n) noexcept;
 
+/// Whether that limit stands in for the number that s gives.
+bool saturatedinteger(std::string_view s) noexcept;
+
 /// As strasintex, but takes an integer that is written as a real too (1e3, 2.5e1). After a fault n
 /// is 0.
 bool strasintex2(std::string_view s, std::int32_t& n) noexcept;

@@ -137,17 +137,45 @@ void tminiparser::readfrompchar(const char* text) {
 /// not full, so that the line ends there, even if more bytes follow.
 void tminiparser::readslices() {
   linelen_ = 0;
+  skippedat_ = 0;
   for (int slice = 1; slice <= slicecount; ++slice) {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
     if (linelen_ < std::int64_t{slice} * slicelength) break;
   }
-  srcfile_.readln();
+  const std::int64_t lost = srcfile_.readln();
   ++linenr_;
+  if (told_ != nullptr) tellline(lost);
+}
+
+/// Tells of the line that was fetched, and of what did not fit it.
+void tminiparser::tellline(std::int64_t lost) const {
+  const textplace whole = {placeline(), 1, held(linelen_)};
+  told_->line(whole, {text_, static_cast<std::size_t>(linelen_)});
+  if (lost > 0)
+    told_->tell(&optxv_listener::cut,
+                {.what = optxv_cut_line,
+                 .option = 0,
+                 .place = told_->placed({whole.line, held(linelen_ + 1), held(lost)}),
+                 .kept = {},
+                 .lost = lost});
+}
+
+/// Tells of what a mark within the line leaves unread.
+void tminiparser::tellrest() const {
+  if (linepos_ < 1 || linepos_ >= linelen_ || text_[linepos_ - 1] != ch_ || !atmark()) return;
+  const std::int64_t lost = linelen_ - linepos_;
+  told_->tell(&optxv_listener::cut,
+              {.what = optxv_cut_rest,
+               .option = 0,
+               .place = told_->placed({placeline(), held(linepos_ + 1), held(lost)}),
+               .kept = {},
+               .lost = lost});
 }
 
 void tminiparser::filllinebuf() {
+  if (told_ != nullptr) tellrest();
   linepos_ = 0;
-  do {
+  while (true) {
     if (srcfile_.eof()) {
       linelen_ = -1;
       ch_ = endofinput;
@@ -155,7 +183,11 @@ void tminiparser::filllinebuf() {
     }
     readslices();
     flushecho();
-  } while (linelen_ == 0 || text_[0] == '*');
+    if (linelen_ == 0) continue;
+    if (text_[0] != '*') break;
+    if (told_ != nullptr)
+      told_->tellplace(&optxv_listener::comment, {placeline(), 1, held(linelen_)});
+  }
   linepos_ = 1;
   ch_ = text_[0];
 }
@@ -164,9 +196,11 @@ bool tminiparser::nextline() {
   if (source_ == source::file) {
     filllinebuf();
   } else if (linepos_ <= 0) {
+    if (told_ != nullptr) tellline(0);
     linepos_ = 1;
     ch_ = linelen_ > 0 ? text_[0] : endofinput;
   } else {
+    if (told_ != nullptr) tellrest();
     linelen_ = 0;
   }
   return linelen_ > 0;
@@ -188,6 +222,7 @@ void tminiparser::leaveline() {
 /// KEEP: a piece behind which exactly one character is left has no mark behind it.
 void tminiparser::flushecho() {
   if (!echoon_ || linelen_ < 0) return;
+  const std::int32_t first = echolist_->count();
   if (linelen_ == 0) echolist_->addobject({}, nullptr);
   for (std::int64_t done = 0; done < linelen_; done += echowidth) {
     const std::int64_t left = linelen_ - done;
@@ -197,6 +232,9 @@ void tminiparser::flushecho() {
     if (left > echowidth + 1) echo.append(echomark);
     echolist_->addobject(echo, nullptr);
   }
+  if (echoplaces_ == nullptr) return;
+  for (std::int32_t i = first; i < echolist_->count(); ++i)
+    echoplaces_->set(i, {{placeline(), 1, held(linelen_)}, sourcenumber_});
 }
 
 // Bulk scans -------------------------------------------------------------------------------------
@@ -252,12 +290,19 @@ std::string_view tminiparser::ahead() const {
 
 // White space and punctuation --------------------------------------------------------------------
 
+void tminiparser::skipcomment() {
+  if (told_ != nullptr) told_->tellplace(&optxv_listener::comment, restplace());
+  skipuntil(charset());
+}
+
 bool tminiparser::skipbecomes() {
   const bool more = skipbl();
   const bool colon = ch_ == ':';
+  const textplace from = told_ != nullptr ? restplace() : textplace();
   if (colon) nextch();
   if (ch_ == '=') {
     nextch();
+    if (told_ != nullptr) told_->tellplace(&optxv_listener::separator, since(from));
     return skipbl();
   }
   return more && !colon;

@@ -2,8 +2,10 @@
 // read through it and through nothing else.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -11,6 +13,8 @@
 #include "foundation/lists.h"
 #include "foundation/runtime.h"
 #include "foundation/textfile.h"
+#include "language/listener.h"
+#include "language/places.h"
 
 namespace optxv {
 
@@ -74,6 +78,14 @@ class tminiparser : public tobject {
   void readfrompchar(const char* text);
   /// Turns the echo on or off from the next line fetched.
   void echoset(bool on) { echoon_ = on; }
+  /// Whom the reader tells of lines, comments, separators and cuts, nil for nobody, and the list
+  /// that gets the places of echoed lines, by the number of the source. Set before the first line.
+  /// BORROWS: both.
+  void reportto(const listener* told, placelist* echoplaces, std::uint16_t number) {
+    told_ = told;
+    echoplaces_ = echoplaces;
+    sourcenumber_ = number;
+  }
 
   char ch() const { return ch_; }
   /// Physical lines read from the file so far; 0 for strings.
@@ -81,6 +93,19 @@ class tminiparser : public tobject {
   const charset& eolcommset() const { return eolcommset_; }
   /// ch() is endofline or endofinput.
   bool atmark() const { return ch_ == endofline || ch_ == endofinput; }
+
+  // --- Places
+
+  /// What is left of the line, from ch() to the last byte; empty, after that byte, on a mark there.
+  textplace restplace() const {
+    const std::int64_t position = chposition();
+    return {placeline(), held(position), held(linelen_ - position + 1)};
+  }
+  /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
+  textplace since(const textplace& from) const {
+    const bool left = placeline() != from.line || linelen_ < 0;
+    return {from.line, from.column, left ? from.length : held(chposition()) - from.column};
+  }
 
   /// Moves to the next line; false if there is none. A string has one line: the second call ends
   /// it.
@@ -94,13 +119,16 @@ class tminiparser : public tobject {
   }
   /// Gives up the rest of the line.
   /// KEEP: ch() stays as it is; the nextch behind it gives the end-of-line mark.
-  void skiptoeol() { linepos_ = linelen_; }
+  void skiptoeol() {
+    if (linepos_ < linelen_) skippedat_ = linepos_;
+    linepos_ = linelen_;
+  }
 
   /// Passes blanks, and a comment if one begins behind them. True if something else follows on the
   /// line.
   bool skipbl() {
     while (ch_ == ' ' || ch_ == '\t') nextch();
-    if (eolcommset_.has(ch_)) skipuntil(charset());
+    if (eolcommset_.has(ch_)) skipcomment();
     return !atmark();
   }
   /// Passes blanks, an optional = or :=, and blanks again. The result is that of the last skipbl;
@@ -154,12 +182,33 @@ class tminiparser : public tobject {
     nextch();
   }
 
+  /// The same for a value that ends there, and for the comment between that and `size`, the end of
+  /// what ahead() gave.
+  void passvalue(std::size_t end, std::size_t size) {
+    if (told_ != nullptr && end < size)
+      told_->tellplace(&optxv_listener::comment, restplace().after(end));
+    pass(size);
+  }
+
  private:
   static constexpr int slicelength = 255;
   static constexpr int slicecount = 4;
 
   enum class source : unsigned char { file, string, pchar };
 
+  /// The position of ch() in its line, from 1.
+  std::int64_t chposition() const {
+    return skippedat_ != 0 && linepos_ == linelen_ ? skippedat_ : linepos_;
+  }
+  std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
+  static std::int32_t held(std::int64_t number) {
+    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, 0, largest));
+  }
+
+  void skipcomment();
+  void tellline(std::int64_t lost) const;
+  void tellrest() const;
   void leaveline();
   int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
@@ -175,17 +224,21 @@ class tminiparser : public tobject {
 
   // The line is text_[0] to text_[linelen_ - 1]. linepos_ is the position of ch_, from 1, so that
   // text_ + linepos_ is the next character: -1 for a string not yet started, linelen_ + 1 on the
-  // end-of-line mark. linelen_ is -1 at the end of a file. ch_ need not stand at linepos_: see
-  // skiptoeol.
+  // end-of-line mark. linelen_ is -1 at the end of a file. After skiptoeol ch_ does not stand at
+  // linepos_, which is then linelen_, but at skippedat_; that is 0 while there was no such skip.
   const char* text_ = linebuf_;
   std::int64_t linepos_ = 0;
   std::int64_t linelen_ = 0;
   std::int64_t linenr_ = 0;
+  std::int64_t skippedat_ = 0;
   char ch_ = endofinput;
   source source_ = source::file;
   bool echoon_;
   txcustomstringlist* echolist_;
   charset eolcommset_;
+  const listener* told_ = nullptr;
+  placelist* echoplaces_ = nullptr;
+  std::uint16_t sourcenumber_ = 0;
   textfile srcfile_;
   // The four slices of a file line, one behind the other. A slice that is not full ends the line.
   char linebuf_[slicecount * slicelength];

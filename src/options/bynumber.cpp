@@ -252,7 +252,7 @@ void tzmaoptions::clearentries() {
 void tzmaoptions::optresetall() {
   for (std::int32_t i = 0; i < getcount(); ++i) getobjects(i)->reset();
   clearentries();
-  messagelist.clear();
+  optclearmessages();
   indicatorerrors = 0;
   dotoptionerrors = 0;
 }

@@ -20,30 +20,46 @@ constexpr std::int32_t maximumnesting = 500;
 constexpr std::int32_t maximumhandedon = 5'000'000;
 
 /// One list or macro that is being assigned. A limit that is passed draws a message and ends it.
+/// While it lives, what members get is known to come from it.
 class nesting {
  public:
-  explicit nesting(tzmaoptions& owner)
-      : owner_(owner), depth_(owner.assigndepth, owner.assigndepth + 1) {
-    if (owner.assigndepth == 1) owner.handedon = 0;
-    good_ = owner.assigndepth <= maximumnesting;
-    if (!good_) complain("Members nested too deep for option ");
+  nesting(const toption& option, valueroad road)
+      : option_(option),
+        owner_(*option.owner),
+        depth_(owner_.assigndepth, owner_.assigndepth + 1),
+        whole_(owner_.assigning.at),
+        origin_(owner_.assigning, owner_.assigning) {
+    if (owner_.assigndepth == 1) owner_.handedon = 0;
+    owner_.assigning.road = road;
+    owner_.assigning.through = option.position + 1;
+    good_ = owner_.assigndepth <= maximumnesting;
+    if (!good_) complain(optxv_fault_nesting, "Members nested too deep for option ");
   }
 
   /// Takes one value more for a member into account; false if it may not go there.
   bool handon() {
     if (!good_ || owner_.handedon > maximumhandedon) return false;
     if (++owner_.handedon <= maximumhandedon) return true;
-    complain("Too many members for option ");
+    complain(optxv_fault_handed_on, "Too many members for option ");
     return false;
   }
 
- private:
-  void complain(std::string_view words) {
-    owner_.addmessage(optMsgValueError, concat(words, quoted{owner_.curoptname}));
+  /// Says that a part of the text is handed on.
+  void handpart(std::size_t from, std::size_t size) {
+    if (whole_.known()) owner_.assigning.at = whole_.part(from, size);
   }
 
+  void complain(std::int32_t fault, std::string_view words) {
+    owner_.addmessage(optMsgValueError, concat(words, quoted{owner_.curoptname}),
+                      {.fault = fault, .option = option_.position + 1, .about = owner_.curoptname});
+  }
+
+ private:
+  const toption& option_;
   tzmaoptions& owner_;
   replacement<std::int32_t> depth_;
+  const textplace whole_;
+  replacement<valueorigin> origin_;
   bool good_;
 };
 
@@ -91,15 +107,13 @@ bool tmultilistoption::hasmember(std::int32_t index) const {
 }
 
 void tmultilistoption::setasstring(std::string_view text) {
-  nesting level(*owner);
+  nesting level(*this, roadList);
   tokencutter cutter(text);
   std::string_view token;
   for (std::int32_t i = 0; cutter.next(token) && level.handon(); ++i) {
-    if (i == members.count()) {
-      owner->addmessage(optMsgValueError,
-                        concat("Too many items for multilist ", quoted{owner->curoptname}));
-      return;
-    }
+    level.handpart(static_cast<std::size_t>(token.data() - text.data()), token.size());
+    if (i == members.count())
+      return level.complain(optxv_fault_list_overflow, "Too many items for multilist ");
     if (toption* option = owner->getobjects(member(i))) option->setasstring(token);
   }
 }
@@ -138,7 +152,7 @@ toption* tmacrooption::member(std::int32_t index) const {
 }
 
 void tmacrooption::setasstring(std::string_view text) {
-  nesting level(*owner);
+  nesting level(*this, roadMacro);
   for (std::int32_t i = 0; i < members.count() && level.handon(); ++i) member(i)->setasstring(text);
 }
 

@@ -19,28 +19,183 @@ messagekind kindat(const txstringlist& queue, std::int32_t index) {
 
 }  // namespace
 
-void tzmaoptions::addmessage(messagekind kind, std::string_view text) {
-  const std::int32_t count = messagelist.count();
-  if (kind == optMsgFileLeave && count > 0 && kindat(messagelist, count - 1) == optMsgFileEnter &&
-      messagelist.getname(count - 1) == text)
-    return messagelist.delete_(count - 1);
-  if (count > maximummessages) return;
-  if (count == maximummessages) {
-    messagelist.addobject(concat("Maximum of ", inttostr(maximummessages), " messages reached"),
-                          kindword(optMsgTooManyMsgs));
-    return;
-  }
-  if (messagekinds[kind].located && parser != nullptr && parser->linenr() != 0)
-    messagelist.addobject(concat("line ", inttostr(parser->linenr()), ": ", text), kindword(kind));
-  else
-    messagelist.addobject(text, kindword(kind));
+/// Takes the enter message away that a leave message with the same text follows directly; false
+/// where there is none.
+bool tzmaoptions::undoenter(messagekind kind, std::string_view text) {
+  const std::int32_t last = messagelist.count() - 1;
+  if (kind != optMsgFileLeave || last < 0 || kindat(messagelist, last) != optMsgFileEnter ||
+      messagelist.getname(last) != text)
+    return false;
+  messagelist.delete_(last);
+  messageplaces.truncate(last);
+  return true;
 }
 
-void tzmaoptions::addopenfailure(messagekind kind, std::string_view words,
-                                 std::string_view filename, int code, std::string_view indent) {
-  addmessage(kind, concat(words, quoted{filename}));
-  addmessage(kind, concat(indent, "Error code = ", inttostr(code), "; ", syserrormessage(code)));
+/// Adds a text to the queue as it is, and gives its number.
+std::int32_t tzmaoptions::enqueue(messagekind kind, std::string_view text, const textplace& place) {
+  const std::int32_t index = messagelist.addobject(text, kindword(kind));
+  if (place.known()) messageplaces.set(index, {place, assigning.source});
+  return index + 1;
 }
+
+/// Closes the queue with the marker that it is full.
+void tzmaoptions::closequeue() {
+  const shortstring text = concat("Maximum of ", inttostr(maximummessages), " messages reached");
+  const std::int32_t number = enqueue(optMsgTooManyMsgs, text, {});
+  if (told) tellmessage(number, optMsgTooManyMsgs, text, {.fault = optxv_fault_queue_full}, {});
+}
+
+void tzmaoptions::addmessage(messagekind kind, std::string_view text, const messagefacts& facts) {
+  const textplace place = facts.place.known() ? facts.place : assigning.at;
+  std::int32_t number = 0;
+  if (undoenter(kind, text) || queueclosed()) {
+    // Nothing is added.
+  } else if (messagelist.count() == maximummessages) {
+    closequeue();
+  } else if (messagekinds[kind].located && parser != nullptr && parser->linenr() != 0) {
+    number = enqueue(kind, concat("line ", inttostr(parser->linenr()), ": ", text), place);
+  } else {
+    number = enqueue(kind, text, place);
+  }
+  if (told) tellmessage(number, kind, text, facts, place);
+}
+
+void tzmaoptions::tellmessage(std::int32_t number, messagekind kind, std::string_view text,
+                              const messagefacts& facts, const textplace& place) const {
+  told->tell(&optxv_listener::message, {.number = number,
+                                        .kind = kind,
+                                        .fault = facts.fault,
+                                        .detail = facts.detail ? 1 : 0,
+                                        .option = facts.option,
+                                        .field = facts.field,
+                                        .text = textof(text),
+                                        .about = textof(facts.about),
+                                        .seen = textof(facts.seen),
+                                        .place = told->placed(place)});
+}
+
+void tzmaoptions::optclearmessages() {
+  messagelist.clear();
+  messageplaces.truncate(0);
+}
+
+void tzmaoptions::addopenfailure(messagekind kind, std::int32_t fault, std::string_view words,
+                                 std::string_view filename, int code, std::string_view indent) {
+  addmessage(kind, concat(words, quoted{filename}), {.fault = fault, .about = filename});
+  addmessage(kind, concat(indent, "Error code = ", inttostr(code), "; ", syserrormessage(code)),
+             {.fault = optxv_fault_system, .about = filename, .detail = true});
+}
+
+// --- Facts beside the queue --------------------------------------------------------------------
+
+void tzmaoptions::stored(const toption& option, std::int32_t which) {
+  if (option.position < 0) return;
+  origins.set(option.position, assigning, getcount());
+  if (told)
+    told->tell(&optxv_listener::stored, {.option = option.position + 1,
+                                         .which = which,
+                                         .road = assigning.road,
+                                         .through = assigning.through,
+                                         .place = told->placed(assigning.at)});
+}
+
+void tzmaoptions::beginsource(tminiparser& reader, std::int32_t kind, std::string_view name) {
+  const textplace from = assigning.at;
+  assigning = {.source = sources.number(name), .road = roadEntry};
+  reader.reportto(told.get(), &messageplaces, assigning.source);
+  if (told) told->enter(kind, sources.name(assigning.source), from);
+}
+
+void tzmaoptions::endsource(std::int32_t error) {
+  if (told) told->leave(error);
+}
+
+namespace {
+
+constexpr std::array<const char*, optxv_faults> faultnames = {
+    "none",
+    "key-expected",
+    "bad-separator",
+    "unknown-option",
+    "value-expected",
+    "remainder",
+    "deprecated",
+    "obsolete",
+    "quote",
+    "integer-expected",
+    "real-expected",
+    "boolean-expected",
+    "range",
+    "unknown-value",
+    "list-overflow",
+    "nesting",
+    "handed-on",
+    "own",
+    "allowed-range",
+    "allowed-values",
+    "system",
+    "cannot-open",
+    "cannot-read",
+    "cannot-write",
+    "file-nesting",
+    "queue-full",
+    "suffix-expected",
+    "unknown-suffix",
+    "symbol-expected",
+    "index-expected",
+    "index-not-allowed",
+    "index-too-long",
+    "index-not-controlled",
+    "too-many-indices",
+    "bracket-expected",
+    "dollar-expected",
+    "name-too-long",
+    "bad-field",
+    "default-range",
+    "default-unknown",
+    "duplicate-option",
+    "duplicate-member",
+    "duplicate-synonym",
+    "duplicate-group",
+    "duplicate-groupnumber",
+    "duplicate-indicator",
+    "unknown-type",
+    "unknown-modifier",
+    "modifier-not-allowed",
+    "unknown-member",
+    "unknown-target",
+    "unknown-marked",
+    "unknown-action",
+    "unknown-lookup",
+    "comma",
+};
+
+constexpr std::array<const char*, optxv_fields> fieldnames = {
+    "none",   "record", "type",   "usermap",  "default",    "low",    "high",
+    "hc",     "group",  "text",   "longhelp", "item",       "member", "target",
+    "action", "number", "marked", "heading",  "characters",
+};
+
+template <std::size_t Count>
+const char* nameat(const std::array<const char*, Count>& names, std::int32_t number) {
+  const auto index = static_cast<std::size_t>(number);
+  return number >= 0 && index < Count ? names[index] : nullptr;
+}
+
+// A name left out would be a null pointer at the end.
+static_assert(faultnames.back() != nullptr && fieldnames.back() != nullptr);
+
+}  // namespace
+
+const char* faultname(std::int32_t fault) {
+  return nameat(faultnames, fault);
+}
+
+const char* fieldname(std::int32_t field) {
+  return nameat(fieldnames, field);
+}
+
+// --- Counting ----------------------------------------------------------------------------------
 
 std::int32_t tzmaoptions::errorssince(std::int32_t first) const {
   std::int32_t errors = 0;

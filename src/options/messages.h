@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "language/places.h"
+#include "optxv/embedding.h"
+
 namespace optxv {
 
 /// The kind of a message; the numbers are part of the exported interface.
@@ -50,6 +53,23 @@ inline constexpr std::array<messagerow, 10> messagekinds = {{
     {"optMsgTooManyMsgs", "", false, false, true, severity::error},
     {"optMsgUserError", "*** Error ", false, true, true, severity::error},
 }};
+
+/// What a message says, as data: the program's listener gets it beside the text.
+struct messagefacts {
+  std::int32_t fault = optxv_fault_none;
+  /// Where the fault stands; if unknown, where the value stands that is being assigned.
+  textplace place = {};
+  std::int32_t option = 0;      ///< the number of the option that it is about
+  std::string_view about = {};  ///< the name, key, file or word at fault
+  std::string_view seen = {};   ///< what stood where something else was expected
+  std::int32_t field = optxv_field_none;
+  bool detail = false;  ///< it adds to the message before it
+};
+
+/// The name of a fault, nil for a bad number.
+const char* faultname(std::int32_t fault);
+/// The name of a field of a definition's record, nil for a bad number.
+const char* fieldname(std::int32_t field);
 
 /// How many messages the queue takes before it closes with one marker.
 inline constexpr std::int32_t maximummessages = 5000;

@@ -26,16 +26,26 @@ void checkedstore(Option& option, bool second, const Value& v, bool allowed, Com
 }
 
 /// The complaint, in the words of its kind, and what was seen in place of a good value.
-void complain(const toption& option, messagekind kind, std::string_view words,
+void complain(const toption& option, messagekind kind, std::int32_t fault, std::string_view words,
               std::string_view seen) {
   tzmaoptions& owner = *option.owner;
+  const messagefacts facts = {
+      .fault = fault, .option = option.position + 1, .about = owner.curoptname, .seen = seen};
   owner.addmessagefrom(
-      kind, [&] { return concat(words, quoted{owner.curoptname}, " saw ", quoted{seen}); });
+      kind, facts, [&] { return concat(words, quoted{owner.curoptname}, " saw ", quoted{seen}); });
+}
+
+/// What is told after a complaint.
+messagefacts detail(const toption& option, std::int32_t fault) {
+  return {.fault = fault,
+          .option = option.position + 1,
+          .about = option.owner->curoptname,
+          .detail = true};
 }
 
 template <class Option, class Show>
 void sayrange(const Option& option, messagekind kind, Show show) {
-  option.owner->addmessagefrom(kind, [&] {
+  option.owner->addmessagefrom(kind, detail(option, optxv_fault_allowed_range), [&] {
     return concat("   Valid range is ", show(option.lowbound), " to ", show(option.highbound));
   });
 }
@@ -43,7 +53,7 @@ void sayrange(const Option& option, messagekind kind, Show show) {
 /// Number of entries, then the text of each, as "Possible values are  a b c".
 template <class Text>
 void saypossible(const toption& option, messagekind kind, std::int32_t count, Text text) {
-  option.owner->addmessagefrom(kind, [&] {
+  option.owner->addmessagefrom(kind, detail(option, optxv_fault_allowed_values), [&] {
     shortstring line = "   Possible values are ";
     for (std::int32_t i = 0; i < count && line.length() < shortstring::maximum; ++i)
       line.append(' ').append(text(i));
@@ -51,56 +61,72 @@ void saypossible(const toption& option, messagekind kind, std::int32_t count, Te
   });
 }
 
-void genmessage1(const tintoption& option, messagekind kind, std::int32_t v) {
-  complain(option, kind, "Integer range error for option ", inttostr(v));
+// What is not allowed for each kind, and what is.
+
+void refuse(const tintoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, optxv_fault_range, "Integer range error for option ", inttostr(v));
   sayrange(option, kind, inttostrex);
 }
 
-void genmessage2(const tdbloption& option, messagekind kind, double v) {
-  if (option.owner->queueclosed()) return;  // a real's text is costly
-  complain(option, kind, "Double out of range for option ", dbltostr(v));
+void refuse(const tdbloption& option, messagekind kind, double v) {
+  if (option.owner->queueclosed() && !option.owner->told) return;  // a real's text is costly
+  complain(option, kind, optxv_fault_range, "Double out of range for option ", dbltostr(v));
   sayrange(option, kind, dbltostrex);
 }
 
-void genmessage3(const tbooleanoption& option, messagekind kind, std::int32_t v) {
-  complain(option, kind, "Boolean out of range for option ", inttostr(v));
-  option.owner->addmessage(kind, "   Valid values are 0 or 1");
+void refuse(const tbooleanoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, optxv_fault_range, "Boolean out of range for option ", inttostr(v));
+  option.owner->addmessage(kind, "   Valid values are 0 or 1",
+                           detail(option, optxv_fault_allowed_range));
 }
 
-void genmessage4(const tenumstroption& option, messagekind kind, std::string_view text) {
-  complain(option, kind, "Unknown value for option ", text);
+void refuse(const tenumstroption& option, messagekind kind, std::string_view text) {
+  complain(option, kind, optxv_fault_unknown_value, "Unknown value for option ", text);
   saypossible(option, kind, option.enumitems.count(),
               [&](std::int32_t i) { return option.enumitems.getname(i); });
 }
 
-void genmessage5(const tenumintoption& option, messagekind kind, std::int32_t v) {
-  complain(option, kind, "Unknown value for option ", inttostr(v));
+void refuse(const tenumintoption& option, messagekind kind, std::int32_t v) {
+  complain(option, kind, optxv_fault_unknown_value, "Unknown value for option ", inttostr(v));
   saypossible(option, kind, option.enumitems.count(),
               [&](std::int32_t i) { return inttostr(option.item(i).itemvalue); });
+}
+
+/// Tells of a number that its type's limit stands in for.
+void tellcut(const toption& option, std::string_view text) {
+  const tzmaoptions& owner = *option.owner;
+  if (!owner.told || !saturatedinteger(text)) return;
+  owner.told->tell(&optxv_listener::cut, {.what = optxv_cut_number,
+                                          .option = option.position + 1,
+                                          .place = owner.told->placed(owner.assigning.at),
+                                          .kept = textof(text),
+                                          .lost = 0});
 }
 
 }  // namespace
 
 void tintoption::setasinteger12(bool second, std::int32_t v) {
   checkedstore(*this, second, v, lowbound <= v && v <= highbound,
-               [&](messagekind kind) { genmessage1(*this, kind, v); });
+               [&](messagekind kind) { refuse(*this, kind, v); });
 }
 
 void tintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
+  tellcut(*this, text);
   if (strasintex2(text, v)) return setasinteger12(second, v);
-  complain(*this, optMsgValueError, "Integer expected, for option ", text);
+  complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
+           text);
 }
 
 void tdbloption::setasdouble12(bool second, double v) {
   checkedstore(*this, second, v, lowbound <= v && v <= highbound,
-               [&](messagekind kind) { genmessage2(*this, kind, v); });
+               [&](messagekind kind) { refuse(*this, kind, v); });
 }
 
 void tdbloption::setasstring12(bool second, std::string_view text) {
   double v = 0;
   if (strasdoubleex(text, v)) return setasdouble12(second, v);
-  complain(*this, optMsgValueError, "Double expected for option ", text);
+  complain(*this, optMsgValueError, optxv_fault_real_expected, "Double expected for option ", text);
 }
 
 void tstringoption::setasstring(std::string_view text) {
@@ -115,30 +141,33 @@ void tstringoption::setasstring2(std::string_view text) {
 
 void tbooleanoption::setasinteger12(bool second, std::int32_t v) {
   checkedstore(*this, second, v, v == 0 || v == 1,
-               [&](messagekind kind) { genmessage3(*this, kind, v); });
+               [&](messagekind kind) { refuse(*this, kind, v); });
 }
 
 void tbooleanoption::setasstring12(bool second, std::string_view text) {
   const int word = checkboolean(text);
   if (word <= 1) return setasinteger12(second, word == 0 ? 1 : 0);
-  complain(*this, optMsgValueError, "Boolean value expected for option ", text);
+  complain(*this, optMsgValueError, optxv_fault_boolean_expected,
+           "Boolean value expected for option ", text);
 }
 
 void tenumstroption::setasstring12(bool second, std::string_view text) {
   const std::int32_t entry = enumitems.indexof(text);
   checkedstore(*this, second, entry >= 0 ? enumitems.getname(entry) : std::string_view(),
-               entry >= 0, [&](messagekind kind) { genmessage4(*this, kind, text); });
+               entry >= 0, [&](messagekind kind) { refuse(*this, kind, text); });
 }
 
 void tenumintoption::setasinteger12(bool second, std::int32_t v) {
   checkedstore(*this, second, v, indexofvalue(v) >= 0,
-               [&](messagekind kind) { genmessage5(*this, kind, v); });
+               [&](messagekind kind) { refuse(*this, kind, v); });
 }
 
 void tenumintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
+  tellcut(*this, text);
   if (strasintex(text, v)) return setasinteger12(second, v);
-  complain(*this, optMsgValueError, "Integer expected, for option ", text);
+  complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
+           text);
 }
 
 }  // namespace optxv

@@ -73,10 +73,12 @@ void toption::setdefined(std::int32_t mask) {
   if (mask == 0) {
     defined = 0;
     recent = 0;
+    if (position >= 0) owner->origins.clear(position);
     return;
   }
   defined |= mask;
   if (owner->recentenabled) recent |= mask;
+  owner->stored(*this, mask);
 }
 
 void toption::usedefined() {
@@ -104,9 +106,11 @@ namespace {
 
 /// Refuses a text with a double quote: the language has no escape, so that one which arrives here
 /// was never closed.
-bool badquote(tzmaoptions& owner, std::string_view text) {
+bool badquote(const toption& option, std::string_view text) {
   if (text.find('"') == std::string_view::npos) return false;
-  owner.addmessage(optMsgValueError, "Bad double-quote in value");
+  option.owner->addmessage(
+      optMsgValueError, "Bad double-quote in value",
+      {.fault = optxv_fault_quote, .option = option.position + 1, .seen = text});
   return true;
 }
 
@@ -114,12 +118,12 @@ bool badquote(tzmaoptions& owner, std::string_view text) {
 
 void toption::setasstring(std::string_view text) {
   if (subtype == optsubNoValue) return setdefined(1);
-  if (badquote(*owner, text)) return;
+  if (badquote(*this, text)) return;
   withkind(*this, [text](auto& option) { option.setasstring(text); });
 }
 
 void toption::setasstring2(std::string_view text) {
-  if (badquote(*owner, text)) return;
+  if (badquote(*this, text)) return;
   withkind(*this, [text](auto& option) {
     if constexpr (scalarkind<std::remove_reference_t<decltype(option)>>) option.setasstring2(text);
   });

@@ -202,14 +202,15 @@ class toption : public toptionx {
   optionname optname;                ///< as the definition writes it
   heapstring deprecatedtext;         ///< told on use of a marked own name
   heapstring synonymdeprecatedtext;  ///< told on use of a marked synonym
-  std::uint8_t deprecation = 0;      ///< set of deprecationmark, a bit each
   std::int32_t group;                ///< as the definition gives it; need not exist
   std::int32_t refnr;                ///< the caller's number, carried and never looked up
+  std::int32_t position = -1;        ///< 0-based, in the owner's table; -1 before it enters it
   optionkind opttype;
+  optionsubtype subtype = optsubRequired;
+  std::uint8_t deprecation = 0;  ///< set of deprecationmark, a bit each
   std::int32_t defined = 0;
   std::int32_t recent = 0;
   std::int32_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
-  optionsubtype subtype = optsubRequired;
 
  protected:
   toption(optionkind kind, std::string_view name, tzmaoptions* owner, const optionhelp& help);

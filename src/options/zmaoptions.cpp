@@ -42,6 +42,7 @@ std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<topti
   const std::int32_t position = entered->optname.view() == name
                                     ? optionlist.adopt(entered->optname.lend(), std::move(option))
                                     : optionlist.addowned(name, std::move(option));
+  entered->position = position;
   optionindex.add(position);
   return position;
 }

@@ -22,8 +22,11 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
+#include "language/listener.h"
+#include "language/miniparser.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
+#include "options/origins.h"
 #include "options/toption.h"
 
 namespace optxv {
@@ -135,29 +138,42 @@ class tzmaoptions : public toptionx {
   /// that away instead. A queue of maximummessages entries takes one marker in place of the
   /// message, and nothing after that. The kinds told by a reader get "line N: " in front while it
   /// stands in a line; the whole is cut at 255 bytes.
-  void addmessage(messagekind kind, std::string_view text);
+  /// The listener gets the facts with it, whether the queue takes it or not.
+  void addmessage(messagekind kind, std::string_view text, const messagefacts& facts = {});
   /// As addmessage, for a text that is costly to make: make() is asked for it only if the queue
-  /// would take it.
+  /// would take it or somebody listens.
   template <class Make>
-  void addmessagefrom(messagekind kind, Make make) {
-    if (!queueclosed()) addmessage(kind, make());
+  void addmessagefrom(messagekind kind, const messagefacts& facts, Make make) {
+    if (!queueclosed() || told) addmessage(kind, make(), facts);
   }
   /// The two messages of a file that could not be opened: the words and the quoted name, then the
   /// system's number and its text behind the indent.
-  void addopenfailure(messagekind kind, std::string_view words, std::string_view filename, int code,
-                      std::string_view indent = {});
+  void addopenfailure(messagekind kind, std::int32_t fault, std::string_view words,
+                      std::string_view filename, int code, std::string_view indent = {});
   /// Whether the queue has passed its limit, so that addmessage drops everything.
   bool queueclosed() const { return messagelist.count() > maximummessages; }
   /// The messages that count as errors inside, help lines among them, from a 0-based position on.
   std::int32_t errorssince(std::int32_t first) const;
   std::int32_t errorcount() const { return errorssince(0); }
 
-  void optclearmessages() { messagelist.clear(); }
-  void optaddmessage(std::string_view text) { addmessage(optMsgUserError, text); }
+  void optclearmessages();
+  void optaddmessage(std::string_view text) {
+    addmessage(optMsgUserError, text, {.fault = optxv_fault_own});
+  }
   /// Gives message number (from 1) as the user is to see it, and its kind. A bad number gives
   /// a text that says so and kind optMsgUserError.
   void optgetmessage(std::int32_t number, shortstring& text, std::int32_t& kind) const;
   void opterrorcount(std::int32_t& errors, std::int32_t& warnings) const;
+
+  // --- Facts beside the queue ----------------------------------------------------------------
+
+  /// Notes that an option got a value, by what `assigning` says, and tells of it. which: 1 or 2.
+  void stored(const toption& option, std::int32_t which);
+  /// Readies a reader for a source of that name, and readies `assigning` for what it will assign.
+  /// REQUIRES: the caller puts `assigning` back after the read.
+  void beginsource(tminiparser& reader, std::int32_t kind, std::string_view name);
+  /// Ends the innermost source.
+  void endsource(std::int32_t error);
 
   // --- Readers and writers -------------------------------------------------------------------
 
@@ -344,8 +360,19 @@ class tzmaoptions : public toptionx {
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
+  std::unique_ptr<listener> told;  ///< nil without a listener
+  sourcenames sources;
+  placelist messageplaces;  ///< beside messagelist
+  originlist origins;       ///< beside optionlist
+  valueorigin assigning;  ///< where the value stands that is being assigned; a call, outside reads
 
  private:
+  bool undoenter(messagekind kind, std::string_view text);
+  std::int32_t enqueue(messagekind kind, std::string_view text, const textplace& place);
+  void closequeue();
+  void tellmessage(std::int32_t number, messagekind kind, std::string_view text,
+                   const messagefacts& facts, const textplace& place) const;
+
   /// The option of a number, nil for a bad one.
   toption* optionat(std::int32_t optnr) const {
     return optnr < 1 ? nullptr : getobjects(optnr - 1);

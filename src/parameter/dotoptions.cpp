@@ -4,14 +4,18 @@
 
 #include "options/optionkinds.h"
 #include "parameter/entries.h"
+#include "parameter/values.h"
 
 namespace optxv {
 
 namespace {
 
 /// A complaint that names the key or symbol at its end.
-void complain(tzmaoptions& options, std::string_view words, std::string_view key) {
-  options.addmessagefrom(optMsgUserError, [&] { return concat(words, quoted{key}); });
+void complain(tzmaoptions& options, std::int32_t fault, const textplace& place,
+              std::string_view words, std::string_view key, std::string_view seen = {}) {
+  options.addmessagefrom(optMsgUserError,
+                         {.fault = fault, .place = place, .about = key, .seen = seen},
+                         [&] { return concat(words, quoted{key}); });
 }
 
 /// The value of an option of a kind with a number, 0 for any other.
@@ -36,40 +40,54 @@ std::string_view unquoted(std::string_view index) {
   return index;
 }
 
-/// Stores one index of the list behind a key; false ends the list.
-bool takeindex(tzmaoptions& options, std::string_view key, bool good, std::string_view index) {
+/// Stores one index of the list after a key; false ends the list.
+bool takeindex(tzmaoptions& options, std::string_view key, bool good, std::string_view index,
+               const textplace& place) {
   if (!good) {
-    complain(options, "Element expected for .option ", key);
+    complain(options, optxv_fault_index_expected, place, "Element expected for .option ", key);
     return false;
   }
   if (index != "*" && !isquoted(index)) {
-    complain(options, "Set name not allowed .option ", key);
+    complain(options, optxv_fault_index_not_allowed, place, "Set name not allowed .option ", key,
+             index);
     return false;
   }
   if (!dotoptionsof(options).addindex(index))
-    complain(options, "Too many dimensions for .option ", key);
+    complain(options, optxv_fault_too_many_indices, place, "Too many dimensions for .option ", key);
   return true;
 }
 
-void readvalue(tzmaoptions& options, tminiparser& in, std::string_view key) {
-  shortstring value;
+void readdotvalue(tzmaoptions& options, tminiparser& in, std::string_view key,
+                  const toption& attribute) {
   in.skipbecomes();
-  if (in.nexttoken(value))
-    dotoptionsof(options).setvalue(value);
+  readvalue value;
+  readtoken(in, value);
+  if (value.written.length > 0) beginvalue(options, value, &attribute);
+  if (value.good)
+    dotoptionsof(options).setvalue(value.text);
   else
-    complain(options, "Value expected for .option ", key);
+    complain(options, optxv_fault_value_expected, value.written, "Value expected for .option ",
+             key);
 }
 
-void readindicesandvalue(tzmaoptions& options, tminiparser& in, std::string_view key) {
+void readindicesandvalue(tzmaoptions& options, tminiparser& in, std::string_view key,
+                         const toption& attribute) {
   const bool complete = readindexlist(
-      in, [&](bool good, std::string_view index) { return takeindex(options, key, good, index); },
+      in,
+      [&](bool good, std::string_view index, const textplace& place) {
+        return takeindex(options, key, good, index, place);
+      },
       [&](char partner) {
-        options.addmessagefrom(optMsgUserError, [&] {
+        const messagefacts facts = {.fault = optxv_fault_bracket_expected,
+                                    .place = in.restplace(),
+                                    .about = key,
+                                    .seen = in.ahead()};
+        options.addmessagefrom(optMsgUserError, facts, [&] {
           return concat("Closing bracket ", quoted{{&partner, 1}}, " expected for .option ",
                         quoted{key});
         });
       });
-  if (complete) readvalue(options, in, key);
+  if (complete) readdotvalue(options, in, key, attribute);
 }
 
 }  // namespace
@@ -81,7 +99,8 @@ std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner) {
 }
 
 void tdotobjlist::addentry(std::string_view name, std::int32_t dotoptnr) {
-  if (name.size() > maximumidentifier) complain(*owner, ".Option ID too long ", name);
+  if (name.size() > maximumidentifier)
+    complain(*owner, optxv_fault_name_too_long, {}, ".Option ID too long ", name);
   addowned(name, std::make_unique<tdotobj>(dotoptnr));
 }
 
@@ -98,6 +117,8 @@ void tdotobjlist::setvalue(std::string_view text) {
   tdotobj& last = lastentry("Cannot SetValue to DotObj");
   toption& option = *owner->getobjects(last.dotoptnr);
   owner->curoptname = option.optname;
+  const replacement<valueorigin> origin(owner->assigning, owner->assigning);
+  owner->assigning.road = roadDot;
   option.setasstring(text);
   last.dotvalue = numericvalue(option);
 }
@@ -115,23 +136,48 @@ void tdotobjlist::writetoparams(textfile& file) const {
 
 // Reading ---------------------------------------------------------------------------------------
 
-void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key) {
+namespace {
+
+void tellentry(const tzmaoptions& options, bool kept, std::string_view key,
+               const textplace& keyplace, std::int32_t attribute, std::string_view suffix,
+               const textplace& suffixplace) {
+  const listener& told = *options.told;
+  told.tell(&optxv_listener::dot_option, {.number = kept ? options.dotoptionlist->count() : 0,
+                                          .option = attribute + 1,
+                                          .name = textof(key),
+                                          .place = told.placed(keyplace),
+                                          .second = textof(suffix),
+                                          .second_place = told.placed(suffixplace)});
+}
+
+}  // namespace
+
+void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key,
+                   const textplace& keyplace) {
+  options.assigning.at = keyplace;
+  const textplace rest = in.restplace();
   in.nextch();
   shortstring word;
-  if (!in.nextident(word)) return complain(options, ".suffix expected for key ", key);
+  if (!in.nextident(word))
+    return complain(options, optxv_fault_suffix_expected, in.restplace(),
+                    ".suffix expected for key ", key, in.ahead());
+  const textplace suffixplace = in.since(rest);
   const shortstring suffix = concat('.', word);
   const std::int32_t position = options.optlookup(suffix);
   if (position < 0) {
-    options.addmessagefrom(optMsgUserError, [&] {
+    const messagefacts facts = {
+        .fault = optxv_fault_unknown_suffix, .place = suffixplace, .about = suffix, .seen = key};
+    options.addmessagefrom(optMsgUserError, facts, [&] {
       return concat("unknown .suffix ", quoted{suffix}, " for key ", quoted{key});
     });
     return;
   }
   tdotobjlist& list = dotoptionsof(options);
-  keepwhole(options, list, options.dotoptionerrors, [&] {
+  const bool kept = keepwhole(options, list, options.dotoptionerrors, [&] {
     list.addentry(key, position);
-    readindicesandvalue(options, in, key);
+    readindicesandvalue(options, in, key, *options.getobjects(position));
   });
+  if (options.told) tellentry(options, kept, key, keyplace, position, suffix, suffixplace);
 }
 
 // Access by number ------------------------------------------------------------------------------

@@ -72,7 +72,8 @@ inline tdotobjlist& dotoptionsof(const tzmaoptions& options) {
 /// and one token as the value, in either reading mode. An entry with any fault is dropped and
 /// counted in dotoptionerrors. After a fault in the index list or an unknown suffix the reader
 /// stands where it met the fault, so that what follows is read as a further entry.
-/// REQUIRES: in.ch() is the dot; in is the reader of options.
-void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key);
+/// REQUIRES: in.ch() is the dot; in is the reader of options; keyplace is the place of the key.
+void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key,
+                   const textplace& keyplace);
 
 }  // namespace optxv

@@ -85,18 +85,20 @@ constexpr char partnerof(char opening) {
 
 /// Reads an index list, if one begins behind the blanks here.
 ///
-/// Calls element(good, index) for each index in turn, or once with good false where something else
-/// stands; when that gives false the reading ends there, in the list, and so does this, with false.
-/// Calls unclosed(partner) if something other than a comma or the partner of the opening bracket
-/// follows an index. Otherwise the reader stands behind the list.
+/// Calls element(good, index, place) for each index in turn, or once with good false where
+/// something else stands; when that gives false the reading ends there, in the list, and so does
+/// this, with false. Calls unclosed(partner) if something other than a comma or the partner of the
+/// opening bracket follows an index. Otherwise the reader stands behind the list.
 template <class Element, class Unclosed>
 bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   char opening = 0;
   if (!in.skiptochars(openingbrackets, opening)) return true;
   shortstring index;
   do {
+    in.skipbl();
+    const textplace rest = in.restplace();
     const bool good = in.nextindex(index);
-    if (!element(good, index)) return false;
+    if (!element(good, index, in.since(rest))) return false;
   } while (in.skiptochar(','));
   const char partner = partnerof(opening);
   if (in.ch() == partner)
@@ -109,14 +111,16 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
 /// Runs read(), which adds to list and complains in the queue of options. If it has complained of
 /// an error, whatever it added is deleted, last first, and counted in dropped; a warning costs
 /// nothing.
+/// Gives whether the entry was kept.
 /// KEEP: a full queue takes no message any more, so no error shows there and a faulty entry stays.
 template <class List, class Read>
-void keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Read read) {
+bool keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Read read) {
   const std::int32_t mark = options.messagelist.count();
   const std::int32_t kept = list.count();
   read();
-  if (options.errorssince(mark) == 0) return;
+  if (options.errorssince(mark) == 0) return true;
   for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+  return false;
 }
 
 /// Writes a name and, if there are any, its indices: x('a',*).

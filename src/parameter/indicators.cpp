@@ -4,14 +4,18 @@
 
 #include "language/words.h"
 #include "parameter/entries.h"
+#include "parameter/values.h"
 
 namespace optxv {
 
 namespace {
 
+/// A complaint about a symbol or an index, where the reader stands.
 template <class... Parts>
-void complain(tzmaoptions& options, const Parts&... parts) {
-  options.addmessagefrom(optMsgUserError, [&] { return concat(parts...); });
+void complain(tzmaoptions& options, std::int32_t fault, std::string_view about,
+              const Parts&... parts) {
+  options.addmessagefrom(optMsgUserError, {.fault = fault, .about = about},
+                         [&] { return concat(parts...); });
 }
 
 bool toolong(std::string_view index) {
@@ -21,15 +25,22 @@ bool toolong(std::string_view index) {
 /// The two sides of an entry.
 enum class side : bool { equation, variable };
 
+/// Where the two names stand.
+struct symbolplaces {
+  textplace equation, variable;
+};
+
 /// Stores one index of a symbol's list; false ends the list.
 bool takeindex(tindicatorlist& list, side which, std::string_view name, bool good,
                std::string_view index) {
   if (!good) {
-    complain(*list.owner, "Unique element expected for indicator id ", quoted{name});
+    complain(*list.owner, optxv_fault_index_expected, name,
+             "Unique element expected for indicator id ", quoted{name});
     return false;
   }
   if (index == "*") {
-    complain(*list.owner, "Universe not allowed for indicator id ", quoted{name});
+    complain(*list.owner, optxv_fault_index_not_allowed, name,
+             "Universe not allowed for indicator id ", quoted{name});
     return false;
   }
   if (which == side::variable)
@@ -41,48 +52,64 @@ bool takeindex(tindicatorlist& list, side which, std::string_view name, bool goo
 
 /// Reads one side: a name and an optional index list. False where there is no name; a fault in the
 /// list leaves the reader there, and the entry goes on.
-bool doident(tindicatorlist& list, tminiparser& in, side which) {
+bool doident(tindicatorlist& list, tminiparser& in, side which, symbolplaces& places) {
   shortstring name;
   in.skipbl();
+  textplace& here = list.owner->assigning.at;
+  here = in.restplace();
   if (!in.nextident(name)) {
-    complain(*list.owner, "Equation ID expected for indicator");
+    complain(*list.owner, optxv_fault_symbol_expected, {}, "Equation ID expected for indicator");
     return false;
   }
+  here = in.since(here);
+  (which == side::variable ? places.variable : places.equation) = here;
   if (which == side::variable)
     list.setvariable(name);
   else
     list.addentry(name);
   readindexlist(
       in,
-      [&](bool good, std::string_view index) { return takeindex(list, which, name, good, index); },
+      [&](bool good, std::string_view index, const textplace& place) {
+        here = place;
+        return takeindex(list, which, name, good, index);
+      },
       [&](char partner) {
-        complain(*list.owner, "Closing bracket ", quoted{{&partner, 1}}, " expected for id ",
-                 quoted{name});
+        here = in.restplace();
+        complain(*list.owner, optxv_fault_bracket_expected, name, "Closing bracket ",
+                 quoted{{&partner, 1}}, " expected for id ", quoted{name});
       });
   return true;
 }
 
 /// Reads both symbols; false at a fault that ends the entry.
-bool readsymbols(tindicatorlist& list, tminiparser& in) {
-  if (!doident(list, in, side::equation)) return false;
-  if (in.skiptochar('$')) return doident(list, in, side::variable);
-  complain(*list.owner, "$ expected after equation identifier ", quoted{list.curitem->equname});
+bool readsymbols(tindicatorlist& list, tminiparser& in, symbolplaces& places) {
+  if (!doident(list, in, side::equation, places)) return false;
+  if (in.skiptochar('$')) return doident(list, in, side::variable, places);
+  list.owner->assigning.at = in.restplace();
+  complain(*list.owner, optxv_fault_dollar_expected, list.curitem->equname,
+           "$ expected after equation identifier ", quoted{list.curitem->equname});
   return false;
 }
 
-bool readvalue(tindicatorlist& list, tminiparser& in) {
+bool readmark(tindicatorlist& list, tminiparser& in) {
   constexpr std::string_view expected = "Boolean value expected for equation indicator ";
   tindicatoritem& item = *list.curitem;
-  shortstring token;
   in.skipbecomes();
-  if (!in.nexttoken(token)) {
-    complain(*list.owner, expected, quoted{item.equname});
+  readvalue value;
+  readtoken(in, value);
+  beginvalue(*list.owner, value, nullptr);
+  if (!value.good) {
+    complain(*list.owner, optxv_fault_value_expected, item.equname, expected, quoted{item.equname});
     return false;
   }
-  const int word = checkboolean(token);
+  const int word = checkboolean(value.text);
   item.indicatorvalue = word == 0;
   if (word <= 1) return true;
-  complain(*list.owner, expected, quoted{item.equname}, ", Saw ", quoted{token});
+  const messagefacts facts = {
+      .fault = optxv_fault_boolean_expected, .about = item.equname, .seen = value.text};
+  list.owner->addmessagefrom(optMsgUserError, facts, [&] {
+    return concat(expected, quoted{item.equname}, ", Saw ", quoted{value.text});
+  });
   return false;
 }
 
@@ -101,30 +128,37 @@ void tindicatorlist::addentry(std::string_view equation) {
   curitem = objectof<tindicatoritem>(getlast());
   curitem->equname = equation;
   if (equation.size() > maximumidentifier)
-    complain(*owner, "Not a good equation identifier ", quoted{equation});
+    complain(*owner, optxv_fault_name_too_long, equation, "Not a good equation identifier ",
+             quoted{equation});
 }
 
 void tindicatorlist::setvariable(std::string_view variable) {
   if (variable.size() > maximumidentifier)
-    complain(*owner, "Variable ", quoted{variable}, " is not a good identifier");
+    complain(*owner, optxv_fault_name_too_long, variable, "Variable ", quoted{variable},
+             " is not a good identifier");
   curitem->varname = variable;
 }
 
 void tindicatorlist::addequdim(std::string_view index) {
   if (curitem->equindices.count() >= maximumindices)
-    complain(*owner, "Too many dimensions for equation ", quoted{curitem->equname});
-  if (toolong(index)) complain(*owner, "Bad Equation index = ", quoted{curitem->equname});
+    complain(*owner, optxv_fault_too_many_indices, curitem->equname,
+             "Too many dimensions for equation ", quoted{curitem->equname});
+  if (toolong(index))
+    complain(*owner, optxv_fault_index_too_long, curitem->equname,
+             "Bad Equation index = ", quoted{curitem->equname});
   curitem->equindices.add(index);
 }
 
 void tindicatorlist::addvardim(std::string_view index) {
   if (curitem->varindices.count() >= maximumindices)
-    complain(*owner, "Too many dimensions for variable ", quoted{curitem->varname});
+    complain(*owner, optxv_fault_too_many_indices, curitem->varname,
+             "Too many dimensions for variable ", quoted{curitem->varname});
   if (toolong(index))
-    complain(*owner, "Bad variable index = ", quoted{curitem->varname});
+    complain(*owner, optxv_fault_index_too_long, curitem->varname,
+             "Bad variable index = ", quoted{curitem->varname});
   else if (!isquoted(index) && !curitem->equindices.has(index))
-    complain(*owner, "Index ", quoted{index}, " not controled for variable ",
-             quoted{curitem->varname});
+    complain(*owner, optxv_fault_index_not_controlled, index, "Index ", quoted{index},
+             " not controled for variable ", quoted{curitem->varname});
   curitem->varindices.add(index);
 }
 
@@ -143,13 +177,34 @@ void tindicatorlist::writetoparams(textfile& file) const {
 
 // Reading ---------------------------------------------------------------------------------------
 
+namespace {
+
+void tellentry(const tindicatorlist& list, bool kept, std::string_view equation,
+               std::string_view variable, const symbolplaces& places) {
+  const listener& told = *list.owner->told;
+  told.tell(&optxv_listener::indicator, {.number = kept ? list.count() : 0,
+                                         .option = 0,
+                                         .name = textof(equation),
+                                         .place = told.placed(places.equation),
+                                         .second = textof(variable),
+                                         .second_place = told.placed(places.variable)});
+}
+
+}  // namespace
+
 void readindicator(tzmaoptions& options, tminiparser& in) {
   tindicatorlist& list = *indicatorsof(options);
-  keepwhole(options, list, options.indicatorerrors, [&] {
+  symbolplaces places;
+  shortstring equation, variable;
+  const bool kept = keepwhole(options, list, options.indicatorerrors, [&] {
     shortstring dropped;
-    if (!readsymbols(list, in) || !readvalue(list, in)) in.restofline(dropped);
+    if (!readsymbols(list, in, places) || !readmark(list, in)) in.restofline(dropped);
+    if (!options.told || list.curitem == nullptr) return;
+    equation = list.curitem->equname.view();
+    variable = list.curitem->varname.view();
   });
   list.curitem = nullptr;
+  if (options.told) tellentry(list, kept, equation, variable, places);
 }
 
 // Access by number ------------------------------------------------------------------------------

@@ -1,5 +1,3 @@
-#include "parameter/parameterreader.h"
-
 #include <algorithm>
 
 #include "foundation/strutilx.h"
@@ -8,6 +6,7 @@
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/indicators.h"
+#include "parameter/values.h"
 
 namespace optxv {
 
@@ -15,42 +14,12 @@ namespace {
 
 constexpr std::int32_t maximumfiledepth = 9;
 constexpr int joinedwords = 3;  // words that may follow the first of a key under Minos
-constexpr std::size_t longestvalue = shortstring::maximum;
 constexpr std::string_view runtimeprefix = "--";
 
 /// What may touch a key: the end of the line, a dot, a blank or an equals sign.
 constexpr charset keyends("\n. \t=");
 /// What says that no further word of a key follows.
 constexpr charset valuestarts("=0123456789+-.");
-
-/// The end of an unquoted value: the first comment character.
-std::size_t plainend(std::string_view line, const charset& comment) {
-  if (comment.empty()) return line.size();
-  const auto stops = [&](char c) { return comment.has(c); };
-  return static_cast<std::size_t>(std::find_if(line.begin(), line.end(), stops) - line.begin());
-}
-
-/// The end of a quoted value, whose opening quote is gone: the first comment character that stands
-/// outside of quotes.
-std::size_t quotedend(std::string_view line, const charset& comment) {
-  bool inside = true;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] == '"') inside = !inside;
-    if (!inside && comment.has(line[i])) return i;
-  }
-  return line.size();
-}
-
-shortstring quotedvalue(std::string_view line, const charset& comment) {
-  shortstring value = line.substr(0, quotedend(line, comment));
-  value = trim(value);
-  if (value.empty()) return value;
-  if (value.last() == '"')
-    value.setlength(value.length() - 1);
-  else
-    value.append('"');
-  return trim(value);
-}
 
 /// Reads the entries of one text: one run of parse.
 class entryreader {
@@ -65,12 +34,6 @@ class entryreader {
   }
 
  private:
-  /// A value as it was read, and whether there was a good one.
-  struct readvalue {
-    shortstring text;
-    bool good = false;
-  };
-
   bool readentry();
   bool readkey();
   toption* findoption();
@@ -82,21 +45,24 @@ class entryreader {
   void assignone(toption& option);
   void assigntwo(toption& option);
   void assign2(toption& option, const readvalue& first, const readvalue& second);
-  bool assign0(const toption& option);
+  bool usable(const toption& option);
   void checkremainder();
 
-  bool typedvalue(shortstring& value) {
-    return toeol_ ? getrestofline(in_, value) : in_.nexttoken(value);
-  }
+  void readtyped(readvalue& value) { toeol_ ? readrest(in_, value) : readtoken(in_, value); }
+  void readplainrest(readvalue& value);
+  void tellkey(const toption* option) const;
   /// Adds a fault: the words, and the subject between double quotes.
-  void fault(std::string_view words, std::string_view subject) {
-    options_.addmessagefrom(optMsgUserError, [&] { return concat(words, quoted{subject}); });
+  void fault(std::int32_t code, std::string_view words, std::string_view subject,
+             const textplace& place, std::int32_t option = 0) {
+    const messagefacts facts = {.fault = code, .place = place, .option = option, .about = subject};
+    options_.addmessagefrom(optMsgUserError, facts, [&] { return concat(words, quoted{subject}); });
   }
 
   tzmaoptions& options_;
   tminiparser& in_;
   bool toeol_;  ///< end-of-line mode; an EolFlag option changes it for the rest of this text
   shortstring key_;
+  textplace keyplace_;
   std::int32_t dashes_ = 0;
 };
 
@@ -109,15 +75,18 @@ bool entryreader::readentry() {
   }
   if (!readkey()) return false;
   if (dashes_ == 0 && in_.ch() == '.') {
-    readdotoption(options_, in_, key_);
+    readdotoption(options_, in_, key_, keyplace_);
     return true;
   }
   if (dashes_ == 0 && !options_.indicatorkey.isnil() && struequal(key_, options_.indicatorkey)) {
+    if (options_.told) tellkey(nullptr);
     readindicator(options_, in_);
     return true;
   }
   if (dashes_ > 1) key_ = concat(runtimeprefix, key_);
   toption* option = findoption();
+  options_.assigning.at = keyplace_;
+  if (options_.told) tellkey(option);
   if (key_.view().starts_with(runtimeprefix))
     runtimeoption(option);
   else if (option == nullptr)
@@ -130,15 +99,33 @@ bool entryreader::readentry() {
 }
 
 bool entryreader::readkey() {
+  keyplace_ = in_.restplace();
   if (!in_.nextkey(key_, dashes_)) {
     const char seen = in_.ch();
-    fault("Option keyword expected, saw ", {&seen, 1});
+    const messagefacts facts = {.fault = optxv_fault_key_expected,
+                                .place = in_.restplace().part(0, in_.atmark() ? 0 : 1),
+                                .seen = {&seen, 1}};
+    options_.addmessagefrom(optMsgUserError, facts, [&] {
+      return concat("Option keyword expected, saw ", quoted{{&seen, 1}});
+    });
     return false;
   }
+  keyplace_ = in_.since(keyplace_).after(static_cast<std::size_t>(dashes_));
   if (keyends.has(in_.ch())) return true;
-  fault("Bad separator after key ", key_);
+  fault(optxv_fault_bad_separator, "Bad separator after key ", key_, in_.restplace());
   in_.skiptoeol();
   return false;
+}
+
+void entryreader::tellkey(const toption* option) const {
+  const bool own = option == nullptr || options_.getobjects(options_.optlookup(key_)) == option;
+  options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_);
+  options_.told->tell(&optxv_listener::key,
+                      {.option = option != nullptr ? option->position + 1 : 0,
+                       .synonym = own ? 0 : options_.synonymindex.find(key_) + 1,
+                       .dashes = dashes_,
+                       .text = textof(key_),
+                       .place = options_.told->placed(keyplace_)});
 }
 
 /// The option that the key names, or nil. Under Minos lookup, whose names hold '_' where the user
@@ -152,7 +139,7 @@ toption* entryreader::findoption() {
   for (int round = 0; round < joinedwords && option == nullptr; ++round) {
     if (!in_.skipbl() || valuestarts.has(in_.ch())) return nullptr;
     shortstring word;
-    in_.nextidentx(word);
+    if (in_.nextidentx(word)) keyplace_ = in_.since(keyplace_);
     key_ = concat(key_, '_', word);
     option = options_.optionasobj(key_);
   }
@@ -162,7 +149,7 @@ toption* entryreader::findoption() {
 /// KEEP: in token mode the token that is dropped is the separator where there is one, so that the
 /// value behind it reads as a bad key.
 void entryreader::unknownkey() {
-  fault("Unknown option ", key_);
+  fault(optxv_fault_unknown_option, "Unknown option ", key_, keyplace_);
   shortstring dropped;
   if (toeol_)
     in_.restofline(dropped);
@@ -179,25 +166,39 @@ void entryreader::runtimeoption(toption* option) {
     options_.addoption(key_, std::move(made));
   }
   in_.skipbecomes();
-  shortstring value;
+  readvalue value;
   if (toeol_)
-    in_.restofline(value);
-  else if (!in_.nexttoken(value))
-    return;
-  option->setasstring(value);
+    readplainrest(value);
+  else
+    readtoken(in_, value);
+  beginvalue(options_, value, option);
+  if (toeol_ || value.good) option->setasstring(value.text);
+}
+
+/// Takes all that is left of the line, quotes and all.
+void entryreader::readplainrest(readvalue& value) {
+  value.good = in_.skipbl();
+  const textplace rest = in_.restplace();
+  const auto size = trimright(in_.ahead()).size();
+  in_.restofline(value.text);
+  value.place = value.written = rest.part(0, size);
 }
 
 // --- Immediate options -------------------------------------------------------------------------
 
 void entryreader::immediate(const timmediateoption& option) {
   in_.skipbecomes();
-  shortstring value;
-  if (in_.nexttoken(value))
-    immediatevalue(option.immediatekind, value);
+  const textplace rest = in_.restplace();
+  readvalue value;
+  readtoken(in_, value);
+  if (value.written.length > 0) beginvalue(options_, value, &option);
+  if (value.good)
+    immediatevalue(option.immediatekind, value.text);
   else if (option.immediatekind == immediateHelp)
     options_.optshowhelp({});
   else
-    fault("Value expected for immediate option ", key_);
+    fault(optxv_fault_value_expected, "Value expected for immediate option ", key_, rest,
+          option.position + 1);
 }
 
 void entryreader::immediatevalue(immediateaction action, std::string_view value) {
@@ -209,7 +210,7 @@ void entryreader::immediatevalue(immediateaction action, std::string_view value)
       options_.optreadparameterfile(value);
       break;
     case immediateMessage:
-      options_.addmessage(optMsgUserError, value);
+      options_.optaddmessage(value);
       break;
     case immediateNoBounds:
       options_.nobounds = checkboolean(value) != 1;
@@ -224,10 +225,11 @@ void entryreader::immediatevalue(immediateaction action, std::string_view value)
 
 void entryreader::plain(toption& option) {
   if (option.subtype == optsubNoValue || (option.subtype == optsubOptional && !in_.skipbl())) {
-    assign0(option);  // KEEP: even an obsolete option goes to its default here
+    usable(option);  // KEEP: even an obsolete option goes to its default here
     option.usedefined();
   } else if (!in_.skipbecomes()) {
-    fault("Value expected for key ", option.getname());
+    fault(optxv_fault_value_expected, "Value expected for key ", option.getname(), in_.restplace(),
+          option.position + 1);
   } else if (option.subtype == optsub2Values) {
     assigntwo(option);
   } else {
@@ -238,40 +240,49 @@ void entryreader::plain(toption& option) {
 
 /// KEEP: an unclosed quote in token mode is dropped without a word.
 void entryreader::assignone(toption& option) {
-  shortstring value;
-  const bool good = typedvalue(value);
-  if (assign0(option) && good) option.setasstring(value);
+  readvalue value;
+  readtyped(value);
+  const bool wanted = usable(option);
+  beginvalue(options_, value, &option);
+  if (wanted && value.good) option.setasstring(value.text);
 }
 
 void entryreader::assigntwo(toption& option) {
   readvalue first;
   readvalue second;
-  first.good = in_.nexttoken(first.text);
-  second.good = in_.skipbl() && typedvalue(second.text);
+  readtoken(in_, first);
+  if (in_.skipbl()) readtyped(second);
   assign2(option, first, second);
 }
 
 /// Stores two values; one that is '*' leaves its half as it is, and a first value that stands alone
 /// goes to both.
 void entryreader::assign2(toption& option, const readvalue& first, const readvalue& second) {
-  if (!assign0(option)) return;
-  if (first.good && first.text != "*") {
+  const bool wanted = usable(option);
+  beginvalue(options_, first, &option);
+  if (wanted && first.good && first.text != "*") {
     option.setasstring(first.text);
-    if (!second.good) return option.setasstring2(first.text);
+    if (!second.good) option.setasstring2(first.text);
   }
-  if (second.good && second.text != "*") option.setasstring2(second.text);
+  if (second.written.length == 0) return;
+  beginvalue(options_, second, &option, 2);
+  if (wanted && second.good && second.text != "*") option.setasstring2(second.text);
 }
 
 /// Tells of the use of a marked name; false if the name is obsolete, so that its value is dropped.
 /// A key that is not the option's own name counts as a synonym of it.
-bool entryreader::assign0(const toption& option) {
+bool entryreader::usable(const toption& option) {
   if (option.deprecation == 0) return true;
   const bool own = struequal(key_, option.optname);
   const bool obsolete = option.marked(own ? markObsoleteOption : markObsoleteSynonym);
   if (!obsolete && !option.marked(own ? markDeprecatedOption : markDeprecatedSynonym)) return true;
   const bool deprecated =
       option.marked(markDeprecatedOption) || option.marked(markDeprecatedSynonym);
-  options_.addmessagefrom(optMsgDeprecated, [&] {
+  const messagefacts facts = {.fault = obsolete ? optxv_fault_obsolete : optxv_fault_deprecated,
+                              .place = keyplace_,
+                              .option = option.position + 1,
+                              .about = key_};
+  options_.addmessagefrom(optMsgDeprecated, facts, [&] {
     return concat(deprecated ? "deprecated" : "obsolete", own ? " option " : " synonym ",
                   quoted{key_}, "; ",
                   (own ? option.deprecatedtext : option.synonymdeprecatedtext).view());
@@ -283,7 +294,9 @@ bool entryreader::assign0(const toption& option) {
 /// so that a second message follows this one.
 void entryreader::checkremainder() {
   if (!in_.skipbl()) return;
-  options_.addmessage(optMsgUserError, "Remainder of line ignored");
+  options_.addmessage(
+      optMsgUserError, "Remainder of line ignored",
+      {.fault = optxv_fault_remainder, .place = in_.restplace(), .seen = in_.ahead()});
   in_.skiptoeol();
 }
 
@@ -292,25 +305,17 @@ template <class Start>
 void readtext(tzmaoptions& options, std::string_view source, Start start) {
   tminiparser reader(&options.messagelist, options.echoflag, options.eolcommset);
   const replacement<tminiparser*> running(options.parser, &reader);
+  const replacement<valueorigin> origin(options.assigning, options.assigning);
+  options.beginsource(reader, optxv_source_string, source);
   start(reader);
   options.addmessage(optMsgFileEnter, source);
   options.parse(options.eolonly);
+  options.assigning.at = {};
   options.addmessage(optMsgFileLeave, source);
+  options.endsource(0);
 }
 
 }  // namespace
-
-bool getrestofline(tminiparser& in, shortstring& value) {
-  value.clear();
-  if (!in.skipbl()) return false;
-  const std::string_view line = in.ahead();
-  if (line.front() == '"')
-    value = quotedvalue(line.substr(1), in.eolcommset());
-  else
-    value = trim(line.substr(0, std::min(plainend(line, in.eolcommset()), longestvalue)));
-  in.pass(line.size());
-  return true;
-}
 
 void tzmaoptions::parse(bool toeol) {
   entryreader(*this, *parser, toeol).read();
@@ -336,18 +341,22 @@ std::int32_t tzmaoptions::readparameters(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgUserError, "Cannot open parameter file ", source.name, code);
+    addopenfailure(optMsgUserError, optxv_fault_cannot_open, "Cannot open parameter file ",
+                   source.name, code);
     return code;
   }
   addmessage(optMsgFileEnter, source.name);
-  {
-    const replacement<std::int32_t> level(filedepth, filedepth + 1);
-    if (filedepth <= maximumfiledepth)
-      parse(eolonly);
-    else
-      addmessage(optMsgUserError, "File nesting level too deep; file ignored");
-    addmessage(optMsgFileLeave, source.name);
+  const replacement<std::int32_t> level(filedepth, filedepth + 1);
+  if (filedepth <= maximumfiledepth) {
+    const replacement<valueorigin> origin(assigning, assigning);
+    beginsource(reader, optxv_source_parameters, source.name);
+    parse(eolonly);
+    endsource(0);
+  } else {
+    addmessage(optMsgUserError, "File nesting level too deep; file ignored",
+               {.fault = optxv_fault_file_nesting, .about = source.name});
   }
+  addmessage(optMsgFileLeave, source.name);
   return 0;
 }
 

@@ -88,7 +88,8 @@ std::int32_t tzmaoptions::optwriteparameterfile(std::string_view filename) {
   file.assign(filename);
   file.rewrite();
   if (const int error = ioresult(); error != 0) {
-    addopenfailure(optMsgUserError, "Cannot write parameter file ", filename, error, "   ");
+    addopenfailure(optMsgUserError, optxv_fault_cannot_write, "Cannot write parameter file ",
+                   filename, error, "   ");
     return error;
   }
   writetable(file, *this);

@@ -1,0 +1,62 @@
+// The listener of a program, as the readers call it. What each call means and when it comes is told
+// in the public header, optxv/embedding.h.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "language/places.h"
+#include "optxv/embedding.h"
+
+namespace optxv {
+
+/// Bytes as the public header has them. BORROWS: the text.
+inline optxv_text textof(std::string_view text) {
+  return {text.data(), text.size()};
+}
+
+/// Calls the program's functions. It knows the sources that are being read, so that a place within
+/// the innermost needs no file name where it is told.
+///
+/// A handle without a listener has no such object: who tells asks for nil first, and nothing is
+/// made up that nobody hears.
+/// BORROWS: the context of the program's functions.
+class listener {
+ public:
+  /// Takes as much of the functions as `size` says that the program has; the others are not called.
+  explicit listener(const optxv_listener& calls);
+
+  /// Calls one function, if the program has it, with the event that it takes:
+  /// tell(&optxv_listener::key, {.option = 3}).
+  template <class Event>
+  void tell(void (*optxv_listener::*function)(void*, const Event*),
+            const std::type_identity_t<Event>& event) const {
+    if (calls_.*function != nullptr) (calls_.*function)(calls_.context, &event);
+  }
+  /// The same for an event that is a place and no more.
+  void tellplace(void (*optxv_listener::*function)(void*, const optxv_place*),
+                 const textplace& place) const {
+    tell(function, placed(place));
+  }
+
+  /// A place in the source that is being read.
+  optxv_place placed(const textplace& place) const;
+
+  /// Begins a source; each is left, innermost first. from: where the source that is being read
+  /// names it. BORROWS: the name.
+  void enter(std::int32_t kind, const char* name, const textplace& from);
+  void leave(std::int32_t error);
+
+  void line(const textplace& place, std::string_view text) const;
+  /// Tells of a cut if the text as written is longer than the 255 bytes that are kept of one.
+  void cutlong(std::int32_t what, std::int32_t option, std::string_view kept,
+               const textplace& place) const;
+
+ private:
+  optxv_listener calls_ = {};
+  std::vector<optxv_source> reading_;  ///< outermost first
+};
+
+}  // namespace optxv

@@ -1,0 +1,40 @@
+// Values in parameter text, and where they stand: what the readers of entries share.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "foundation/boundedstring.h"
+#include "language/miniparser.h"
+#include "language/places.h"
+#include "options/zmaoptions.h"
+
+namespace optxv {
+
+/// A value as it was read, and where it stands.
+struct readvalue {
+  shortstring text;
+  bool good = false;       ///< there is a value, and the reader keeps it
+  textplace place = {};    ///< of the text, without quotes
+  textplace written = {};  ///< with them
+  std::int32_t quotes = optxv_quotes_none;
+};
+
+/// Takes the value of end-of-line mode: what is left of the line up to a comment, or a text between
+/// double quotes, within which a comment character means nothing. The rest of the line is gone.
+///
+/// Not good, with an empty text, if nothing is left. Blanks and tabs are trimmed at both ends, and
+/// of a longer value the first 255 bytes are kept.
+/// KEEP: a quoted value with text after its closing quote comes out with the quotes the rule makes
+/// of it: "ab" cd gives ab" cd" and an unclosed "ab gives ab.
+void readrest(tminiparser& in, readvalue& value);
+
+/// Takes one token as a value (see tminiparser::nexttoken).
+void readtoken(tminiparser& in, readvalue& value);
+
+/// Has what follows be assigned from that value, and tells of it. option: whose value it is, nil
+/// for an indicator's; which: 1 or 2.
+void beginvalue(tzmaoptions& options, const readvalue& value, const toption* option,
+                std::int32_t which = 1);
+
+}  // namespace optxv
