@@ -372,12 +372,13 @@ OPTXV_EMBEDDING_API const char* optxv_fault_name(int32_t fault);
 OPTXV_EMBEDDING_API const char* optxv_field_name(int32_t field);
 
 /*
- * Record `number` (from 1) of the definition language: its type word, and the names of the fields
- * that follow it on its line, with blanks between, as in "usermap default low high hc group text".
- * 1, or 0 for a bad number. The texts are constants.
+ * Record `number` (from 1) of the definition language: its type word; the names of the fields that
+ * follow it on its line, with blanks between, as in "usermap default low high hc group text"; and
+ * those of each line that continues it, as in "item hc text", empty if there are none. 1, or 0 for
+ * a bad number. The texts are constants.
  */
 OPTXV_EMBEDDING_API int32_t optxv_record_form(int32_t number, const char** word,
-                                              const char** fields);
+                                              const char** fields, const char** lines);
 
 /* ---- Text from memory ----------------------------------------------------------------------- */
 

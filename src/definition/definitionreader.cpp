@@ -313,16 +313,24 @@ void definitionreader::readboolean() {
 // --- The operation -----------------------------------------------------------------------------
 
 std::int32_t tzmaoptions::optreaddefinition(std::string_view filename) {
-  deffilename = filename;
+  return readdefinition({filename});
+}
+
+std::int32_t tzmaoptions::readdefinitiontext(std::string_view name, std::string_view bytes) {
+  return readdefinition({name, bytes});
+}
+
+std::int32_t tzmaoptions::readdefinition(const linesource& source) {
+  deffilename = source.name;
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
-  if (const int code = reader.fileopen(filename); code != 0) {
-    addopenfailure(optMsgDefineError, optxv_fault_cannot_open, "Cannot open option file ", filename,
-                   code);
+  if (const int code = reader.open(source); code != 0) {
+    addopenfailure(optMsgDefineError, optxv_fault_cannot_open, "Cannot open option file ",
+                   source.name, code);
     return code;
   }
   const replacement<valueorigin> origin(assigning, assigning);
-  beginsource(reader, optxv_source_definition, filename);
+  beginsource(reader, optxv_source_definition, source.name);
   auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));

@@ -93,6 +93,12 @@ void tminiparser::textopen(std::string_view bytes) {
   startlines(0);
 }
 
+int tminiparser::open(const linesource& from) {
+  if (!from.bytes) return fileopen(from.name);
+  textopen(*from.bytes);
+  return 0;
+}
+
 int tminiparser::startlines(int error) {
   linenr_ = 0;
   if (error == 0) {

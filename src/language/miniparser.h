@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "foundation/boundedstring.h"
@@ -20,6 +21,13 @@ namespace optxv {
 /// The bytes that may not begin an end-of-line comment: 0 to 32, quotes, +, -, the point, digits
 /// and letters. The reader itself never asks; who fills eolcommset does.
 extern const charset invalideolcommchar;
+
+/// What a read of lines reads: the file of a name, or bytes in memory that go under the name.
+/// BORROWS: both, for the read.
+struct linesource {
+  std::string_view name;
+  std::optional<std::string_view> bytes = std::nullopt;
+};
 
 /// Reads one source, line by line, with one character of look-ahead.
 ///
@@ -61,6 +69,8 @@ class tminiparser : public tobject {
   /// Reads bytes in memory, any number of them, as the lines of a file. BORROWS: the bytes, which
   /// must outlive the reading.
   void textopen(std::string_view bytes);
+  /// Opens what there is: the bytes, or else the file. The result is that of fileopen.
+  int open(const linesource& from);
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the

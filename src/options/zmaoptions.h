@@ -183,6 +183,10 @@ class tzmaoptions : public toptionx {
   OPTXV_EXPORT std::int32_t optreaddefinition(std::string_view filename);
   /// Reads a parameter file; the result as for optreaddefinition.
   std::int32_t optreadparameterfile(std::string_view filename);
+  /// As the two above on a file of that name and these bytes, any number of them. Files that the
+  /// text names are files. BORROWS: both texts, for the call.
+  std::int32_t readdefinitiontext(std::string_view name, std::string_view bytes);
+  std::int32_t readparametertext(std::string_view name, std::string_view bytes);
   /// Reads one line of parameter text.
   void optreadfromstr(std::string_view text);
   /// The same for a zero-terminated text of any length; nil reads as empty. BORROWS: the text, for
@@ -375,6 +379,8 @@ class tzmaoptions : public toptionx {
   }
   /// Empties the dot options and the indicators.
   void clearentries();
+  std::int32_t readdefinition(const linesource& source);
+  std::int32_t readparameters(const linesource& source);
   template <class Setter>
   std::int32_t setbynumber(std::int32_t optnr, bool second, Setter setter);
 };

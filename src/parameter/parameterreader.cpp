@@ -330,25 +330,33 @@ void tzmaoptions::optreadfrompchar(const char* text) {
 }
 
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
+  return readparameters({filename});
+}
+
+std::int32_t tzmaoptions::readparametertext(std::string_view name, std::string_view bytes) {
+  return readparameters({name, bytes});
+}
+
+std::int32_t tzmaoptions::readparameters(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
-  if (const int code = reader.fileopen(filename); code != 0) {
+  if (const int code = reader.open(source); code != 0) {
     addopenfailure(optMsgUserError, optxv_fault_cannot_open, "Cannot open parameter file ",
-                   filename, code);
+                   source.name, code);
     return code;
   }
-  addmessage(optMsgFileEnter, filename);
+  addmessage(optMsgFileEnter, source.name);
   const replacement<std::int32_t> level(filedepth, filedepth + 1);
   if (filedepth <= maximumfiledepth) {
     const replacement<valueorigin> origin(assigning, assigning);
-    beginsource(reader, optxv_source_parameters, filename);
+    beginsource(reader, optxv_source_parameters, source.name);
     parse(eolonly);
     endsource(0);
   } else {
     addmessage(optMsgUserError, "File nesting level too deep; file ignored",
-               {.fault = optxv_fault_file_nesting, .about = filename});
+               {.fault = optxv_fault_file_nesting, .about = source.name});
   }
-  addmessage(optMsgFileLeave, filename);
+  addmessage(optMsgFileLeave, source.name);
   return 0;
 }
 

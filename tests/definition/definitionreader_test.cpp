@@ -184,6 +184,23 @@ g group 1 0\n help\n^ >> 1
   }
 }
 
+TEST(Definition, InMemoryReadsAsTheFileOfItsName) {
+  const std::string sample(sampledefinition);
+  const std::string faulty = "i integer 1 x 0\n\r\ni strlist 1 2 3\n dropped\n";
+  for (const std::string& text :
+       {std::string(), sample, replaced(sample, "\n", "\r\n") + "end", faulty}) {
+    optiontable file, memory;
+    file->optechoset(1);
+    memory->optechoset(1);
+    file.define(text);
+    const std::string name = file.path("def");
+    EXPECT_EQ(memory->readdefinitiontext(name, text), 0);
+    EXPECT_EQ(joined(memory.queue(true)), joined(file.queue(true)));
+    EXPECT_EQ(memory->getfilename(), file->getfilename());
+    EXPECT_EQ(described(memory), described(file));
+  }
+}
+
 TEST(Definition, ThatCannotBeOpenedLeavesNothing) {
   optiontable options;
   EXPECT_EQ(options->optreaddefinition("/nowhere/x.def"), ENOENT);

@@ -155,6 +155,24 @@ TEST(Files, ThatCannotBeOpened) {
   EXPECT_EQ(options.state(), "steplim=5");
 }
 
+// A text in memory under the name of a file leaves what the file leaves: messages, state, result.
+TEST(Texts, ReadAsTheFileOfTheirName) {
+  const std::string values = "* remark\n\nsteplim 5\r\nfoo 1\nopt";
+  for (const std::string& text : {std::string(), values, values + "\n" + std::string(1030, 'x'),
+                                  "rf {self}\nsteplim x\n--a b\nrf /nowhere/x\n" + values}) {
+    optiontable file(table), memory(table);
+    file->optechoset(1);
+    memory->optechoset(1);
+    file.files["self"];
+    file.put("self", text);
+    const std::string name = file.path("self");
+    const std::string content = file.files["self"].content();
+    EXPECT_EQ(memory->readparametertext(name, content), file->optreadparameterfile(name));
+    EXPECT_EQ(memory.state(), file.state()) << text;
+    EXPECT_EQ(joined(memory.queue(true)), replaced(joined(file.queue(true)), "{self}", name));
+  }
+}
+
 TEST(Strings, AreOneLine) {
   optiontable options(table);
   options->optreadfromstr("steplim 1\nopt 2");
