@@ -111,9 +111,9 @@ std::vector<std::string> symbols::nearesttype(std::string_view wrong) {
 const std::vector<recordform>& recordforms() {
   static const std::vector<recordform> forms = [] {
     std::vector<recordform> all;
-    const char *word = nullptr, *fields = nullptr;
-    for (std::int32_t number = 1; optxv_record_form(number, &word, &fields) == 1; number++)
-      all.push_back({word, fields});
+    const char *word = nullptr, *fields = nullptr, *lines = nullptr;
+    for (std::int32_t number = 1; optxv_record_form(number, &word, &fields, &lines) == 1; number++)
+      all.push_back({word, fields, lines});
     return all;
   }();
   return forms;

@@ -96,9 +96,10 @@ class symbols : public listener {
   std::vector<mention> mentions_;
 };
 
-/// The form of a record: its type word, and the names of the fields of its line.
+/// The form of a record: its type word, the names of the fields of its line, and those of each line
+/// that continues it; empty if none may.
 struct recordform {
-  std::string_view word, fields;
+  std::string_view word, fields, lines;
 };
 /// All records of the definition language.
 const std::vector<recordform>& recordforms();

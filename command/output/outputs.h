@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "output/reporter.h"
 #include "text/memoryfile.h"
 
 namespace command {
@@ -12,9 +13,6 @@ namespace command {
 /// renamed, and keeps its permissions; a device, a pipe and the like are written as they are. The
 /// result is 0 or the system's error number, and then the file is what it was.
 int deliver(const std::string& file, std::string_view text);
-
-/// The exit status where a file could not be read or written.
-inline constexpr int statusunusable = 2;
 
 /// `optxv: file: reason` on standard error for a system error number; gives the exit status. An
 /// empty name is standard output.
