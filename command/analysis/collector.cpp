@@ -44,6 +44,12 @@ bool sameline(const place& left, const place& right) {
   return left.line == right.line && left.file == right.file && left.line > 0;
 }
 
+/// Whether two places begin at the same text, with a quote in front or without.
+bool sameplace(const place& left, const place& right) {
+  const std::int64_t apart = left.column - right.column;
+  return sameline(left, right) && apart >= -1 && apart <= 1;
+}
+
 std::string fieldname(std::int32_t field) {
   const char* name = optxv_field_name(field);
   return name == nullptr ? "" : name;
@@ -93,14 +99,15 @@ void collector::left(const optxv_source&, std::int32_t) {
 /// follow it; the rest of a line that is given up gives one message more; and what is left of a
 /// faulty entry is no key.
 bool collector::follows(const optxv_message& message) const {
-  if (!held_ || at_.idle() || !sameline(cause_.where, place(message.place))) return false;
+  if (!held_ || !sameline(cause_.where, place(message.place))) return false;
   const bool nokey = cause_.keys == at_.source().keys;
   switch (cause_.fault) {
     case optxv_fault_remainder:
       return true;
     case optxv_fault_bad_field:
-      return message.fault == optxv_fault_bad_field && cause_.where.length == 0 &&
-             cause_.where == place(message.place);
+      return message.fault == optxv_fault_default_range ||
+             (message.fault == optxv_fault_bad_field && cause_.where.length == 0 &&
+              cause_.where == place(message.place));
     default:
       return leavesrest(cause_.fault) && nokey &&
              (message.fault == optxv_fault_key_expected || leavesrest(message.fault));
@@ -109,7 +116,7 @@ bool collector::follows(const optxv_message& message) const {
 
 void collector::message(const optxv_message& message) {
   const kindrow* row = kindof(message);
-  if (row == nullptr) return;
+  if (row == nullptr || at_.idle()) return;  // what is called outside of a read is no finding
   if (message.detail != 0 && held_ && held_->kind == message.kind) {
     addnote(trimmed(viewof(message.text)));
   } else if (row->level != severity::plain && follows(message)) {
@@ -122,7 +129,7 @@ void collector::message(const optxv_message& message) {
 
 void collector::add(const optxv_message& message) {
   const place where(message.place);
-  if (droppable_ && held_ && sameline(held_->where, where)) held_.reset();
+  if (droppable_ && held_ && sameplace(held_->where, where)) held_.reset();
   finding found;
   // The reader looks for a usermap before it tells that it does not know the type of the record.
   if (message.fault == optxv_fault_unknown_type && cause_.fault == optxv_fault_bad_field && held_ &&
@@ -136,13 +143,13 @@ void collector::add(const optxv_message& message) {
   found.code = code == nullptr || message.fault == optxv_fault_none ? "" : code;
   found.where = where;
   found.text = viewof(message.text);
-  cause_ = {message.fault, where, at_.idle() ? 0 : at_.source().keys};
+  cause_ = {message.fault, where, at_.source().keys};
   explain(found, message);
   hold(std::move(found), false);
 }
 
 void collector::explain(finding& found, const optxv_message& message) {
-  if (message.fault == optxv_fault_none || at_.idle()) return;
+  if (message.fault == optxv_fault_none) return;
   if (message.kind == optMsgDefineError) explainrecord(found, message);
   addhints(found, message, hints_);
   const std::string_view file = viewof(message.about);
@@ -158,9 +165,9 @@ void collector::explainrecord(finding& found, const optxv_message& message) cons
   const auto note = [&](std::string text) { found.notes.push_back({std::move(text), {}}); };
   const recordform* form = recordformof(record.type);
   if (message.fault == optxv_fault_unknown_type) {
-    note("expected one of: " + typewords());
     found.nearest =
         symbols::nearesttype(viewof(message.seen).empty() ? record.type : viewof(message.seen));
+    if (found.nearest.empty()) note("expected one of: " + typewords());
   }
   if (message.fault == optxv_fault_bad_field && form != nullptr) {
     note("expected: " + std::string(form->fields));

@@ -21,7 +21,7 @@ class collector : public listener {
 
   /// A finding of the command itself. It gets its line here.
   void add(finding found);
-  /// The same for one that is dropped again if a message on the same line of text follows: the
+  /// The same for one that is dropped again if a message about the same place comes next: the
   /// library tells of it itself then.
   void addunlesstold(finding found);
   /// More about the finding that was made last.

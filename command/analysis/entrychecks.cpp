@@ -80,7 +80,7 @@ void entrychecks::checkquotes(const optxv_value& value) {
                       "the text keeps its quotes: only double quotes enclose a value");
   std::string form = at_.source().entry.key + ' ' + externalform(text);
   if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
-  findings_.addunlesstold(std::move(found));
+  findings_.add(std::move(found));
 }
 
 void entrychecks::stored(const optxv_store& store) {
@@ -124,7 +124,7 @@ void entrychecks::checkagain(const optxv_store& store) {
                         "the option " + inquotes(option.name) + " is set again" +
                             (handedon ? " by " + inquotes(names_.option(store.through).name) : ""));
     found.notes.push_back({"it was set here before", last.first});
-    findings_.addunlesstold(std::move(found));
+    findings_.add(std::move(found));
   }
   if (handedon) return;
   last.mask = now;

@@ -124,6 +124,7 @@ struct habit {
   string_view words;
 };
 
+// What stands round a value, and then what is within. The first that helps is told.
 constexpr std::array<habit, 10> habits = {{{withoutspaces, ""},
                                            {unquoted, ""},
                                            {withoutdoublequotes, ""},
@@ -135,11 +136,17 @@ constexpr std::array<habit, 10> habits = {{{withoutspaces, ""},
                                            {standard, "for the default"},
                                            {withoutunit, ""}}};
 
-/// The value without each habit that it has, one after the other.
+/// The value without the first habit that it has; as it is if it has none.
+std::string withoutone(const std::string& value, const optionsymbol& option) {
+  for (const habit& each : habits)
+    if (std::string better = each.correct(value, option); !better.empty()) return better;
+  return value;
+}
+
+/// The value without all habits that it has, one in another.
 std::string withoutall(string_view value, const optionsymbol& option) {
   std::string text(value);
-  for (const habit& each : habits)
-    if (std::string better = each.correct(text, option); !better.empty()) text = std::move(better);
+  for (std::size_t round = 0; round < habits.size(); round++) text = withoutone(text, option);
   return text;
 }
 
@@ -167,9 +174,8 @@ class hinting {
   bool told() const { return !found_.hints.empty(); }
   const readentry& entry() const { return from_.at.source().entry; }
   const optionsymbol& option() const { return from_.names.option(said_.option); }
-  /// What stands in the line from the place of the finding on, or after it.
+  /// What stands in the line from the place of the finding on.
   string_view here() const { return from_.at.ahead(said_.place.column); }
-  string_view after() const { return from_.at.ahead(said_.place.column + said_.place.length); }
 
   /// Tells a form if the library takes it.
   bool offer(std::string form, string_view words = {}) {
@@ -213,7 +219,7 @@ void hinting::offervalue(string_view value, string_view key, const optionsymbol&
 
 void hinting::comment() {
   constexpr std::array<string_view, 6> marks = {"#", "!", ";", "%", "//", "/*"};
-  const string_view text = here();
+  const string_view text = trimmed(from_.at.source().text);
   if (std::ranges::any_of(marks, [&](string_view mark) { return text.starts_with(mark); }))
     found_.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
 }
@@ -221,7 +227,7 @@ void hinting::comment() {
 /// Something else than a blank or = touches the key. It may be a hyphen of the name.
 void hinting::separator() {
   const string_view key = viewof(said_.about);
-  string_view rest = after();
+  string_view rest = here();
   if (rest.starts_with('-')) {
     const auto end =
         std::ranges::find_if_not(rest, [](char c) { return isnamecharacter(c) || c == '-'; });

@@ -14,20 +14,15 @@
 namespace command {
 
 /// Adds findings about records: numbers of the program that two options have, groups that no record
-/// declares, items twice, booleans with defaults and bounds that mean nothing, and the line at
-/// which a definition ends before its text does.
+/// declares, items twice, booleans with defaults and bounds that mean nothing.
 /// BORROWS: all it is made with; the reading stands before this in the hearing.
 class recordchecks : public listener {
  public:
   recordchecks(reading& at, collector& findings) : at_(at), findings_(findings) {}
 
-  /// The text of the definition: set before it is read. BORROWS: the bytes, for the read.
-  void define(std::string_view definition) { definition_ = definition; }
-
   void left(const optxv_source& source, std::int32_t error) override;
   void declared(const optxv_declaration& declaration) override;
   void field(const optxv_field& field) override;
-  void ended(const optxv_place& where) override;
 
  private:
   /// A group number as options name it: where first, and how often.
@@ -49,7 +44,6 @@ class recordchecks : public listener {
   std::set<std::int64_t> declaredgroups_;
   std::unordered_map<std::string, place> items_;  ///< of the enumeration that is being read
   std::int32_t itemsof_ = 0;                      ///< its option
-  std::string_view definition_;
 };
 
 }  // namespace command

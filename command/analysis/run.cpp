@@ -2,8 +2,6 @@
 
 #include <sys/stat.h>
 
-#include "text/printable.h"
-
 namespace command {
 
 void run::filelist::entered(const optxv_source& source) {
@@ -13,14 +11,21 @@ void run::filelist::entered(const optxv_source& source) {
   all.push_back({source.name, source.level, source.from, id});
 }
 
-run::run(findingtaker take, bool keepsymbols)
-    : names_(at_, keepsymbols),
+run::run(findingtaker take, const runparts& parts)
+    : names_(at_, parts.symbols),
       findings_(at_, {at_, names_, trial_}, std::move(take)),
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, trial_, findings_),
       recordchecks_(at_, findings_),
-      hearing_(options_, {&at_, &names_, &settings_, &files_, &recordchecks_, &textchecks_,
-                          &entrychecks_, &findings_}) {}
+      hearing_(options_, listeners(parts.checks)) {}
+
+/// What others build on comes first, and the messages of the library last.
+std::vector<listener*> run::listeners(bool checks) {
+  std::vector<listener*> all = {&at_, &names_, &settings_, &files_, &textchecks_};
+  if (checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
+  all.push_back(&findings_);
+  return all;
+}
 
 bool run::read(const readsettings& what) {
   options_.setlinemode(!what.tokens);
@@ -46,14 +51,14 @@ bool run::readdefinition(const std::string& file, bool alone) {
   definition_ = document(file);
   if (definition_ == nullptr) return false;
   trial_.define(definition_->text());
-  recordchecks_.define(definition_->text());
+  textchecks_.define(definition_->text());
   finish(file, options_.readdefinition(file, definition_->text()));
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
   if (!alone)
     found.hints.push_back({"",
-                           "the definition comes first, then the parameter files: are the two "
-                           "in each other's place?"});
+                           "the definition comes first, then the parameter files; are the two "
+                           "swapped?"});
   findings_.add(std::move(found));
   findings_.flush();
   return false;
@@ -67,11 +72,6 @@ void run::readparameters(const std::string& file) {
 /// The text of a file that the run is given; nil if it cannot be read, which is told.
 const textdocument* run::document(const std::string& file) {
   findings_.total().files++;
-  if (file.size() > optionset::longesttext) {
-    unreadable(file, "the name has " + grouped(file.size()) + " bytes, more than the " +
-                         grouped(optionset::longesttext) + " that can be handled");
-    return nullptr;
-  }
   const readresult& result = shelf_.input(file);
   if (const auto* failure = std::get_if<readfailure>(&result)) {
     unreadable(file, failure->words());

@@ -23,9 +23,14 @@ namespace command {
 struct readsettings {
   std::string definition;
   std::vector<std::string> parameters = {};
-  bool tokens = false;       ///< reads begin in token mode
-  bool nobounds = false;     ///< values out of bounds are taken, with a warning
-  bool keepsymbols = false;  ///< all declarations and mentions are kept, see symbols
+  bool tokens = false;    ///< reads begin in token mode
+  bool nobounds = false;  ///< values out of bounds are taken, with a warning
+};
+
+/// What a run is for, beyond the values.
+struct runparts {
+  bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
+  bool symbols = false;  ///< keeps all declarations and mentions
 };
 
 /// A file that was read, or that a file of the run names.
@@ -47,7 +52,7 @@ struct enteredfile {
 /// OWNS: the option set, and the texts that it has read.
 class run {
  public:
-  explicit run(findingtaker take, bool keepsymbols = false);
+  explicit run(findingtaker take, const runparts& parts = {});
 
   /// Reads everything, once. False if the definition could not be read or declares no option;
   /// nothing else is read then. Throws std::bad_alloc, with the option set in its last good state.
@@ -73,6 +78,7 @@ class run {
     identity given = {};  ///< of the text on level 1
   };
 
+  std::vector<listener*> listeners(bool checks);
   bool readdefinition(const std::string& file, bool alone);
   void readparameters(const std::string& file);
   const textdocument* document(const std::string& file);

@@ -1,7 +1,10 @@
 #include "analysis/textchecks.h"
 
+#include <algorithm>
 #include <array>
 
+#include "analysis/symbols.h"
+#include "text/names.h"
 #include "text/printable.h"
 
 namespace command {
@@ -32,6 +35,44 @@ std::string textof(const cutrow& row, const optxv_cut& cut) {
   if (row.after.empty()) return text;
   const auto lost = static_cast<std::size_t>(cut.lost);
   return text + counted(lost, "byte") + (lost == 1 ? " is" : " are") + std::string(row.after);
+}
+
+/// The text from a line on.
+std::string_view fromline(std::string_view text, std::int64_t line) {
+  for (; line > 1 && !text.empty(); line--)
+    text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
+  return text;
+}
+
+/// Whether a line looks like a record: a name in column 1 and a type word.
+bool beginsrecord(std::string_view line) {
+  std::string_view rest = line;
+  std::string_view name = nextword(rest);
+  if (name.starts_with('.')) name.remove_prefix(1);
+  const std::string_view word = nextword(rest);
+  return !name.empty() && line[0] != ' ' && isletter(name[0]) &&
+         recordformof(folded(word.substr(0, word.find('.')))) != nullptr;
+}
+
+std::size_t countrecords(std::string_view text) {
+  std::size_t count = 0;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    if (beginsrecord(text.substr(0, end))) count++;
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return count;
+}
+
+/// What to do about a line that ends a definition.
+std::string_view advice(std::string_view line) {
+  if (line.starts_with('\t'))
+    return "a line that continues a record begins with a blank, not a tab";
+  if (line.starts_with(' '))
+    return "a record begins in column 1, and the one above takes no line more";
+  if (line.starts_with('#') || line.starts_with("//") || line.starts_with(';'))
+    return "a comment has a * in column 1";
+  return "a record begins with a letter in column 1";
 }
 
 }  // namespace
@@ -75,6 +116,23 @@ void textchecks::cut(const optxv_cut& cut) {
     else
       findings_.add(std::move(found));
   }
+}
+
+/// Text of blanks alone is no loss.
+void textchecks::ended(const optxv_place& where) {
+  const std::string_view tail = fromline(definition_, where.line);
+  if (tail.find_first_not_of(" \t\r\n") == tail.npos) return;
+  finding found = own(ownfinding::definitionended, where,
+                      "the definition ends here, since the line neither begins a record nor "
+                      "continues one");
+  const std::size_t lost = countrecords(tail);
+  if (lost > 0)
+    found.notes.push_back(
+        {counted(lost, "record") + " further down " + (lost == 1 ? "is" : "are") + " not read",
+         {}});
+  if (const std::string_view words = advice(tail); !words.empty())
+    found.hints.push_back({"", std::string(words)});
+  findings_.add(std::move(found));
 }
 
 }  // namespace command

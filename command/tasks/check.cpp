@@ -34,7 +34,7 @@ class limited {
 int check(const request& given) {
   const std::unique_ptr<reporter> report = given.json ? makejson(stdout) : makelines(stdout);
   limited shown(*report, given.maxerrors);
-  run reading([&](const finding& found) { shown.take(found); });
+  run reading([&](const finding& found) { shown.take(found); }, {.checks = true});
   reading.read(readingof(given));
   tally total = reading.total();
   total.unshown = shown.unshown();

@@ -30,4 +30,12 @@ bool isnamecharacter(char c) {
   return isletter(c) || isdigit(c) || c == '_';
 }
 
+std::string_view nextword(std::string_view& text) {
+  constexpr std::string_view blanks = " \t";
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  const std::string_view word = text.substr(0, text.find_first_of(blanks));
+  text.remove_prefix(word.size());
+  return word;
+}
+
 }  // namespace command

@@ -16,4 +16,8 @@ bool isletter(char c);
 bool isdigit(char c);
 bool isnamecharacter(char c);
 
+/// Takes the blanks in front and the first word off a text, and gives the word; empty if there is
+/// none. A word ends at a blank or a tab.
+std::string_view nextword(std::string_view& text);
+
 }  // namespace command

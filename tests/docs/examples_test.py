@@ -32,7 +32,7 @@ class ParameterFiles(unittest.TestCase):
     def test_the_clean_file_is_clean(self):
         self.assertEqual(self.read('solver'), [])
         values = self.options.values()
-        for line in ('time_limit = 900', 'iteration_limit = 200000', 'threads = 4', 'scale_range = 0.001 10000',
+        for line in ('time_limit = 900', 'iteration_limit = 200000', 'threads = 1', 'scale_range = 0.001 10000',
                      'feasibility_tol = 1E-8', 'log_file = night run 8.log', 'method = primal', 'dive_first = 1',
                      'read_path[3] = /models/tight', '--note[1] = checked by the day shift',
                      'y.priority(feb,*) = 7', "balance(i,'oslo')$open(i) = 1", 'meet$close = 0'):
