@@ -165,9 +165,6 @@ class tminiparser : public tobject {
   /// there. Leaves the reader on the end-of-line mark.
   void restofline(shortstring& text);
 
-  /// Appends everything up to a mark or the first member of stop to text, in bulk. With an empty
-  /// set that is the rest of the line.
-  void takeuntil(const charset& stop, shortstring& text);
   /// Appends ch() to text and moves on. REQUIRES: !atmark().
   void take(shortstring& text);
   /// Passes everything up to a mark or the first member of stop.
