@@ -4,6 +4,7 @@
 
 #include "definition/definitionreader.h"
 #include "frame/boundary.h"
+#include "language/listener.h"
 #include "options/optionkinds.h"
 
 using namespace optxv;

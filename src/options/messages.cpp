@@ -2,6 +2,7 @@
 
 #include "foundation/numtext.h"
 #include "foundation/strutilx.h"
+#include "language/listener.h"
 #include "language/miniparser.h"
 #include "options/zmaoptions.h"
 

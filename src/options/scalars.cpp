@@ -2,6 +2,7 @@
 // meets its option's bounds or allowed values. Their headers stand in toption.h.
 
 #include "foundation/strutilx.h"
+#include "language/listener.h"
 #include "language/words.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"

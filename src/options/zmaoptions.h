@@ -22,8 +22,7 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
-#include "language/listener.h"
-#include "language/miniparser.h"
+#include "language/places.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/origins.h"
@@ -31,6 +30,8 @@
 
 namespace optxv {
 
+class listener;
+struct linesource;
 class tminiparser;
 
 /// The rule by which a name finds an option; the definition's lookup record sets it.

@@ -17,6 +17,7 @@ TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
 SOURCE = Path(os.environ['OPTXV_SOURCE'])
 # Texts in the sources of the readers that no text of a user can cause.
 UNTOLD = {'Cannot AddIndex to DotObj', 'Cannot SetValue to DotObj', 'Bad message number ='}
+FORMS = {'action hc group text', 'item hc text', 'marked text'}  # the fields of records, which are no messages
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
     ('an unknown kind', '```fortran\na\n```\n', 'nothing runs a block of kind "fortran"'),
@@ -75,7 +76,7 @@ class Completeness(unittest.TestCase):
                 literals = {text.strip() for text in re.findall(r'"((?:[^"\\\n]|\\.)*)"', code)}
                 texts |= {text for text in literals if re.search(r'[A-Za-z]{2} | [A-Za-z]{2}', text)}
         self.assertGreater(len(texts), 50)  # it does find them
-        self.assertEqual(sorted(text for text in texts - UNTOLD if text not in told), [])
+        self.assertEqual(sorted(text for text in texts - UNTOLD - FORMS if text not in told), [])
 
 
 if __name__ == '__main__':

@@ -1,4 +1,3 @@
-#include "parameter/parameterreader.h"
 
 #include <cerrno>
 #include <string>
