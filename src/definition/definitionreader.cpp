@@ -212,7 +212,7 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgDefineError, "Cannot open option file ", source.name, code);
+    addfilefailure(optMsgDefineError, "Cannot open option file ", source.name, code);
     return code;
   }
   auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());
@@ -221,7 +221,7 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   definitionreader(*this, reader).read();
   // A list grows eightfold; what a table needs from here on are a few options made at run time.
   optionlist.setcapacity(optionlist.count() + sparecapacity);
-  return 0;
+  return readfailure(optMsgDefineError, "Cannot read option file ", source.name);
 }
 
 }  // namespace optxv

@@ -1,6 +1,7 @@
 #include "options/messages.h"
 
 #include "foundation/numtext.h"
+#include "foundation/runtime.h"
 #include "foundation/strutilx.h"
 #include "options/zmaoptions.h"
 
@@ -35,10 +36,18 @@ void tzmaoptions::addmessage(messagekind kind, std::string_view text) {
     messagelist.addobject(text, kindword(kind));
 }
 
-void tzmaoptions::addopenfailure(messagekind kind, std::string_view words,
+void tzmaoptions::addfilefailure(messagekind kind, std::string_view words,
                                  std::string_view filename, int code, std::string_view indent) {
   addmessage(kind, concat(words, quoted{filename}));
   addmessage(kind, concat(indent, "Error code = ", inttostr(code), "; ", syserrormessage(code)));
+}
+
+int tzmaoptions::readfailure(messagekind kind, std::string_view words, std::string_view filename) {
+  const int code = parser->failure();
+  if (code == 0) return 0;
+  ioresult();
+  addfilefailure(kind, words, filename, code);
+  return code;
 }
 
 std::int32_t tzmaoptions::errorssince(std::int32_t first) const {

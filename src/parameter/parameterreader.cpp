@@ -336,19 +336,21 @@ std::int32_t tzmaoptions::readparameters(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgUserError, "Cannot open parameter file ", source.name, code);
+    addfilefailure(optMsgUserError, "Cannot open parameter file ", source.name, code);
     return code;
   }
   addmessage(optMsgFileEnter, source.name);
+  int failure = 0;
   {
     const replacement<std::int32_t> level(filedepth, filedepth + 1);
     if (filedepth <= maximumfiledepth)
       parse(eolonly);
     else
       addmessage(optMsgUserError, "File nesting level too deep; file ignored");
+    failure = readfailure(optMsgUserError, "Cannot read parameter file ", source.name);
     addmessage(optMsgFileLeave, source.name);
   }
-  return 0;
+  return failure;
 }
 
 }  // namespace optxv
