@@ -161,9 +161,9 @@ class tzmaoptions : public toptionx {
   // --- Readers and writers -------------------------------------------------------------------
 
   /// Reads a definition file into the table, after adding the option Help. Gives 0, or the system's
-  /// error number with two messages if the file could not be opened, or a read failed; what was read
-  /// until then stays. Faults in the text are
-  /// messages of kind optMsgDefineError. Everything is added to what the table holds.
+  /// error number with two messages if the file could not be opened or a read failed; what was read
+  /// until then stays. Faults in the text are messages of kind optMsgDefineError. Everything is
+  /// added to what the table holds.
   OPTXV_EXPORT std::int32_t optreaddefinition(std::string_view filename);
   /// Reads a parameter file; the result as for optreaddefinition.
   std::int32_t optreadparameterfile(std::string_view filename);
