@@ -71,6 +71,8 @@ class tminiparser : public tobject {
   void textopen(std::string_view bytes);
   /// Opens what there is: the bytes, or else the file. The result is that of fileopen.
   int open(const linesource& from);
+  /// The system's number of the read that failed, which ended the lines; 0 if none did.
+  int failure() const { return srcfile_.failure(); }
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the
