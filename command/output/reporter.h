@@ -25,9 +25,14 @@ struct tally {
   std::size_t unreadable = 0;  ///< of these
   std::size_t dotoptions = 0;
   std::size_t indicators = 0;
+  std::size_t omitted = 0;  ///< of the errors: those that are counted but not shown
 
-  /// The exit status: 2 if a file could not be read, else 1 if there are errors, else 0.
-  int status() const { return unreadable > 0 ? statusunusable : errors > 0 ? statuserrors : 0; }
+  /// The exit status: 2 if a file could not be read, else 1 if there are errors, or warnings where
+  /// these count as errors, else 0.
+  int status(bool strict = false) const {
+    if (unreadable > 0) return statusunusable;
+    return errors + (strict ? warnings : 0) > 0 ? statuserrors : 0;
+  }
 };
 
 /// Takes findings in their order, and at the end what they come to.
