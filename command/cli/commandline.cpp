@@ -120,9 +120,9 @@ std::vector<std::string> nearestflags(std::string_view wrong, std::vector<std::s
     return text;
   };
   std::erase_if(names, [](const std::string& name) { return !name.starts_with("--"); });
-  std::vector<knownname> known;
-  for (const std::string& name : names)
-    known.push_back({bare(name), static_cast<std::int32_t>(known.size())});
+  std::vector<knownname> known(names.size());
+  for (std::size_t i = 0; i < names.size(); i++)
+    known[i] = {bare(names[i]), static_cast<std::int32_t>(i)};
   std::vector<std::string> result = nearestnames(known).nearest(bare(wrong));
   for (std::string& each : result) {
     std::ranges::replace(each, '_', '-');
