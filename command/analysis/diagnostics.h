@@ -60,6 +60,10 @@ enum class filerole { definition, parameters };
 std::vector<diagnostic> observations(const std::string& file, const sourcefile& source,
                                      filerole role);
 
+/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
+inline constexpr int statuserrors = 1;
+inline constexpr int statusunusable = 2;
+
 /// What a run has found, over all files.
 struct tally {
   std::size_t errors = 0;
@@ -68,9 +72,14 @@ struct tally {
   std::size_t unreadable = 0;  ///< of these
   std::size_t dotoptions = 0;
   std::size_t indicators = 0;
+  std::size_t omitted = 0;  ///< of the errors: those that are counted but not shown
 
-  /// The exit status: 2 if a file could not be read, else 1 if there are errors, else 0.
-  int status() const { return unreadable > 0 ? 2 : errors > 0 ? 1 : 0; }
+  /// The exit status: 2 if a file could not be read, else 1 if there are errors, or warnings where
+  /// these count as errors, else 0.
+  int status(bool strict = false) const {
+    if (unreadable > 0) return statusunusable;
+    return errors + (strict ? warnings : 0) > 0 ? statuserrors : 0;
+  }
 };
 
 /// Takes findings in their order, and at the end what they come to.

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/diagnostics.h"
+
 namespace command {
 
 /// What a writer puts into the file that it is handed the name of: a file in memory, so that
@@ -17,9 +19,6 @@ std::optional<std::string> captured(const std::function<int(const std::string& n
 /// renamed, and keeps its permissions; a device, a pipe and the like are written as they are. The
 /// result is 0 or the system's error number, and then the file is what it was.
 int deliver(const std::string& file, std::string_view text);
-
-/// The exit status where a file could not be read or written.
-inline constexpr int statusunusable = 2;
 
 /// `optxv: file: reason` on standard error for a system error number; gives the exit status. An
 /// empty name is standard output.

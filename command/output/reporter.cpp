@@ -57,7 +57,10 @@ class linereporter : public reporter {
     if (!found.nearest.empty()) put(out_, finding(where, severity::note, question(found.nearest)));
   }
 
-  void summary(const tally& total) override { put(out_, summaryline(total) + '\n'); }
+  void summary(const tally& total) override {
+    if (total.omitted > 0) put(out_, counted(total.omitted, "more error") + " not shown\n");
+    put(out_, summaryline(total) + '\n');
+  }
 
  private:
   std::string styled(std::string_view style, std::string_view text) const {
@@ -129,7 +132,8 @@ class jsonreporter : public reporter {
                                    {"files", total.files},
                                    {"unreadable", total.unreadable},
                                    {"dotoptions", total.dotoptions},
-                                   {"indicators", total.indicators}}}};
+                                   {"indicators", total.indicators},
+                                   {"omitted", total.omitted}}}};
     put(out_, result.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n');
   }
 

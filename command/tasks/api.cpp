@@ -5,7 +5,7 @@
 
 #include "output/reporter.h"
 #include "output/tables.h"
-#include "tasks/subcommands.h"
+#include "tasks/tasks.h"
 
 namespace command {
 namespace {
@@ -73,8 +73,8 @@ std::string asjson() {
 
 }  // namespace
 
-int api(bool json) {
-  put(stdout, json ? asjson() : astable());
+int api(const request& given) {
+  put(stdout, given.json ? asjson() : astable());
   return 0;
 }
 

@@ -1,86 +1,29 @@
-// check and help: the subcommands that pass on what the library says.
+// check: everything that is wrong with the files.
 
-#include "analysis/nearest.h"
+#include <memory>
+
+#include "output/limited.h"
 #include "output/reporter.h"
-#include "tasks/subcommands.h"
-#include "text/textform.h"
+#include "tasks/tasks.h"
 
 namespace command {
 namespace {
 
-std::string withunderscores(std::string text) {
-  for (char& c : text)
-    if (c == ' ') c = '_';
-  return text;
-}
-
-bool isnumber(const std::string& text) {
-  return !text.empty() && text.find_first_not_of("+-0123456789") == text.npos;
-}
-
-/// The library answers a name that it does not know with the help by group, and says nothing.
-void tellunknown(const optionset& options, const std::string& request) {
-  if (request.empty() || isnumber(request) || options.find(withunderscores(request)) > 0) return;
-  const nearestnames names(optionnames(options, request.starts_with('.')));
-  put(stderr, "optxv: note: no option is called " + inquotes(request) + '\n');
-  const std::vector<std::string> nearest = names.nearest(request);
-  if (!nearest.empty()) put(stderr, "optxv: note: " + question(nearest) + '\n');
-}
-
-/// What the library says on a request, as lines. A warning goes out at once.
-std::string helptext(optionset& options, std::string_view request) {
-  std::string text;
-  options.clearmessages();
-  options.showhelp(request);
-  for (std::int32_t position = 1; position <= options.messagecount(); position++) {
-    const message each = options.messageat(position);
-    if (each.kind == optMsgTooManyMsgs)
-      put(stderr, "optxv: warning: the help is cut short: " + printable(each.text) + '\n');
-    else
-      text += withoutcontrols(each.text) + '\n';
-  }
-  return text;
-}
-
-bool isblank(const std::string& text) {
-  return text.find_first_not_of('\n') == text.npos;
-}
-
-/// The help by group is empty where the definition names no group that is shown.
-void puthelp(optionset& options, const std::string& request) {
-  constexpr std::string_view alphabetical = "2";
-  std::string text = helptext(options, request);
-  if (isblank(text)) {
-    put(stderr, "optxv: note: no option stands in a group that the help shows\n");
-    text = helptext(options, alphabetical);
-  }
-  put(stdout, text);
+std::unique_ptr<reporter> reporterof(const request& given) {
+  std::unique_ptr<reporter> result = given.json ? makejson(stdout) : makelines(stdout);
+  if (given.maxerrors == 0) return result;
+  return makelimited(std::move(result), given.maxerrors);
 }
 
 }  // namespace
 
-int check(const readsettings& settings, bool json) {
+int check(const request& given) {
   optionset options;
-  const std::unique_ptr<reporter> report = json ? makejson(stdout) : makelines(stdout);
+  const std::unique_ptr<reporter> report = reporterof(given);
   session run(options, *report);
-  run.read(settings);
+  run.read(reading(given));
   run.summarize();
-  return run.total().status();
-}
-
-int help(const std::string& definition, const std::string& request) {
-  optionset options;
-  const std::unique_ptr<reporter> report = makelines(stderr);
-  session run(options, *report);
-  if (request.size() > optionset::longesttext) {
-    put(stderr, "optxv: error: the name has more bytes than any option can have\n");
-    return statusunusable;
-  }
-  if (run.read({.definition = definition})) {
-    tellunknown(options, request);
-    puthelp(options, request);
-  }
-  return run.total().status();
+  return run.total().status(given.strict);
 }
 
 }  // namespace command

@@ -7,7 +7,7 @@
 
 #include "output/reporter.h"
 #include "output/tables.h"
-#include "tasks/subcommands.h"
+#include "tasks/tasks.h"
 #include "text/textform.h"
 
 namespace command {
@@ -244,13 +244,13 @@ std::string asjson(const optionset& options, const optionset& fresh, bool all) {
 
 }  // namespace
 
-int show(const readsettings& settings, bool all, bool json) {
+int show(const request& given) {
   optionset options, fresh;
   const std::unique_ptr<reporter> report = makelines(stderr);
   session run(options, *report);
-  if (!run.read(settings)) return run.total().status();
-  fresh.readdefinition(readablepath(settings.definition));
-  put(stdout, json ? asjson(options, fresh, all) : astable(options, fresh, all));
+  if (!run.read(reading(given))) return run.total().status();
+  fresh.readdefinition(readablepath(given.definition));
+  put(stdout, given.json ? asjson(options, fresh, given.all) : astable(options, fresh, given.all));
   return run.total().status();
 }
 

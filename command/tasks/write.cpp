@@ -5,23 +5,23 @@
 
 #include "output/outputs.h"
 #include "output/reporter.h"
-#include "tasks/subcommands.h"
+#include "tasks/tasks.h"
 #include "text/textform.h"
 
 namespace command {
 
-int write(const readsettings& settings, const std::string& file) {
+int write(const request& given) {
   optionset options;
   const std::unique_ptr<reporter> report = makelines(stderr);
   session run(options, *report);
-  if (!run.read(settings)) return run.total().status();
+  if (!run.read(reading(given))) return run.total().status();
   // By way of a file in memory: the library ends the process if a write fails, and a full disk is
   // no reason for that.
   const std::optional<std::string> text =
       captured([&](const std::string& name) { return options.writeparameters(name); });
-  const int error = text ? deliver(file, *text) : errno;
+  const int error = text ? deliver(given.output, *text) : errno;
   if (error == 0) return run.total().status();
-  const std::string where = file.empty() ? "standard output" : printable(file);
+  const std::string where = given.output.empty() ? "standard output" : printable(given.output);
   put(stderr, where + ": error: cannot be written: " + systemtext(error) + '\n');
   return statusunusable;
 }

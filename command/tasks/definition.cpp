@@ -1,0 +1,12 @@
+// definition: what was understood of a definition, in the form of a definition.
+
+#include "tasks/documents.h"
+#include "tasks/tasks.h"
+
+namespace command {
+
+int definition(const request& given) {
+  return document(given, &optxv::tzmaoptionwriter::writedefinition);
+}
+
+}  // namespace command

@@ -1,0 +1,12 @@
+// include: the numbers of the options for Object Pascal.
+
+#include "tasks/documents.h"
+#include "tasks/tasks.h"
+
+namespace command {
+
+int include(const request& given) {
+  return document(given, &optxv::tzmaoptionwriter::writedelphiinc);
+}
+
+}  // namespace command

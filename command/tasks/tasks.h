@@ -1,0 +1,38 @@
+// What the command can do: a function for each subcommand, in a file of the same name. Each writes
+// its product to standard output or the file that the request names, whatever it finds wrong to
+// standard error (but check, whose product that is), and gives the exit status: 0, or 1 if there
+// were errors in the files, or 2 if a file could not be read or written.
+#pragma once
+
+#include "tasks/request.h"
+
+namespace command {
+
+/// Reads and tells everything that is found, as lines or as JSON.
+int check(const request& given);
+
+/// Reads and shows the options that are set, or all of them, as a table or as JSON.
+int show(const request& given);
+
+/// Shows the library's help: of one option, by mode, or by group if there is no topic.
+int help(const request& given);
+
+/// Reads and writes what is set as a parameter file.
+int write(const request& given);
+
+/// Writes the raw definition as a table in HTML.
+int html(const request& given);
+
+/// Writes what was understood of the definition in the form of a definition.
+int definition(const request& given);
+
+/// Writes the numbers of the options as an include file in Object Pascal.
+int include(const request& given);
+
+/// Writes the reference page index.html into a folder, which is made if there is none.
+int reference(const request& given);
+
+/// Shows version, build and signatures of the library's functions.
+int api(const request& given);
+
+}  // namespace command
