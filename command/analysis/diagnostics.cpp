@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {
@@ -187,7 +187,7 @@ place placein(std::string_view line, const subject& about) {
 }
 
 /// A nested file that does not open is told without its line: it is the one that names the file.
-std::int32_t lineof(const sourcefile& source, std::string_view name) {
+std::int32_t lineof(const textdocument& source, std::string_view name) {
   std::int32_t result = 0;
   for (std::int32_t number = 1; number <= source.linecount(); number++) {
     const std::string_view line = *source.line(number);
@@ -228,7 +228,7 @@ subject subjectof(std::string_view text) {
   return result;
 }
 
-void locate(diagnostic& found, const sourcefile& source) {
+void locate(diagnostic& found, const textdocument& source) {
   const subject about = subjectof(found.text);
   if (found.line == 0 && found.kind == optMsgUserError && tellsopen(found.text) &&
       !about.name.empty())

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "analysis/optionset.h"
-#include "text/source.h"
+#include "text/document.h"
 
 namespace command {
 
@@ -52,12 +52,12 @@ subject subjectof(std::string_view text);
 
 /// Fills in line and column, where they can be found in the source with certainty: the name or
 /// value that the text quotes must stand in one place alone, or where an entry begins.
-void locate(diagnostic& found, const sourcefile& source);
+void locate(diagnostic& found, const textdocument& source);
 
 /// What a file's text itself gives rise to, whatever it says: a byte-order mark, zero bytes, text
 /// that the library never gets to see.
 enum class filerole { definition, parameters };
-std::vector<diagnostic> observations(const std::string& file, const sourcefile& source,
+std::vector<diagnostic> observations(const std::string& file, const textdocument& source,
                                      filerole role);
 
 /// The exit status of a run with errors in its files, and of one whose files or words are unusable.
@@ -87,7 +87,7 @@ class reporter {
  public:
   virtual ~reporter() = default;
   /// BORROWS: the source of the finding's file, for the call.
-  virtual void take(const diagnostic& found, const sourcefile& source) = 0;
+  virtual void take(const diagnostic& found, const textdocument& source) = 0;
   virtual void summary(const tally& total) = 0;
 };
 

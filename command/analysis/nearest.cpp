@@ -5,7 +5,7 @@
 #include <bit>
 #include <set>
 
-#include "text/textform.h"
+#include "text/names.h"
 
 namespace command {
 namespace {

@@ -4,7 +4,8 @@
 #include <array>
 
 #include "analysis/diagnostics.h"
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -46,7 +47,7 @@ std::size_t placeof(const linetest& test, std::string_view line) {
   return iscomment(line) ? line.npos : test.place(line);
 }
 
-void addline(std::vector<diagnostic>& found, const std::string& file, const sourcefile& source,
+void addline(std::vector<diagnostic>& found, const std::string& file, const textdocument& source,
              const linetest& test) {
   std::size_t count = 0;
   for (std::int32_t number = 1; number <= source.linecount(); number++) {
@@ -71,7 +72,7 @@ struct bytemark {
 constexpr std::array<bytemark, 3> bytemarks = {
     {{"\xEF\xBB\xBF", "UTF-8"}, {"\xFF\xFE", "UTF-16"}, {"\xFE\xFF", "UTF-16"}}};
 
-void addmark(std::vector<diagnostic>& found, const std::string& file, const sourcefile& source) {
+void addmark(std::vector<diagnostic>& found, const std::string& file, const textdocument& source) {
   const std::string_view line = source.line(1).value_or("");
   for (const bytemark& mark : bytemarks) {
     if (!line.starts_with(mark.bytes)) continue;
@@ -139,7 +140,7 @@ bool continuesrecord(std::string_view line, const recordword* record) {
 }
 
 /// The line at which a definition ends before the file does; 0 if it does not.
-std::int32_t earlyend(const sourcefile& source) {
+std::int32_t earlyend(const textdocument& source) {
   const recordword* record = nullptr;
   for (std::int32_t number = 1; number <= source.linecount(); number++) {
     const std::string_view line = *source.line(number);
@@ -153,7 +154,7 @@ std::int32_t earlyend(const sourcefile& source) {
 /// Tells of an early end if records are lost by it: text of other kinds may well be meant to stand
 /// behind a definition.
 void addearlyend(std::vector<diagnostic>& found, const std::string& file,
-                 const sourcefile& source) {
+                 const textdocument& source) {
   const std::int32_t end = earlyend(source);
   std::size_t lost = 0;
   for (std::int32_t number = end; end > 0 && number <= source.linecount(); number++) {
@@ -172,11 +173,10 @@ void addearlyend(std::vector<diagnostic>& found, const std::string& file,
 
 }  // namespace
 
-std::vector<diagnostic> observations(const std::string& file, const sourcefile& source,
+std::vector<diagnostic> observations(const std::string& file, const textdocument& source,
                                      filerole role) {
   std::vector<diagnostic> found;
-  if (!source.known()) return found;
-  if (source.empty())
+  if (source.text().empty())
     found.push_back({.level = severity::note, .file = file, .text = "the file is empty"});
   addmark(found, file, source);
   for (const linetest& test : linetests) addline(found, file, source, test);

@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "text/textform.h"
-
 namespace command {
 namespace {
 
@@ -56,8 +54,9 @@ void session::summarize() {
 }
 
 bool session::readdefinition(const std::string& file) {
-  if (!opens(file)) return false;
-  if (const std::int32_t error = options_.readdefinition(readablepath(file)); error != 0) {
+  const textdocument* text = opens(file);
+  if (text == nullptr) return false;
+  if (const std::int32_t error = options_.readdefinition(readablepath(*text)); error != 0) {
     unreadable(file, systemtext(error));
     return false;
   }
@@ -68,8 +67,9 @@ bool session::readdefinition(const std::string& file) {
 }
 
 void session::readparameters(const std::string& file) {
-  if (!opens(file)) return;
-  if (const std::int32_t error = options_.readparameters(readablepath(file)); error != 0) {
+  const textdocument* text = opens(file);
+  if (text == nullptr) return;
+  if (const std::int32_t error = options_.readparameters(readablepath(*text)); error != 0) {
     unreadable(file, systemtext(error));
     options_.clearmessages();
     return;
@@ -77,16 +77,19 @@ void session::readparameters(const std::string& file) {
   takefindings(file, filerole::parameters);
 }
 
-bool session::opens(const std::string& file) {
+/// The text of a file of the command line; nil, once that is told, if there is none.
+const textdocument* session::opens(const std::string& file) {
   total_.files++;
-  if (file.size() > optionset::longesttext) {
-    unreadable(file, "the name has " + grouped(file.size()) + " bytes, more than the " +
-                         grouped(optionset::longesttext) + " that can be handled");
-    return false;
-  }
-  const int error = whynotreadable(file);
-  if (error != 0) unreadable(file, systemtext(error));
-  return error == 0;
+  const readresult& result = sources_.input(file);
+  if (const auto* failure = std::get_if<readfailure>(&result)) unreadable(file, failure->words());
+  return std::get_if<textdocument>(&result);
+}
+
+/// The text that a finding is about; an empty one where that cannot be shown.
+const textdocument& session::source(const std::string& file) {
+  static const textdocument nothing(std::string{}, std::string{});
+  const textdocument* text = sources_.shown(file);
+  return text == nullptr ? nothing : *text;
 }
 
 void session::unreadable(const std::string& file, const std::string& why) {
@@ -95,9 +98,9 @@ void session::unreadable(const std::string& file, const std::string& why) {
 }
 
 void session::takefindings(const std::string& file, filerole role) {
-  for (const diagnostic& each : observations(file, sources_.at(file), role)) take(each);
+  for (const diagnostic& each : observations(file, source(file), role)) take(each);
   for (diagnostic& each : findings(options_, file)) {
-    locate(each, sources_.at(each.file));
+    locate(each, source(each.file));
     suggest(each);
     take(each);
   }
@@ -107,7 +110,7 @@ void session::takefindings(const std::string& file, filerole role) {
 void session::take(const diagnostic& found) {
   if (found.level == severity::error) total_.errors++;
   if (found.level == severity::warning) total_.warnings++;
-  report_.take(found, sources_.at(found.file));
+  report_.take(found, source(found.file));
 }
 
 void session::suggest(diagnostic& found) {

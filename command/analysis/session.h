@@ -9,6 +9,7 @@
 #include "analysis/diagnostics.h"
 #include "analysis/nearest.h"
 #include "analysis/optionset.h"
+#include "text/shelf.h"
 #include "text/source.h"
 
 namespace command {
@@ -40,7 +41,8 @@ class session {
  private:
   bool readdefinition(const std::string& file);
   void readparameters(const std::string& file);
-  bool opens(const std::string& file);
+  const textdocument* opens(const std::string& file);
+  const textdocument& source(const std::string& file);
   void unreadable(const std::string& file, const std::string& why);
   void takefindings(const std::string& file, filerole role);
   void take(const diagnostic& found);
@@ -50,7 +52,7 @@ class session {
   optionset& options_;
   reporter& report_;
   tally total_;
-  sourcefiles sources_;
+  shelf sources_;
   std::optional<nearestnames> plainnames_, dottednames_;
 };
 

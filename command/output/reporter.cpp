@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -32,12 +32,11 @@ struct excerpt {
 excerpt excerptof(std::string_view line, std::size_t at, std::size_t length) {
   const std::size_t start = line.size() <= widestexcerpt || at < leadexcerpt ? 0 : at - leadexcerpt;
   const std::size_t end = std::min(line.size(), start + widestexcerpt);
-  std::string shown(line);
-  std::ranges::replace(shown, '\t', ' ');
   const std::size_t last = std::min(end, at + length);
-  const std::string before = (start > 0 ? "..." : "") + printable(shown.substr(start, at - start));
-  const std::string here = printable(shown.substr(at, last - at));
-  const std::string behind = printable(shown.substr(last, end - last));
+  const std::string before =
+      (start > 0 ? "..." : "") + printableline(line.substr(start, at - start));
+  const std::string here = printableline(line.substr(at, last - at));
+  const std::string behind = printableline(line.substr(last, end - last));
   return {before + here + behind + (end < line.size() ? "..." : ""), columns(before),
           columns(here)};
 }
@@ -46,9 +45,9 @@ class linereporter : public reporter {
  public:
   explicit linereporter(std::FILE* out) : out_(out), colours_(wantscolour(out)) {}
 
-  void take(const diagnostic& found, const sourcefile& source) override {
+  void take(const diagnostic& found, const textdocument& source) override {
     if (found.level == severity::plain) {
-      put(out_, withoutcontrols(found.text) + '\n');
+      put(out_, printableline(found.text) + '\n');
       return;
     }
     const std::string where = placeof(found);
@@ -81,7 +80,7 @@ class linereporter : public reporter {
            ' ' + printable(text) + '\n';
   }
 
-  std::string excerptlines(const diagnostic& found, const sourcefile& source) const {
+  std::string excerptlines(const diagnostic& found, const textdocument& source) const {
     const auto line = source.line(found.line);
     if (!line) return {};
     const bool placed = found.column > 0 && found.column <= line->size();
@@ -107,7 +106,7 @@ class jsonreporter : public reporter {
  public:
   explicit jsonreporter(std::FILE* out) : out_(out) {}
 
-  void take(const diagnostic& found, const sourcefile& source) override {
+  void take(const diagnostic& found, const textdocument& source) override {
     ordered_json row = {
         {"file", found.file},
         {"severity", found.level == severity::plain ? "help" : severityword(found.level)}};

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "analysis/diagnostics.h"
-#include "text/source.h"
+#include "text/document.h"
 
 namespace command {
 

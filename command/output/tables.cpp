@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {

@@ -1,7 +1,9 @@
-// File descriptors: owned, read to their end, written whole; and files that are in memory alone.
+// File descriptors, owned; and what the system says of them.
 #pragma once
 
-#include <optional>
+#include <sys/stat.h>
+
+#include <compare>
 #include <string>
 #include <string_view>
 
@@ -22,18 +24,20 @@ class descriptor {
   int number_;
 };
 
-/// A file in memory, which anything can open under its path while this lives.
-/// number() is -1, with errno set, if the system has no such file.
-class memoryfile : public descriptor {
- public:
-  memoryfile();
-  std::string path() const;
+/// What tells one file from every other while both exist, whatever their names are.
+struct identity {
+  dev_t device = 0;
+  ino_t inode = 0;  ///< 0 with device 0: no file
+  auto operator<=>(const identity&) const = default;
 };
-
-/// What a descriptor gives from where it stands to its end; nothing, with errno set, on a failure.
-std::optional<std::string> readall(int file);
+inline identity identityof(const struct stat& status) {
+  return {status.st_dev, status.st_ino};
+}
 
 /// Writes all of the text; false, with errno set, on a failure.
 bool writeall(int file, std::string_view text);
+
+/// The system's words for an error number.
+std::string systemtext(int error);
 
 }  // namespace command

@@ -121,9 +121,7 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
        ".: error: cannot be read: Is a directory\n" + none + "2 errors in 4 files, 2 not read\n",
        ""},
       {"check s.def " + name,
-       name + ": error: cannot be read: the name has 256 bytes, more than the 255 that can be "
-              "handled\n1 error in 2 files, 1 not read\n",
-       ""},
+       name + ": error: cannot be read: File name too long\n1 error in 2 files, 1 not read\n", ""},
       {"help none", "", none},
       {"write s.def good -o none/x", "",
        "none/x: error: cannot be written: No such file or directory\n"},
@@ -206,6 +204,13 @@ TEST_F(Command, HelpWithoutGroupsGoesByName) {
   EXPECT_EQ(got.out, run("help p 2").out);
   EXPECT_LT(got.out.find("a: A"), got.out.find("b: B"));
   EXPECT_EQ(got.err, "optxv: note: no option stands in a group that the help shows\n");
+}
+
+TEST_F(Command, HelpSteersNoTerminal) {
+  save("p", "b boolean 1 0 1 1 He\x9blp\xe2\x80\xae\tx\n \x1b]0;title\x07 \xc3\xa9\n");
+  const std::string out = run("help p b").out;
+  EXPECT_NE(out.find("He\\x9Blp\\xE2\\x80\\xAE x\n"), out.npos) << out;
+  EXPECT_NE(out.find("\\x1B]0;title\\x07 \xc3\xa9\n"), out.npos) << out;
 }
 
 TEST_F(Command, JsonHoldsTheSame) {

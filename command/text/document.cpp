@@ -1,0 +1,140 @@
+#include "text/document.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <new>
+#include <utility>
+
+namespace command {
+namespace {
+
+/// The line feeds before the start of each block are kept: with them, no line is further away than
+/// the scan of one block.
+constexpr std::size_t blocksize = 512;
+
+static_assert(textdocument::largest <= INT32_MAX, "lines and line feeds are counted in 32 bits");
+
+std::size_t feedsin(std::string_view text) {
+  return static_cast<std::size_t>(std::ranges::count(text, '\n'));
+}
+
+int opened(const std::string& name) {
+  if (name.find('\0') != name.npos) {
+    errno = ENOENT;  // no file has such a name, and the system would see half of it
+    return -1;
+  }
+  for (;;) {
+    const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    if (file >= 0 || errno != EINTR) return file;
+  }
+}
+
+/// Adds what there is up to the end; 0, or a system error number, EFBIG at the first byte over the
+/// limit.
+int readall(int file, std::string& text, std::size_t limit) {
+  std::array<char, std::size_t{64} << 10> block;
+  for (;;) {
+    const ssize_t got = ::read(file, block.data(), block.size());
+    if (got == 0) return 0;
+    if (got < 0 && errno != EINTR) return errno;
+    if (got < 0) continue;
+    const auto count = static_cast<std::size_t>(got);
+    if (count > limit - text.size()) return EFBIG;
+    text.append(block.data(), count);
+  }
+}
+
+/// The same for a file of known kind and size, which spares both time and memory.
+int readsized(int file, const struct stat& status, std::string& text, std::size_t limit) {
+  if (S_ISREG(status.st_mode)) {
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size > limit) return EFBIG;
+    text.reserve(size);
+  }
+  return readall(file, text, limit);
+}
+
+}  // namespace
+
+std::string readfailure::words() const {
+  if (error != EFBIG) return systemtext(error);
+  if (limit == textdocument::largest) return "larger than 1 GiB";
+  return "larger than 1 GiB together with the files before it";
+}
+
+textdocument::textdocument(std::string name, std::string text)
+    : textdocument(std::move(name),
+                   std::make_shared<content>(content{std::move(text), {}, false})) {}
+
+readresult textdocument::read(const std::string& name, std::size_t limit) {
+  if (name != "-") return readfile(name, limit);
+  static const readresult input = readdescriptor(name, STDIN_FILENO, largest);
+  const auto* text = std::get_if<textdocument>(&input);
+  if (text != nullptr && text->text().size() > limit) return readfailure{EFBIG, limit};
+  return input;
+}
+
+readresult textdocument::readfile(const std::string& name, std::size_t limit) {
+  const descriptor file(opened(name));
+  if (file.number() < 0) return readfailure{errno, limit};
+  return readdescriptor(name, file.number(), limit);
+}
+
+readresult textdocument::readdescriptor(const std::string& name, int file, std::size_t limit) try {
+  struct stat status = {};
+  if (fstat(file, &status) != 0) return readfailure{errno, limit};
+  const bool regular = S_ISREG(status.st_mode) && name != "-";
+  const auto shared = std::make_shared<content>(content{{}, identityof(status), regular});
+  const int error = readsized(file, status, shared->text, limit);
+  if (error != 0) return readfailure{error, limit};
+  return textdocument(name, shared);
+} catch (const std::bad_alloc&) {
+  return readfailure{ENOMEM, limit};
+}
+
+textdocument textdocument::named(std::string name) const {
+  return {std::move(name), content_};
+}
+
+const std::vector<std::uint32_t>& textdocument::feeds() const {
+  std::vector<std::uint32_t>& counts = content_->feeds;
+  if (!counts.empty()) return counts;
+  counts.reserve(text().size() / blocksize + 1);
+  std::size_t sum = 0;
+  for (std::size_t at = 0; at <= text().size(); at += blocksize) {
+    counts.push_back(static_cast<std::uint32_t>(sum));
+    sum += feedsin(text().substr(at, blocksize));
+  }
+  return counts;
+}
+
+std::int32_t textdocument::linecount() const {
+  const std::size_t last = feeds().size() - 1;
+  const std::size_t ends = feeds()[last] + feedsin(text().substr(last * blocksize));
+  const bool open = !text().empty() && text().back() != '\n';
+  return static_cast<std::int32_t>(ends + (open ? 1 : 0));
+}
+
+/// Where a line begins: after the line feed that ends the one before it. REQUIRES: there is one.
+std::size_t textdocument::startof(std::int32_t number) const {
+  if (number == 1) return 0;
+  const auto before = static_cast<std::uint32_t>(number - 1);
+  const auto block = std::prev(std::ranges::lower_bound(feeds(), before));
+  auto at = static_cast<std::size_t>(block - feeds().begin()) * blocksize;
+  for (std::uint32_t passed = *block; passed < before; passed++) at = text().find('\n', at) + 1;
+  return at;
+}
+
+std::optional<std::string_view> textdocument::line(std::int32_t number) const {
+  if (number < 1 || number > linecount()) return std::nullopt;
+  std::string_view found = text().substr(startof(number));
+  found = found.substr(0, found.find('\n'));
+  if (found.ends_with('\r')) found.remove_suffix(1);
+  return found;
+}
+
+}  // namespace command

@@ -1,0 +1,19 @@
+// Names of options and the words of the languages: their characters, and when two are the same.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace command {
+
+/// Equality and search without regard to the case of A to Z; no other letter has two cases.
+char folded(char c);
+std::string folded(std::string_view text);
+bool samename(std::string_view left, std::string_view right);
+
+/// The characters that make up names of options: A to Z in either case, 0 to 9, the underscore.
+bool isletter(char c);
+bool isdigit(char c);
+bool isnamecharacter(char c);
+
+}  // namespace command
