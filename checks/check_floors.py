@@ -47,8 +47,9 @@ class Floors:
     def _may_be_granted(self, grant, unit):
         if grant in ('*', PUBLIC) or grant.startswith('<'):
             return True
-        if grant.split('/')[0] != unit.split('/')[0]:
-            return self.unit_of(grant) is not None
+        tree, own = grant.split('/')[0], unit.split('/')[0]
+        if tree != own:
+            return self.unit_of(grant) is not None and self.trees.index(tree) < self.trees.index(own)
         return grant in self.level and (grant.startswith(unit + '/') or self.level[grant] < self.level[unit])
 
     def unit_of(self, path):

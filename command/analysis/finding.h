@@ -70,22 +70,25 @@ struct finding {
 /// Takes findings as they are made.
 using findingtaker = std::function<void(const finding&)>;
 
+/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
+inline constexpr int statuserrors = 1;
+inline constexpr int statusunusable = 2;
+
 /// What the findings and files of a run come to.
 struct tally {
   std::size_t errors = 0;
   std::size_t warnings = 0;
   std::size_t files = 0;       ///< that the command was given
   std::size_t unreadable = 0;  ///< of these
-  std::size_t unshown = 0;     ///< findings that were made and not told
   std::size_t dotoptions = 0;
   std::size_t indicators = 0;
+  std::size_t omitted = 0;  ///< of the errors: those that are counted but not shown
 
-  /// Whether there is something that counts: with `strict`, warnings do too.
-  bool faulty(bool strict) const { return errors > 0 || (strict && warnings > 0); }
-  /// The exit status: 2 if a file could not be read, else 1 if the files are faulty, else 0.
+  /// The exit status: 2 if a file could not be read, else 1 if there are errors, or warnings where
+  /// these count as errors, else 0.
   int status(bool strict = false) const {
-    constexpr int faultyfiles = 1, unreadablefile = 2;
-    return unreadable > 0 ? unreadablefile : faulty(strict) ? faultyfiles : 0;
+    if (unreadable > 0) return statusunusable;
+    return errors + (strict ? warnings : 0) > 0 ? statuserrors : 0;
   }
 };
 

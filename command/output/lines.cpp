@@ -68,7 +68,10 @@ class linereporter : public reporter {
     put(out_, text);
   }
 
-  void summary(const tally& total) override { put(out_, summaryline(total) + '\n'); }
+  void summary(const tally& total) override {
+    if (total.omitted > 0) put(out_, counted(total.omitted, "more error") + " not shown\n");
+    put(out_, summaryline(total) + '\n');
+  }
 
  private:
   static std::string_view styleof(severity level) {

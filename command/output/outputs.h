@@ -1,21 +1,17 @@
-// How the command's products reach their files: whole, or not at all.
+// The former face of delivery.h, for the tasks that still call it; goes with the last of them.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-#include "output/reporter.h"
 #include "text/memoryfile.h"
 
 namespace command {
 
-/// Writes a text to a file; an empty name is standard output. A regular file is written beside and
-/// renamed, and keeps its permissions; a device, a pipe and the like are written as they are. The
-/// result is 0 or the system's error number, and then the file is what it was.
+/// Delivers a text to a file; an empty name is standard output. Gives 0 or a system error number.
 int deliver(const std::string& file, std::string_view text);
 
-/// `optxv: file: reason` on standard error for a system error number; gives the exit status. An
-/// empty name is standard output.
+/// `optxv: error: file: reason` for a system error number; gives the exit status.
 int unusable(const std::string& file, int error);
 
 }  // namespace command

@@ -32,7 +32,6 @@ std::string summaryline(const tally& total) {
   if (text.empty()) text = "no errors";
   text += " in " + counted(total.files, "file");
   if (total.unreadable > 0) add(grouped(total.unreadable) + " not read");
-  if (total.unshown > 0) add(counted(total.unshown, "finding") + " not shown");
   if (total.dotoptions > 0) add(counted(total.dotoptions, "dot option"));
   if (total.indicators > 0) add(counted(total.indicators, "indicator"));
   return text;

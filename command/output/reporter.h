@@ -10,10 +10,6 @@
 
 namespace command {
 
-/// The exit status of a run with errors in its files, and of one whose files or words are unusable.
-inline constexpr int statuserrors = 1;
-inline constexpr int statusunusable = 2;
-
 /// Takes findings in their order, and at the end what they come to. Each is written as it comes, so
 /// that memory does not grow with them.
 class reporter {

@@ -4,40 +4,26 @@
 
 #include "analysis/run.h"
 #include "output/json.h"
+#include "output/limited.h"
 #include "output/lines.h"
 #include "tasks/tasks.h"
 
 namespace command {
 namespace {
 
-/// Passes findings on up to a number of errors, and counts the others.
-class limited {
- public:
-  limited(reporter& report, std::size_t most) : report_(report), most_(most) {}
-
-  void take(const finding& found) {
-    if (found.level == severity::error) errors_++;
-    if (most_ > 0 && errors_ > most_)
-      unshown_++;
-    else
-      report_.take(found);
-  }
-  std::size_t unshown() const { return unshown_; }
-
- private:
-  reporter& report_;
-  std::size_t most_, errors_ = 0, unshown_ = 0;
-};
+std::unique_ptr<reporter> reporterof(const request& given) {
+  std::unique_ptr<reporter> result = given.json ? makejson(stdout) : makelines(stdout);
+  if (given.maxerrors == 0) return result;
+  return makelimited(std::move(result), given.maxerrors);
+}
 
 }  // namespace
 
 int check(const request& given) {
-  const std::unique_ptr<reporter> report = given.json ? makejson(stdout) : makelines(stdout);
-  limited shown(*report, given.maxerrors);
-  run reading([&](const finding& found) { shown.take(found); }, {.checks = true});
+  const std::unique_ptr<reporter> report = reporterof(given);
+  run reading([&](const finding& found) { report->take(found); }, {.checks = true});
   reading.read(readingof(given));
-  tally total = reading.total();
-  total.unshown = shown.unshown();
+  const tally total = reading.total();
   report->summary(total);
   return total.status(given.strict);
 }

@@ -9,8 +9,6 @@
 #include <new>
 #include <utility>
 
-#include "text/printable.h"
-
 namespace command {
 namespace {
 
@@ -65,7 +63,7 @@ int readsized(int file, const struct stat& status, std::string& text, std::size_
 std::string readfailure::words() const {
   if (error != EFBIG) return systemtext(error);
   if (limit == textdocument::largest) return "larger than 1 GiB";
-  return "larger than the " + grouped(limit) + " bytes that are left of 1 GiB for all files";
+  return "larger than 1 GiB together with the files before it";
 }
 
 textdocument::textdocument(std::string name, std::string text)

@@ -17,9 +17,9 @@ namespace command {
 /// Why a document cannot be read.
 struct readfailure {
   int error = 0;          ///< the system's error number; EFBIG for a text that is over the limit
-  std::size_t limit = 0;  ///< that limit, in bytes
+  std::size_t limit = 0;  ///< that limit, in bytes: textdocument::largest, or what is left of it
 
-  /// As words: "No such file or directory", "larger than 1 GiB".
+  /// As words: "No such file or directory", "larger than 1 GiB", alone or with others.
   std::string words() const;
 };
 

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <ranges>
-
 namespace command {
 namespace {
 
@@ -28,8 +26,9 @@ const textdocument* shelf::shown(const std::string& name) {
 }
 
 std::vector<identity> shelf::identities() const {
-  const auto ids = std::views::keys(files_);
-  return {ids.begin(), ids.end()};
+  std::vector<identity> ids;
+  for (const auto& [id, text] : files_) ids.push_back(id);
+  return ids;
 }
 
 readresult shelf::read(const std::string& name) const {

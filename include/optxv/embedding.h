@@ -394,6 +394,15 @@ OPTXV_EMBEDDING_API int32_t optxv_read_definition_text(optxv_handle handle, cons
 OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const char* name,
                                                       const char* bytes, size_t size);
 
+/*
+ * What optWriteParameterFile would write, to a function of the program: it is called once, with
+ * `context` and the whole text, which is good until it returns. 0; or ENOMEM where memory ran out
+ * before the call; or what the function returned, which is the program's own.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_write_parameter_text(
+    optxv_handle handle, int32_t (*take)(void* context, const char* bytes, size_t size),
+    void* context);
+
 #ifdef __cplusplus
 }
 #endif

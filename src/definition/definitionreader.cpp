@@ -325,7 +325,7 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, charset());
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgDefineError, optxv_fault_cannot_open, "Cannot open option file ",
+    addfilefailure(optMsgDefineError, optxv_fault_cannot_open, "Cannot open option file ",
                    source.name, code);
     return code;
   }
@@ -335,10 +335,11 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));
   definitionreader(*this, reader).read();
-  endsource(0);
+  const int failure = readfailure(optMsgDefineError, "Cannot read option file ", source.name);
+  endsource(failure);
   // A list grows eightfold; what a table needs from here on are a few options made at run time.
   optionlist.setcapacity(optionlist.count() + sparecapacity);
-  return 0;
+  return failure;
 }
 
 }  // namespace optxv

@@ -111,11 +111,21 @@ void printfailure(std::string_view message) {
   std::fflush(stdout);
 }
 
+/// Where memory runs out, a handler that the program has set has its say first, as with operator
+/// new. False if there is none, else there may be room now.
+bool madespace() {
+  const std::new_handler handler = std::get_new_handler();
+  if (handler != nullptr) handler();
+  return handler != nullptr;
+}
+
 }  // namespace
 
 void* getmem(std::int64_t size) {
   if (size <= 0) return nullptr;
-  void* const block = std::malloc(static_cast<std::size_t>(size));
+  void* block = nullptr;
+  do block = std::malloc(static_cast<std::size_t>(size));
+  while (block == nullptr && madespace());
   if (block == nullptr) raisecause(cause::allocation);
   bytesinuse.add(size);
   blocksinuse.add(1);
@@ -135,7 +145,9 @@ void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize) {
     freemem(block, oldsize);
     return nullptr;
   }
-  void* const moved = std::realloc(block, static_cast<std::size_t>(newsize));
+  void* moved = nullptr;
+  do moved = std::realloc(block, static_cast<std::size_t>(newsize));
+  while (moved == nullptr && madespace());
   if (moved == nullptr) {
     freemem(block, oldsize);
     raisecause(cause::reallocation);

@@ -19,7 +19,8 @@ namespace optxv {
 
 /// A block of size bytes, its content undefined, aligned for any object.
 ///
-/// Returns nil for a size of zero or less. Raises eoutofmemory if there is no such block.
+/// Returns nil for a size of zero or less. Raises eoutofmemory if there is no such block,
+/// after the handler of std::set_new_handler, if the program has set one, has been asked for room.
 /// OWNS: the caller, who gives it back with freemem and the same size.
 OPTXV_EXPORT void* getmem(std::int64_t size);
 

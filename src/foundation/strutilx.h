@@ -172,16 +172,11 @@ int pstrucmp(const unsigned char* p, const unsigned char* q) noexcept;
 bool pstrequal(const unsigned char* p, const unsigned char* q) noexcept;
 bool pstruequal(const unsigned char* p, const unsigned char* q) noexcept;
 
-/// A heap string that a class holds as a field; the size of a pointer. Moves, and is not copied.
+/// A heap string that a class holds as a field; the size of a pointer. Not copied.
 class heapstring {
  public:
   heapstring() noexcept = default;
   explicit heapstring(std::string_view s) : text_(newstring(s)) {}
-  heapstring(heapstring&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-  heapstring& operator=(heapstring&& other) noexcept {
-    std::swap(text_, other.text_);
-    return *this;
-  }
   heapstring& operator=(std::string_view s) {
     assign(s);
     return *this;
@@ -196,8 +191,6 @@ class heapstring {
   bool isnil() const noexcept { return text_ == nullptr; }
   /// Lets go of the string. OWNS: the caller.
   pstring release() noexcept { return std::exchange(text_, nullptr); }
-  /// BORROWS: for the functions on pstring above.
-  const unsigned char* get() const noexcept { return text_; }
 
  private:
   pstring text_ = nullptr;

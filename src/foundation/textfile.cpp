@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
@@ -41,26 +42,71 @@ int openfile(const char* name, int flags) {
   return -1;
 }
 
-/// One byte of the standard input, or EOF.
-int getstandard() {
-  for (;;) {
+constexpr int signalcount = 64;
+
+constexpr std::uint64_t bitof(int signal) {
+  return std::uint64_t{1} << (signal - 1);
+}
+
+/// The signals that are caught without a wish to restart what they interrupt.
+std::uint64_t interruptingsignals() {
+  std::uint64_t all = 0;
+  for (int signal = 1; signal <= signalcount; ++signal) {
+    struct sigaction action;
+    if (::sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_DFL &&
+        action.sa_handler != SIG_IGN && (action.sa_flags & SA_RESTART) == 0)
+      all |= bitof(signal);
+  }
+  return all;
+}
+
+/// Holds signals back for its life. A C library whose write is interrupted throws away what it had
+/// held back, so that calling it again would lose text.
+class heldback {
+ public:
+  explicit heldback(std::uint64_t signals) : any_(signals != 0) {
+    if (!any_) return;
+    sigset_t set;
+    ::sigemptyset(&set);
+    for (int signal = 1; signal <= signalcount; ++signal)
+      if ((signals & bitof(signal)) != 0) ::sigaddset(&set, signal);
+    ::pthread_sigmask(SIG_BLOCK, &set, &before_);
+  }
+  heldback(const heldback&) = delete;
+  heldback& operator=(const heldback&) = delete;
+  ~heldback() {
+    if (any_) ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+
+ private:
+  bool any_;
+  sigset_t before_;
+};
+
+/// The length of a skipped text without the carriage return that may be its last byte.
+std::size_t withoutreturn(std::size_t length, char last) {
+  return last == '\r' ? length - 1 : length;
+}
+
+}  // namespace
+
+// Standard input ---------------------------------------------------------------------------------
+
+/// One byte of the standard input, or EOF. Nothing is tried again after a failure.
+int textfile::getstandard() {
+  while (!ended_) {
     errno = 0;
     const int c = std::getc(stdin);
     if (c != EOF || std::ferror(stdin) == 0 || errno == 0) return c;
-    if (errno != EINTR) {
-      fail(errno);
-      return c;
-    }
-    std::clearerr(stdin);
+    if (errno != EINTR)
+      failread(errno);
+    else
+      std::clearerr(stdin);
   }
+  return EOF;
 }
 
-/// The same byte, which stays unread.
-int peekstandard() {
-  return std::ungetc(getstandard(), stdin);
-}
-
-int readstandard(char* dest, int maximum) {
+int textfile::readstandard(char* dest, int maximum) {
   int count = 0;
   while (count < maximum) {
     const int c = getstandard();
@@ -71,12 +117,7 @@ int readstandard(char* dest, int maximum) {
   return count;
 }
 
-/// The length of a skipped text without the carriage return that may be its last byte.
-std::size_t withoutreturn(std::size_t length, char last) {
-  return last == '\r' ? length - 1 : length;
-}
-
-std::size_t skipstandard() {
+std::size_t textfile::skipstandard() {
   std::size_t skipped = 0;
   char last = '\0';
   for (int c = getstandard(); c != EOF; c = getstandard(), ++skipped) {
@@ -86,7 +127,7 @@ std::size_t skipstandard() {
   return skipped;
 }
 
-}  // namespace
+// Opening ----------------------------------------------------------------------------------------
 
 void textfile::assign(std::string_view name) {
   const shortstring kept(name);
@@ -100,6 +141,7 @@ void textfile::begin() {
   close();
   setioresult(0);
   ended_ = false;
+  failure_ = 0;
 }
 
 void textfile::open(int flags, mode opened, mode standard) {
@@ -129,6 +171,22 @@ void textfile::resetmemory(std::string_view bytes) {
 
 void textfile::rewrite() {
   open(O_WRONLY | O_CREAT | O_TRUNC, mode::writing, mode::standardoutput);
+  if (mode_ == mode::standardoutput) interrupting_ = interruptingsignals();
+}
+
+void textfile::rewritememory(std::string& text) {
+  begin();
+  text.clear();
+  text_ = &text;
+  mode_ = mode::writingmemory;
+}
+
+// Reading and writing ----------------------------------------------------------------------------
+
+void textfile::failread(int number) {
+  fail(number);
+  failure_ = number;
+  ended_ = true;
 }
 
 /// Sees to it that there is an unread byte; false where the file ends or fails.
@@ -137,8 +195,8 @@ bool textfile::fill() {
   if (mode_ != mode::reading || ended_) return false;
   const ssize_t got =
       untilnotinterrupted([&] { return ::read(descriptor_, block_.get(), blocksize); });
-  if (got < 0) fail(errno);
-  ended_ = got <= 0;
+  if (got < 0) failread(errno);
+  if (got == 0) ended_ = true;
   if (ended_) return false;
   next_ = block_.get();
   end_ = next_ + got;
@@ -146,7 +204,7 @@ bool textfile::fill() {
 }
 
 bool textfile::eof() {
-  if (mode_ == mode::standardinput) return peekstandard() == EOF;
+  if (mode_ == mode::standardinput) return std::ungetc(getstandard(), stdin) == EOF;
   return !fill();
 }
 
@@ -202,7 +260,13 @@ void textfile::flush() {
 
 void textfile::write(std::string_view text) {
   if (mode_ == mode::standardoutput) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail(errno);
+    const heldback signals(interrupting_);
+    if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+      fail(errno);
+    return;
+  }
+  if (mode_ == mode::writingmemory) {
+    text_->append(text);
     return;
   }
   if (mode_ != mode::writing) return fail(EBADF);
@@ -217,11 +281,15 @@ void textfile::write(std::string_view text) {
 
 void textfile::close() {
   if (mode_ == mode::writing) flush();
-  if (mode_ == mode::standardoutput && std::fflush(stdout) != 0) fail(errno);
+  if (mode_ == mode::standardoutput) {
+    const heldback signals(interrupting_);
+    if (std::fflush(stdout) != 0) fail(errno);
+  }
   if (descriptor_ >= 0 && ::close(descriptor_) != 0 && errno != EINTR) fail(errno);
   descriptor_ = -1;
   block_.reset();
   next_ = end_ = nullptr;
+  text_ = nullptr;
   mode_ = mode::closed;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,10 +24,11 @@ namespace optxv {
 /// resetmemory and rewritememory open a text in memory instead, whatever the name. Reading it is
 /// reading a file of these bytes, in every respect.
 ///
-/// Nothing here raises. A failure stores the system's error number where ioresult (runtime.h)
-/// finds it, and the operation ends as if the file ended there; the caller checks when it likes.
-/// Text written is held back until the block is full or the file is closed, so that close must
-/// be called, and the error code looked at, by who wants to know of every failure.
+/// Nothing here raises, but for a text in memory that runs out of it. A failure stores the system's
+/// error number where ioresult (runtime.h) finds it, and the operation ends as if the file ended
+/// there; the caller checks when it likes. Text written is held back until the block is full or the
+/// file is closed, so that close must be called, and the error code looked at, by who wants to know
+/// of every failure.
 ///
 /// INVARIANT: a closed file is at its end, reads as empty, and refuses a write with EBADF.
 class OPTXV_EXPORT textfile {
@@ -53,11 +55,19 @@ class OPTXV_EXPORT textfile {
   /// reset.
   void rewrite();
 
+  /// The same as rewrite for a text in memory, which is emptied and then grows with each write, up
+  /// to what memory there is (std::bad_alloc). BORROWS: the text, until the file is closed.
+  void rewritememory(std::string& text);
+
   bool opened() const { return mode_ != mode::closed; }
 
   /// True where nothing is left to read, found out by looking one byte ahead: so it is seen before
   /// a read, not only after one. True if the file is not open for reading.
   bool eof();
+
+  /// The system's number of the read that failed, after which nothing more is read; 0 if none did.
+  /// It stays until the next open, and nobody's question clears it.
+  int failure() const { return failure_; }
 
   /// Reads up to a line feed, the end of the file or maximum bytes, whichever comes first, into
   /// dest, and gives their number. One carriage return is dropped if the last byte taken is one,
@@ -80,11 +90,22 @@ class OPTXV_EXPORT textfile {
   void close();
 
  private:
-  enum class mode : unsigned char { closed, reading, writing, standardinput, standardoutput };
+  enum class mode : unsigned char {
+    closed,
+    reading,
+    writing,
+    writingmemory,
+    standardinput,
+    standardoutput
+  };
 
   void begin();
   void open(int flags, mode opened, mode standard);
   bool fill();
+  void failread(int number);
+  int getstandard();
+  int readstandard(char* dest, int maximum);
+  std::size_t skipstandard();
   void flush();
   void writeblock(const char* text, std::size_t size);
 
@@ -94,11 +115,15 @@ class OPTXV_EXPORT textfile {
   bool ended_ = false;  // a read has met the end of the file or failed
   int descriptor_ = -1;
   std::unique_ptr<char[]> block_;
+  int failure_ = 0;
+  // Signals whose handlers break off a write to standard output, bit n - 1 for signal n.
+  std::uint64_t interrupting_ = 0;
   // Reading: the bytes not yet taken, which stand in the block or in the caller's memory; none in
   // every other mode.
   const char* next_ = nullptr;
   const char* end_ = nullptr;
-  std::size_t held_ = 0;  // writing: bytes held back in the block
+  std::size_t held_ = 0;         // writing: bytes held back in the block
+  std::string* text_ = nullptr;  // writing to memory: where to
 };
 
 }  // namespace optxv

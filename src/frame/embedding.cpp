@@ -2,8 +2,14 @@
 
 #include "optxv/embedding.h"
 
+#include <cerrno>
+#include <new>
+#include <string>
+
 #include "definition/definitionreader.h"
+#include "foundation/textfile.h"
 #include "frame/boundary.h"
+#include "language/listener.h"
 #include "options/optionkinds.h"
 
 using namespace optxv;
@@ -99,4 +105,21 @@ int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const c
                                   size_t size) {
   return atboundary(
       [&] { return objectof(handle).readparametertext(viewof(name), viewof(bytes, size)); });
+}
+
+int32_t optxv_write_parameter_text(optxv_handle handle,
+                                   int32_t (*take)(void* context, const char* bytes, size_t size),
+                                   void* context) {
+  return atboundary([&]() -> int32_t {
+    std::string text;
+    try {
+      textfile file;
+      file.rewritememory(text);
+      objectof(handle).writeparameters(file);
+      file.close();
+    } catch (const std::bad_alloc&) {
+      return ENOMEM;
+    }
+    return take(context, text.data(), text.size());
+  });
 }

@@ -266,11 +266,6 @@ void tminiparser::collect(Stop stop, shortstring& text) {
   scan(stop, [&](std::string_view run) { appendrun(text, run); });
 }
 
-void tminiparser::takeuntil(const charset& stop, shortstring& text) {
-  const charset all = withmarks(stop);
-  collect([&all](char c) { return all.has(c); }, text);
-}
-
 void tminiparser::take(shortstring& text) {
   appendrun(text, {&ch_, 1});
   nextch();

@@ -71,6 +71,8 @@ class tminiparser : public tobject {
   void textopen(std::string_view bytes);
   /// Opens what there is: the bytes, or else the file. The result is that of fileopen.
   int open(const linesource& from);
+  /// The system's number of the read that failed, which ended the lines; 0 if none did.
+  int failure() const { return srcfile_.failure(); }
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the
@@ -165,9 +167,6 @@ class tminiparser : public tobject {
   /// there. Leaves the reader on the end-of-line mark.
   void restofline(shortstring& text);
 
-  /// Appends everything up to a mark or the first member of stop to text, in bulk. With an empty
-  /// set that is the rest of the line.
-  void takeuntil(const charset& stop, shortstring& text);
   /// Appends ch() to text and moves on. REQUIRES: !atmark().
   void take(shortstring& text);
   /// Passes everything up to a mark or the first member of stop.

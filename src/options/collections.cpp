@@ -1,5 +1,5 @@
-// The kinds that hold no scalar value: multi-lists, string lists and macros. Their headers stand in
-// toption.h.
+// The kinds that hold no scalar value: multi-lists, string lists, macros and immediate options.
+// Their headers stand in toption.h.
 
 #include <unordered_set>
 #include <vector>
@@ -94,6 +94,12 @@ class tokencutter {
 
 // --- Multi-list --------------------------------------------------------------------------------
 
+tmultilistoption::tmultilistoption(std::string_view name, tzmaoptions* table,
+                                   const optionhelp& help)
+    : toption(optTypeMultiList, name, table, help) {}
+
+tmultilistoption::~tmultilistoption() = default;
+
 void tmultilistoption::additem(std::int32_t index) {
   members.add(reinterpret_cast<void*>(static_cast<std::intptr_t>(index)));
 }
@@ -125,6 +131,11 @@ void tmultilistoption::reset() {
 
 // --- String list -------------------------------------------------------------------------------
 
+tstrlistoption::tstrlistoption(std::string_view name, tzmaoptions* table, const optionhelp& help)
+    : toption(optTypeStrList, name, table, help) {}
+
+tstrlistoption::~tstrlistoption() = default;
+
 void tstrlistoption::setasstring(std::string_view text) {
   items.add(text);
   setdefined(1);
@@ -142,6 +153,11 @@ void tstrlistoption::reset() {
 }
 
 // --- Macro -------------------------------------------------------------------------------------
+
+tmacrooption::tmacrooption(std::string_view name, tzmaoptions* table, const optionhelp& help)
+    : toption(optTypeMacro, name, table, help) {}
+
+tmacrooption::~tmacrooption() = default;
 
 void tmacrooption::additem(toption* option) {
   members.add(ownedobject(option));
@@ -175,5 +191,11 @@ void tmacrooption::reset() {
     macro.toption::reset();
   }
 }
+
+// --- Immediate ---------------------------------------------------------------------------------
+
+timmediateoption::timmediateoption(std::string_view name, tzmaoptions* table,
+                                   immediateaction action, const optionhelp& help)
+    : toption(optTypeImmediate, name, table, help), immediatekind(action) {}
 
 }  // namespace optxv

@@ -1,7 +1,9 @@
 #include "options/messages.h"
 
 #include "foundation/numtext.h"
+#include "foundation/runtime.h"
 #include "foundation/strutilx.h"
+#include "language/listener.h"
 #include "language/miniparser.h"
 #include "options/zmaoptions.h"
 
@@ -79,11 +81,20 @@ void tzmaoptions::optclearmessages() {
   messageplaces.truncate(0);
 }
 
-void tzmaoptions::addopenfailure(messagekind kind, std::int32_t fault, std::string_view words,
+void tzmaoptions::addfilefailure(messagekind kind, std::int32_t fault, std::string_view words,
                                  std::string_view filename, int code, std::string_view indent) {
   addmessage(kind, concat(words, quoted{filename}), {.fault = fault, .about = filename});
   addmessage(kind, concat(indent, "Error code = ", inttostr(code), "; ", syserrormessage(code)),
              {.fault = optxv_fault_system, .about = filename, .detail = true});
+}
+
+int tzmaoptions::readfailure(messagekind kind, std::string_view words, std::string_view filename) {
+  const int code = parser->failure();
+  if (code == 0) return 0;
+  ioresult();
+  assigning.at = {parser->linenr(), 1, 0};
+  addfilefailure(kind, optxv_fault_cannot_read, words, filename, code);
+  return code;
 }
 
 // --- Facts beside the queue --------------------------------------------------------------------

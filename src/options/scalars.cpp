@@ -1,7 +1,8 @@
-// The checked setters of the six scalar kinds: the one place where a value meets its option's
-// bounds or allowed values. Their headers stand in toption.h.
+// The six scalar kinds: how each is made, and its checked setters, the one place where a value
+// meets its option's bounds or allowed values. Their headers stand in toption.h.
 
 #include "foundation/strutilx.h"
+#include "language/listener.h"
 #include "language/words.h"
 #include "options/toption.h"
 #include "options/zmaoptions.h"
@@ -105,6 +106,13 @@ void tellcut(const toption& option, std::string_view text) {
 
 }  // namespace
 
+tintoption::tintoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                       std::int32_t low, std::int32_t high, const optionhelp& help)
+    : integervalued(optTypeInteger, name, table, help),
+      defaultvalue(standard),
+      lowbound(low),
+      highbound(high) {}
+
 void tintoption::setasinteger12(bool second, std::int32_t v) {
   checkedstore(*this, second, v, lowbound <= v && v <= highbound,
                [&](messagekind kind) { refuse(*this, kind, v); });
@@ -118,6 +126,13 @@ void tintoption::setasstring12(bool second, std::string_view text) {
            text);
 }
 
+tdbloption::tdbloption(std::string_view name, tzmaoptions* table, double standard, double low,
+                       double high, const optionhelp& help)
+    : toption(optTypeDouble, name, table, help),
+      defaultvalue(standard),
+      lowbound(low),
+      highbound(high) {}
+
 void tdbloption::setasdouble12(bool second, double v) {
   checkedstore(*this, second, v, lowbound <= v && v <= highbound,
                [&](messagekind kind) { refuse(*this, kind, v); });
@@ -129,6 +144,12 @@ void tdbloption::setasstring12(bool second, std::string_view text) {
   complain(*this, optMsgValueError, optxv_fault_real_expected, "Double expected for option ", text);
 }
 
+tstringoption::tstringoption(std::string_view name, tzmaoptions* table, std::string_view standard,
+                             const optionhelp& help)
+    : textvalued(optTypeString, name, table, help), defaultvalue(standard) {}
+
+tstringoption::~tstringoption() = default;
+
 void tstringoption::setasstring(std::string_view text) {
   value = text;
   setdefined(1);
@@ -138,6 +159,10 @@ void tstringoption::setasstring2(std::string_view text) {
   value2 = text;
   setdefined(2);
 }
+
+tbooleanoption::tbooleanoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                               const optionhelp& help)
+    : integervalued(optTypeBoolean, name, table, help), defaultvalue(standard) {}
 
 void tbooleanoption::setasinteger12(bool second, std::int32_t v) {
   checkedstore(*this, second, v, v == 0 || v == 1,
@@ -151,10 +176,40 @@ void tbooleanoption::setasstring12(bool second, std::string_view text) {
            "Boolean value expected for option ", text);
 }
 
+tenumstroption::tenumstroption(std::string_view name, tzmaoptions* table, std::string_view standard,
+                               const optionhelp& help)
+    : textvalued(optTypeEnumStr, name, table, help), defaultvalue(standard) {}
+
+tenumstroption::~tenumstroption() = default;
+
+void tenumstroption::additem(std::string_view text, std::int32_t context, std::string_view help) {
+  enumitems.addowned(text, std::make_unique<toptionx>(context, help));
+}
+
 void tenumstroption::setasstring12(bool second, std::string_view text) {
   const std::int32_t entry = enumitems.indexof(text);
   checkedstore(*this, second, entry >= 0 ? enumitems.getname(entry) : std::string_view(),
                entry >= 0, [&](messagekind kind) { refuse(*this, kind, text); });
+}
+
+tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::int32_t standard,
+                               const optionhelp& help)
+    : integervalued(optTypeEnumInt, name, table, help), defaultvalue(standard) {}
+
+tenumintoption::~tenumintoption() = default;
+
+void tenumintoption::additem(std::int32_t itemvalue, std::int32_t context, std::string_view help) {
+  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, help));
+}
+
+const tlistoptionx& tenumintoption::item(std::int32_t index) const {
+  return *objectof<tlistoptionx>(enumitems.get(index));
+}
+
+std::int32_t tenumintoption::indexofvalue(std::int32_t itemvalue) const {
+  for (std::int32_t i = 0; i < enumitems.count(); ++i)
+    if (item(i).itemvalue == itemvalue) return i;
+  return -1;
 }
 
 void tenumintoption::setasinteger12(bool second, std::int32_t v) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "foundation/zdlaudit.h"
+#include "language/listener.h"
 
 namespace optxv {
 

@@ -22,8 +22,7 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
-#include "language/listener.h"
-#include "language/miniparser.h"
+#include "language/places.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/origins.h"
@@ -31,6 +30,9 @@
 
 namespace optxv {
 
+class listener;
+class textfile;
+struct linesource;
 class tminiparser;
 
 /// The rule by which a name finds an option; the definition's lookup record sets it.
@@ -146,9 +148,9 @@ class tzmaoptions : public toptionx {
   void addmessagefrom(messagekind kind, const messagefacts& facts, Make make) {
     if (!queueclosed() || told) addmessage(kind, make(), facts);
   }
-  /// The two messages of a file that could not be opened: the words and the quoted name, then the
-  /// system's number and its text behind the indent.
-  void addopenfailure(messagekind kind, std::int32_t fault, std::string_view words,
+  /// The two messages of a file that could not be opened or read: the words and the quoted name,
+  /// then the system's number and its text after the indent.
+  void addfilefailure(messagekind kind, std::int32_t fault, std::string_view words,
                       std::string_view filename, int code, std::string_view indent = {});
   /// Whether the queue has passed its limit, so that addmessage drops everything.
   bool queueclosed() const { return messagelist.count() > maximummessages; }
@@ -177,9 +179,10 @@ class tzmaoptions : public toptionx {
 
   // --- Readers and writers -------------------------------------------------------------------
 
-  /// Reads a definition file into the table, after adding the option Help. Gives 0 once the file
-  /// could be opened, else the system's error number with two messages. Faults in the text are
-  /// messages of kind optMsgDefineError. Everything is added to what the table holds.
+  /// Reads a definition file into the table, after adding the option Help. Gives 0, or the system's
+  /// error number with two messages if the file could not be opened or a read failed; what was read
+  /// until then stays. Faults in the text are messages of kind optMsgDefineError. Everything is
+  /// added to what the table holds.
   OPTXV_EXPORT std::int32_t optreaddefinition(std::string_view filename);
   /// Reads a parameter file; the result as for optreaddefinition.
   std::int32_t optreadparameterfile(std::string_view filename);
@@ -198,6 +201,9 @@ class tzmaoptions : public toptionx {
   /// Writes what has been set as a parameter file; an empty name is standard output. Gives 0, or
   /// the system's error number with two messages. A failed write raises the I/O exception.
   std::int32_t optwriteparameterfile(std::string_view filename);
+  /// Writes the same lines to a file, or a text in memory, that is open for writing, and leaves it
+  /// open. A failed write raises the I/O exception.
+  void writeparameters(textfile& file) const;
   /// Adds help lines to the queue: of one option by name, or by mode (see writers/help.h).
   void optshowhelp(std::string_view helpstr);
 
@@ -381,6 +387,9 @@ class tzmaoptions : public toptionx {
   void clearentries();
   std::int32_t readdefinition(const linesource& source);
   std::int32_t readparameters(const linesource& source);
+  /// Tells of the read that failed in the text that is being read, and gives its number; 0 if none
+  /// did. The I/O error code is told with it, and cleared.
+  int readfailure(messagekind kind, std::string_view words, std::string_view filename);
   template <class Setter>
   std::int32_t setbynumber(std::int32_t optnr, bool second, Setter setter);
 };

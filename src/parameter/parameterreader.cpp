@@ -341,23 +341,25 @@ std::int32_t tzmaoptions::readparameters(const linesource& source) {
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
-    addopenfailure(optMsgUserError, optxv_fault_cannot_open, "Cannot open parameter file ",
+    addfilefailure(optMsgUserError, optxv_fault_cannot_open, "Cannot open parameter file ",
                    source.name, code);
     return code;
   }
   addmessage(optMsgFileEnter, source.name);
   const replacement<std::int32_t> level(filedepth, filedepth + 1);
+  int failure = 0;
   if (filedepth <= maximumfiledepth) {
     const replacement<valueorigin> origin(assigning, assigning);
     beginsource(reader, optxv_source_parameters, source.name);
     parse(eolonly);
-    endsource(0);
+    failure = readfailure(optMsgUserError, "Cannot read parameter file ", source.name);
+    endsource(failure);
   } else {
     addmessage(optMsgUserError, "File nesting level too deep; file ignored",
                {.fault = optxv_fault_file_nesting, .about = source.name});
   }
   addmessage(optMsgFileLeave, source.name);
-  return 0;
+  return failure;
 }
 
 }  // namespace optxv

@@ -83,18 +83,22 @@ void writetable(textfile& file, const tzmaoptions& options) {
 
 }  // namespace
 
+void tzmaoptions::writeparameters(textfile& file) const {
+  writetable(file, *this);
+  dotoptionsof(*this).writetoparams(file);
+  if (const tindicatorlist* indicators = indicatorsof(*this)) indicators->writetoparams(file);
+}
+
 std::int32_t tzmaoptions::optwriteparameterfile(std::string_view filename) {
   textfile file;
   file.assign(filename);
   file.rewrite();
   if (const int error = ioresult(); error != 0) {
-    addopenfailure(optMsgUserError, optxv_fault_cannot_write, "Cannot write parameter file ",
+    addfilefailure(optMsgUserError, optxv_fault_cannot_write, "Cannot write parameter file ",
                    filename, error, "   ");
     return error;
   }
-  writetable(file, *this);
-  dotoptionsof(*this).writetoparams(file);
-  if (const tindicatorlist* indicators = indicatorsof(*this)) indicators->writetoparams(file);
+  writeparameters(file);
   file.close();
   _Q9error_check();
   return 0;

@@ -152,16 +152,27 @@ void entrywriter::section(const outgoing& kind) {
       file_.put("   ", options_.getstrings(i), "  ", option.deprecatedtext, "\n");
 }
 
+void writedocument(outfile& file, const tzmaoptions& options) {
+  entrywriter entries(file, options);
+  for (std::int32_t i = 0; i < options.getcount(); ++i)
+    if (const toption& option = *options.getobjects(i); hasentry(option)) entries.option(option);
+  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i) entries.synonym(i);
+  for (const outgoing& kind : sections) entries.section(kind);
+  file.close();
+}
+
 }  // namespace
 
 void tzmaoptionwriter::writedefinition(std::string_view fname) const {
   outfile file(fname);
-  entrywriter entries(file, options_);
-  for (std::int32_t i = 0; i < options_.getcount(); ++i)
-    if (const toption& option = *options_.getobjects(i); hasentry(option)) entries.option(option);
-  for (std::int32_t i = 0; i < options_.synonymlist.count(); ++i) entries.synonym(i);
-  for (const outgoing& kind : sections) entries.section(kind);
-  file.close();
+  writedocument(file, options_);
+}
+
+std::string tzmaoptionwriter::definitiontext() const {
+  std::string text;
+  outfile file(inmemory{text});
+  writedocument(file, options_);
+  return text;
 }
 
 }  // namespace optxv

@@ -51,6 +51,10 @@ thtmlwrite::thtmlwrite(std::string_view filename) : file_(filename) {
   file_.put(opening);
 }
 
+thtmlwrite::thtmlwrite(inmemory target) : file_(target) {
+  file_.put(opening);
+}
+
 thtmlwrite::~thtmlwrite() {
   try {
     close();

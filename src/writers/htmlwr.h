@@ -30,6 +30,8 @@ class OPTXV_EXPORT thtmlwrite : public tobject {
   /// Creates or empties the file and writes the opening tags. An empty name is standard output,
   /// which stays open at the end. Raises einouterror, and then leaves nothing but the file.
   explicit thtmlwrite(std::string_view filename);
+  /// Writes to a text in memory.
+  explicit thtmlwrite(inmemory target);
   /// Ends the document as close does, if close was not called; a failure is lost.
   ~thtmlwrite() override;
   thtmlwrite(const thtmlwrite&) = delete;

@@ -101,6 +101,16 @@ void tablerows::entries(const tenumintoption& option) {
   }
 }
 
+void writetable(thtmlwrite& page, const tzmaoptions& options) {
+  page.starttable(true);
+  tablerows rows(page, options);
+  rows.head();
+  for (std::int32_t i = 0; i < options.getcount(); ++i) rows.option(i);
+  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i) rows.synonym(i);
+  page.endtable();
+  page.close();
+}
+
 }  // namespace
 
 tzmaoptionwriter::tzmaoptionwriter(const tzmaoptions& options) : options_(options) {}
@@ -109,13 +119,14 @@ tzmaoptionwriter::~tzmaoptionwriter() = default;
 
 void tzmaoptionwriter::writeashtml(std::string_view fname) const {
   thtmlwrite page(fname);
-  page.starttable(true);
-  tablerows rows(page, options_);
-  rows.head();
-  for (std::int32_t i = 0; i < options_.getcount(); ++i) rows.option(i);
-  for (std::int32_t i = 0; i < options_.synonymlist.count(); ++i) rows.synonym(i);
-  page.endtable();
-  page.close();
+  writetable(page, options_);
+}
+
+std::string tzmaoptionwriter::htmltext() const {
+  std::string text;
+  thtmlwrite page(inmemory{text});
+  writetable(page, options_);
+  return text;
 }
 
 }  // namespace optxv

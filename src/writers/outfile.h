@@ -1,12 +1,18 @@
 // A text file that is written from start to end and reports its failures.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "foundation/runtime.h"
 #include "foundation/textfile.h"
 
 namespace optxv {
+
+/// A text in memory that takes the place of a file. BORROWS: the text, until the writer is closed.
+struct inmemory {
+  std::string& text;
+};
 
 /// A file that a writer fills. Every step raises einouterror if it, or any before it, failed; what
 /// was written until then stays in the file.
@@ -22,6 +28,8 @@ class outfile {
     file_.rewrite();
     _Q9error_check();
   }
+  /// Empties the text and writes to it, which fails for want of memory alone (std::bad_alloc).
+  explicit outfile(inmemory target) { file_.rewritememory(target.text); }
   outfile(const outfile&) = delete;
   outfile& operator=(const outfile&) = delete;
   ~outfile() { abandon(); }

@@ -91,20 +91,31 @@ void foreachbucket(outfile& file, const buckets& lists, Write write) {
     if (lists[i].count() != 0) write(file, keyname[i], lists[i]);
 }
 
-}  // namespace
-
-void tzmaoptionwriter::writedelphiinc(std::string_view fname) const {
-  outfile file(fname);
+void writeinclude(outfile& file, const tzmaoptions& options) {
   shortstring auditline;
   tzmaoptions::optversion(auditline);
   file.put("// file created by ", auditline, "\ntype\n");
   buckets lists;
-  fill(lists, options_);
+  fill(lists, options);
   foreachbucket(file, lists, enumeration);
   file.put("\nconst\n");
   foreachbucket(file, lists, map);
   file.put("\n");
   file.close();
+}
+
+}  // namespace
+
+void tzmaoptionwriter::writedelphiinc(std::string_view fname) const {
+  outfile file(fname);
+  writeinclude(file, options_);
+}
+
+std::string tzmaoptionwriter::delphiinctext() const {
+  std::string text;
+  outfile file(inmemory{text});
+  writeinclude(file, options_);
+  return text;
 }
 
 }  // namespace optxv

@@ -46,6 +46,8 @@ BAD_INCLUDES = [
     ('no floor', {'src/attic/old.h': ''}, 'stands on no floor'),
     ('grant of a higher floor', {'checks/floors.txt': FLOORS.replace('0 base', '0 base side')}, 'may not be granted'),
     ('grant of no unit', {'checks/floors.txt': FLOORS.replace('3 cli *', '3 cli * src/attic')}, 'may not be granted'),
+    ('grant of a later tree', {'checks/floors.txt': FLOORS.replace('3 top *', '3 top * command/page')},
+     'may not be granted'),
     ('unit twice', {'checks/floors.txt': FLOORS + '1 page\n'}, 'not a row'),
 ]
 BAD_FILES = [

@@ -39,9 +39,6 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
       {"check s.def " + name,
        name + ": error: cannot be read: File name too long\n1 error in 2 files, 1 not read\n", ""},
       {"help none", "", none},
-      {"polish s.def", "", "optxv: error: no subcommand is called \"polish\"\n"},
-      {"chekc s.def", "",
-       "optxv: error: no subcommand is called \"chekc\"\noptxv: note: did you mean \"check\"?\n"},
       {"write s.def good -o none/x", "",
        "none/x: error: cannot be written: No such file or directory\n"},
       {"write s.def good -o /dev/full", "",
@@ -50,11 +47,6 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
   for (const auto& [arguments, out, err] : rows) {
     const outcome got = run(arguments);
     EXPECT_EQ(std::tuple(got.status, got.out, got.err), std::tuple(2, out, err)) << arguments;
-  }
-  for (const char* wrong :
-       {"", "check", "--polish s.def", "check --loud s.def", "show --all --set s.def"}) {
-    const outcome got = run(wrong);
-    EXPECT_TRUE(got.status == 2 && got.err != "") << wrong;
   }
 }
 
@@ -117,6 +109,13 @@ TEST_F(Command, HelpWithoutGroupsGoesByName) {
   EXPECT_EQ(got.out, run("help p 2").out);
   EXPECT_LT(got.out.find("a: A"), got.out.find("b: B"));
   EXPECT_EQ(got.err, "optxv: note: no option stands in a group that the help shows\n");
+}
+
+TEST_F(Command, HelpSteersNoTerminal) {
+  save("p", "b boolean 1 0 1 1 He\x9blp\xe2\x80\xae\tx\n \x1b]0;title\x07 \xc3\xa9\n");
+  const std::string out = run("help p b").out;
+  EXPECT_NE(out.find("He\\x9Blp\\xE2\\x80\\xAE x\n"), out.npos) << out;
+  EXPECT_NE(out.find("\\x1B]0;title\\x07 \xc3\xa9\n"), out.npos) << out;
 }
 
 TEST_F(Command, JsonHoldsTheSame) {

@@ -76,8 +76,8 @@ TEST_F(Document, EveryFailedReadIsAFailure) {
   std::filesystem::create_symlink("loop", folder_ / "loop");
   const std::tuple<std::string, std::size_t, std::string> rows[] = {
       {file, 5, "12345"},
-      {file, 4, "larger than the 4 bytes that are left of 1 GiB for all files"},
-      {"/dev/zero", 1000, "larger than the 1,000 bytes that are left of 1 GiB for all files"},
+      {file, 4, "larger than 1 GiB together with the files before it"},
+      {"/dev/zero", 1000, "larger than 1 GiB together with the files before it"},
       {"/dev/null", 0, ""},
       {folder_ / "none", 9, "No such file or directory"},
       {file + std::string("\0x", 2), 9, "No such file or directory"},

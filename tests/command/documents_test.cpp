@@ -65,7 +65,8 @@ TEST_F(Documents, FailuresAreNamedWithTheReason) {
       {"reference s.def -o s.def", "s.def/index.html: Not a directory"}};
   for (const auto& [arguments, complaint] : rows) {
     const outcome got = run(arguments);
-    EXPECT_EQ(got.err + std::to_string(got.status), "optxv: " + complaint + "\n2") << arguments;
+    EXPECT_EQ(got.err + std::to_string(got.status), "optxv: error: " + complaint + "\n2")
+        << arguments;
   }
   EXPECT_EQ(run("reference s.def").status, 2);
   EXPECT_EQ(names(), std::set<std::string>{"s.def"});

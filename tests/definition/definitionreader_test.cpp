@@ -210,5 +210,13 @@ TEST(Definition, ThatCannotBeOpenedLeavesNothing) {
   EXPECT_EQ(options->optcount(), 0);
 }
 
+TEST(Definition, ThatCannotBeReadKeepsWhatWasRead) {
+  optiontable options;
+  EXPECT_EQ(options->optreaddefinition("/proc/self/mem"), EIO);
+  EXPECT_EQ(options.brief(),
+            "D Cannot read option file '/proc/self/mem' | D Error code = 5; Input/output error");
+  EXPECT_EQ(options->optcount(), 1);
+}
+
 }  // namespace
 }  // namespace optxv

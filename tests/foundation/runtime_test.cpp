@@ -48,6 +48,9 @@ TEST(Memory, CountsBytesAndBlocks) {
   EXPECT_EQ(messageof<eoutofmemory>([] { getmem(toomuch); }), "Out of Memory in New or GetMem. ");
   EXPECT_EQ(messageof<exception>([&] { reallocmem(block, 16, toomuch); }),
             "Out of Memory in ReAllocMem. ");
+  std::set_new_handler([] { std::set_new_handler(nullptr); });
+  EXPECT_THROW(getmem(toomuch), eoutofmemory);
+  EXPECT_EQ(std::get_new_handler(), nullptr) << "the program's handler is asked for room first";
   EXPECT_EQ(inuse(), std::tuple(0, 0)) << "a refusal keeps the counts, but the old block is gone";
 }
 

@@ -1,9 +1,13 @@
 #include "foundation/textfile.h"
 
 #include <fcntl.h>
+#include <sys/time.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <random>
+#include <thread>
 
 #include "foundation/runtime.h"
 #include "support/scratchfolder.h"
@@ -109,13 +113,13 @@ std::string seen(textfile& file, unsigned seed) {
 TEST_F(TextFile, MemoryReadsAsAFileOfTheSameBytes) {
   std::vector<std::string> texts = nastytexts();
   std::mt19937 random(1);
-  for (int i = 0; i < 300; ++i) texts.push_back(randomtext(random));
+  for (int i = 0; i < 150; ++i) texts.push_back(randomtext(random));
   textfile file, memory;
   file.assign(file_);
   memory.assign(folder_ / "none");
   for (const std::string& text : texts) {
     folder_.put("file", text);
-    for (unsigned seed = 1; seed <= 3; ++seed) {
+    for (unsigned seed = 1; seed <= 2; ++seed) {
       file.reset();
       // Bytes of their own length alone, so that a step past them is seen.
       const std::vector<char> bytes(text.begin(), text.end());
@@ -184,6 +188,89 @@ TEST_F(TextFile, FailuresAreStored) {
   EXPECT_EQ(ioresult(), ENOSPC) << "the bytes held back behind the first block";
   full.close();
   EXPECT_EQ(ioresult(), 0);
+}
+
+TEST_F(TextFile, ReadsThatFail) {
+  textfile file;
+  file.assign("/proc/self/mem");  // opens, and has nothing to read at its start
+  file.reset();
+  EXPECT_EQ(file.failure(), 0);
+  EXPECT_TRUE(file.eof());
+  EXPECT_EQ(ioresult(), EIO);
+  file.close();
+  EXPECT_EQ(ioresult(), 0);
+  EXPECT_EQ(file.failure(), EIO);
+  file.resetmemory("");
+  EXPECT_EQ(file.failure(), 0);
+}
+
+TEST_F(TextFile, StandardInputThatFails) {
+  const test::keptstream input(0);
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  ASSERT_EQ(::write(ends[1], "ab\ncdefgh", 9), 9);
+  dup2(ends[0], 0);
+  textfile file;
+  file.reset();
+  char text[3];
+  EXPECT_EQ(file.readstring(text, 3), 2);
+  EXPECT_EQ(file.readln(), 0U);
+  EXPECT_EQ(file.readstring(text, 3), 3);
+  EXPECT_EQ(file.readln(), 3U);
+  EXPECT_EQ(file.failure(), EAGAIN);
+  EXPECT_EQ(::write(ends[1], "late\n", 5), 5);
+  EXPECT_TRUE(file.eof()) << "a failure is final";
+  EXPECT_EQ(ioresult(), EAGAIN);
+  ::close(ends[1]);
+  file.reset();
+  EXPECT_EQ(file.failure(), 0);
+  EXPECT_EQ(pieces(file, 9), "late,|");
+  EXPECT_EQ(file.failure(), 0);
+  std::clearerr(stdin);
+  ::close(ends[0]);
+}
+
+// A signal that comes while standard output waits for its reader takes nothing away.
+TEST_F(TextFile, InterruptedWritesToStandardOutput) {
+  std::fflush(stdout);  // what the test program has said so far
+  const test::keptstream output(1);
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  dup2(ends[1], 1);
+  ::close(ends[1]);
+  std::string got;
+  std::thread reader([&, in = ends[0]] {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, nullptr);
+    char piece[512];
+    for (ssize_t size; (size = ::read(in, piece, sizeof piece)) > 0;) {
+      got.append(piece, static_cast<std::size_t>(size));
+      usleep(200);
+    }
+  });
+  struct sigaction caught = {}, before;
+  caught.sa_handler = [](int) {};
+  sigaction(SIGALRM, &caught, &before);
+  const itimerval often = {{0, 500}, {0, 500}}, never = {};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  std::string put;
+  textfile file;
+  file.rewrite();
+  file.write({});
+  for (int i = 0; i < 20000; ++i) {
+    const std::string number = std::to_string(i) + '\n';
+    file.write(number);
+    put += number;
+  }
+  file.close();
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &before, nullptr);
+  EXPECT_EQ(ioresult(), 0);
+  output.restore();
+  reader.join();
+  ::close(ends[0]);
+  EXPECT_TRUE(got == put) << got.size() << " of " << put.size();
 }
 
 }  // namespace

@@ -28,8 +28,8 @@ std::string told(Reader& reader, unsigned number) {
   if (number == 2) good = reader.nexttoken(text);
   if (number == 3) good = reader.nextident(text);
   if (number == 4) reader.restofline(text);
-  if (number == 5) reader.takeuntil({}, text = std::string_view(xs(250)));
-  if (number == 6) reader.takeuntil(charset("\"! ["), text), reader.skipuntil(charset("="));
+  if (number == 5) reader.skipuntil({});
+  if (number == 6) reader.skipuntil(charset("\"! ["));
   if (number == 7) reader.nextch();
   return (good ? "+" : "-") + str(text) + "^" + reader.ch();
 }

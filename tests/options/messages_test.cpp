@@ -62,7 +62,7 @@ TEST(MessageQueue, ClosesWithOneMarker) {
   options.addmessage(optMsgFileLeave, "f");
   EXPECT_EQ(message(options, 5001), std::make_pair("Maximum of 5000 messages reached"s, 8));
   fill(options, 3);
-  options.addmessagefrom(optMsgHelp, [] { return ADD_FAILURE() << "made for nothing", "text"; });
+  options.addmessagefrom(optMsgHelp, {}, [] { return ADD_FAILURE() << "made for nothing", "text"; });
   EXPECT_EQ(options.optmessagecount(), 5001);
 }
 

@@ -1,9 +1,11 @@
-#include "parameter/parameterreader.h"
+
+#include <fcntl.h>
 
 #include <cerrno>
 #include <string>
 
 #include "support/optiontable.h"
+#include "support/scratchfolder.h"
 
 namespace optxv {
 namespace {
@@ -171,6 +173,33 @@ TEST(Texts, ReadAsTheFileOfTheirName) {
     EXPECT_EQ(memory.state(), file.state()) << text;
     EXPECT_EQ(joined(memory.queue(true)), replaced(joined(file.queue(true)), "{self}", name));
   }
+}
+
+// A read that fails is told before the file is left, and what was read stays.
+TEST(Files, ThatCannotBeRead) {
+  optiontable options(table);
+  options.read("\nrf /proc/self/mem\nfoo\n");
+  EXPECT_EQ(
+      options.brief(),
+      "E Cannot read parameter file '/proc/self/mem' | E Error code = 5; Input/output error | "
+      "E3: Unknown option 'foo'");
+  EXPECT_EQ(ioresult(), 0);
+  options->optclearmessages();
+  const test::keptstream input(0);
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  ASSERT_EQ(write(ends[1], "foo\nsteplim 5", 13), 13);
+  dup2(ends[0], 0);
+  EXPECT_EQ(options->optreadparameterfile(""), EAGAIN);
+  EXPECT_EQ(options.state(), "steplim=5");
+  EXPECT_EQ(joined(options.queue(true)),
+            "Reading parameter(s) from \"\" | *** Error line 1: Unknown option \"foo\" | "
+            "*** Error line 2: Cannot read parameter file \"\" | "
+            "*** Error line 2: Error code = 11; Resource temporarily unavailable | "
+            "Finished reading from \"\"");
+  std::clearerr(stdin);
+  close(ends[0]);
+  close(ends[1]);
 }
 
 TEST(Strings, AreOneLine) {

@@ -22,7 +22,12 @@ const std::string nobounds = "n_b immediate NoBounds 0 1 Bounds\n";
 std::string written(optiontable& t) {
   const scratchfile file;
   EXPECT_EQ(t->optwriteparameterfile(file.name()), 0);
-  return file.content();
+  std::string text = "what was there before";
+  textfile memory;
+  memory.rewritememory(text);
+  t->writeparameters(memory);
+  EXPECT_EQ(text, file.content());
+  return text;
 }
 
 TEST(ParameterWriter, Bytes) {

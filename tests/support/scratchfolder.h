@@ -81,6 +81,23 @@ struct kept : atend {
   explicit kept(Type& variable) : atend([&variable, value = variable] { variable = value; }) {}
 };
 
+/// Puts one of the standard descriptors back, at its end or before.
+class keptstream {
+ public:
+  explicit keptstream(int descriptor) : descriptor_(descriptor), kept_(dup(descriptor)) {}
+  keptstream(const keptstream&) = delete;
+  keptstream& operator=(const keptstream&) = delete;
+  ~keptstream() {
+    restore();
+    close(kept_);
+  }
+  void restore() const { dup2(kept_, descriptor_); }
+
+ private:
+  int descriptor_;
+  int kept_;
+};
+
 /// Puts the current directory back.
 struct keptdirectory : atend {
   keptdirectory()

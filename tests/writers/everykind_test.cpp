@@ -22,18 +22,29 @@ constexpr std::string_view everykind =
     "passing deprecated\n stop Say rate\n flag Too old\n"
     "gone obsolete\n tol No more\n paths Never again\n";
 
-using operation = void (tzmaoptionwriter::*)(std::string_view) const;
+/// How one document is written to a file, and to a text in memory.
+struct operation {
+  void (tzmaoptionwriter::*tofile)(std::string_view) const;
+  std::string (tzmaoptionwriter::*totext)() const;
+};
+constexpr operation ashtml = {&tzmaoptionwriter::writeashtml, &tzmaoptionwriter::htmltext};
+constexpr operation asdefinition = {&tzmaoptionwriter::writedefinition,
+                                    &tzmaoptionwriter::definitiontext};
+constexpr operation asinclude = {&tzmaoptionwriter::writedelphiinc,
+                                 &tzmaoptionwriter::delphiinctext};
 
 std::string written(const tzmaoptions& options, operation write) {
+  const tzmaoptionwriter writer(options);
   const scratchfile file;
-  (tzmaoptionwriter(options).*write)(file.name());
+  (writer.*write.tofile)(file.name());
   EXPECT_EQ(ioresult(), 0);
+  EXPECT_EQ((writer.*write.totext)(), file.content());
   return file.content();
 }
 
 /// What a definition, which must be free of faults, is written back as, without the line for help.
 std::string definition(std::string_view text) {
-  const std::string all = written(optiontable(text).options, &tzmaoptionwriter::writedefinition);
+  const std::string all = written(optiontable(text).options, asdefinition);
   EXPECT_TRUE(all.starts_with("Help immediate.OPT Help 0 \n"));
   return all.substr(all.find('\n') + 1);
 }
@@ -84,7 +95,7 @@ std::string row(const lines& texts) {
 }
 
 std::string tableof(const optiontable& of) {
-  const std::string all = written(of.options, &tzmaoptionwriter::writeashtml);
+  const std::string all = written(of.options, ashtml);
   const std::string top =
       "<html>\n<body>\n\n<table border>\n" +
       row({"Option", "Type", "UserMap", "Default", "Low", "High", "Group", "Hc", "Help Text"}) +
@@ -127,7 +138,7 @@ TEST(OptionTable, OfWhatAFaultyDefinitionLeft) {
 }
 
 std::string include(std::string_view text) {
-  const std::string all = written(optiontable(text).options, &tzmaoptionwriter::writedelphiinc);
+  const std::string all = written(optiontable(text).options, asinclude);
   shortstring version;
   tzmaoptions::optversion(version);
   const std::string top = "// file created by " + str(version) + "\ntype\n";
@@ -195,10 +206,9 @@ TEST(Documents, FilesThatCannotBeWrittenAreRefused) {
   const optiontable options("a integer 1 1 0 9 1 1 A\n");
   const std::int64_t before = allocmemcount();
   const tzmaoptionwriter writer(options.options);
-  for (const operation write : {&tzmaoptionwriter::writedefinition, &tzmaoptionwriter::writeashtml,
-                                &tzmaoptionwriter::writedelphiinc})
+  for (const operation write : {asdefinition, ashtml, asinclude})
     for (const char* name : {"/dev/full", "/", "/none/such"}) {
-      EXPECT_THROW((writer.*write)(name), einouterror) << name;
+      EXPECT_THROW((writer.*write.tofile)(name), einouterror) << name;
       EXPECT_EQ(ioresult(), 0) << name;
     }
   EXPECT_EQ(allocmemcount(), before);

@@ -1,0 +1,28 @@
+// What the command says of itself, from the rows of its subcommands.
+#pragma once
+
+#include <string>
+
+#include "cli/subcommands.h"
+
+namespace command {
+
+/// A line for each subcommand, for somebody who gave none.
+std::string shortlist();
+
+/// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o FOLDER`.
+std::string usage(const subcommand& row);
+
+/// What follows the flags in the help of a subcommand: what else there is to say, examples, and the
+/// exit status.
+std::string footer(const subcommand& row);
+
+/// The versions of the command and the interface that it was built for, and the build of the
+/// library that it runs with.
+std::string versiontext();
+
+/// The rows as JSON: `subcommands`, each with word, usage, help, more, words, flags and examples;
+/// and the `flags` of the command itself. Shell completion and the manual page are made from it.
+std::string rowsjson();
+
+}  // namespace command

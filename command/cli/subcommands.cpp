@@ -1,0 +1,132 @@
+#include "cli/subcommands.h"
+
+#include "tasks/tasks.h"
+
+namespace command {
+
+constexpr argument helpflag{"-h,--help", "", "Show the words and flags, with examples", {}};
+constexpr argument versionflag{
+    "-V,--version", "", "Show the version of the command and of the library", {}};
+constexpr argument listflag{
+    "--subcommands", "", "Print what the subcommands take as JSON, for other programs", {}};
+
+namespace {
+
+constexpr argument definitionword{"DEFINITION", "",
+                                  "File that declares the options; - is standard input",
+                                  &request::definition, true};
+constexpr argument parameterwords{"PARAMETERS", "",
+                                  "Parameter files, read in this order; - is standard input",
+                                  &request::parameters};
+constexpr argument topicword{"REQUEST", "", "Name of an option, or a number", &request::topic};
+constexpr argument tokens{
+    "--tokens", "", "Begin each file in token mode: many options a line, values are single words",
+    &request::tokens};
+constexpr argument nobounds{"--no-bounds", "",
+                            "Take values that are out of their bounds, with a warning",
+                            &request::nobounds};
+constexpr argument strict{"--strict", "", "Let warnings count as errors for the exit status",
+                          &request::strict};
+constexpr argument maxerrors{"--max-errors", "N",
+                             "Show at most N errors, then how many more there are; 0 shows all",
+                             &request::maxerrors};
+constexpr argument json{"--json", "", "Print JSON, for other programs", &request::json};
+constexpr argument all{"--all", "", "Show every option", &request::all};
+constexpr argument set{"--set",       "",    "Show the options that are set; the default",
+                       &request::set, false, &all};
+constexpr argument search{
+    "--search",       "WORD", "Show the options that have all these words in their names and texts",
+    &request::search, false,  &topicword};
+constexpr argument output{
+    "-o,--output", "FILE",
+    "File to write instead of standard output; the old one stays until the new one is whole",
+    &request::output};
+constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made if there is none",
+                          &request::folder, true};
+constexpr argument force{
+    "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
+    &request::force};
+
+constexpr auto rows = std::to_array<subcommand>({
+    {"check",
+     "Tell everything that is wrong with the files",
+     "",
+     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json},
+     {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
+      "sed s/old/new/ solver.opt | optxv check solver.def -",
+      "optxv check --json solver.def solver.opt | jq .summary"},
+     check},
+    {"show",
+     "Show options, values and defaults",
+     "",
+     {&definitionword, &parameterwords, &tokens, &nobounds, &all, &set, &json},
+     {"optxv show solver.def solver.opt", "optxv show --all solver.def",
+      "optxv show --json solver.def solver.opt"},
+     show},
+    {"help",
+     "Show the help that a definition holds",
+     "A number is the sum of what is wanted: 1 by group, 2 in alphabetical order, 4 the table for\n"
+     "debugging, 8 marks of deprecation.",
+     {&definitionword, &topicword, &search},
+     {"optxv help solver.def", "optxv help solver.def steplim", "optxv help solver.def 2",
+      "optxv help solver.def --search step limit"},
+     help},
+    {"write",
+     "Write what is set as one parameter file",
+     "",
+     {&definitionword, &parameterwords, &tokens, &nobounds, &output, &force},
+     {"optxv write solver.def solver.opt more.opt -o merged.opt",
+      "optxv write solver.def solver.opt | sort"},
+     write},
+    {"html",
+     "Write the raw definition as an HTML table",
+     "",
+     {&definitionword, &output, &force},
+     {"optxv html solver.def -o solver.html"},
+     html},
+    {"definition",
+     "Write what was understood of a definition, as a definition",
+     "A listing for people: what the library understood, in the form of a definition. It leaves\n"
+     "out lists of texts, groups, and the indicator, lookup and eolcomm records, and has the\n"
+     "option Help that every table begins with. So it cannot be read back in every case; that is\n"
+     "its form.",
+     {&definitionword, &output, &force},
+     {"optxv definition solver.def | diff solver.def -"},
+     definition},
+    {"include",
+     "Write the numbers of the options as an Object Pascal include file",
+     "",
+     {&definitionword, &output, &force},
+     {"optxv include solver.def -o options.inc"},
+     include},
+    {"reference",
+     "Write a reference of the options for a browser, with a search box",
+     "The page is index.html in that folder.",
+     {&definitionword, &folder, &force},
+     {"optxv reference solver.def -o site"},
+     reference},
+    {"api",
+     "Show the library's version and the signatures of its functions",
+     "",
+     {&json},
+     {"optxv api", "optxv api --json"},
+     api},
+});
+
+}  // namespace
+
+std::span<const subcommand> subcommands() {
+  return rows;
+}
+
+std::vector<std::string> namesof(const argument& row) {
+  std::vector<std::string> names;
+  for (std::string_view rest = row.names; !rest.empty();) {
+    const std::size_t end = std::min(rest.find(','), rest.size());
+    names.emplace_back(rest.substr(0, end));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return names;
+}
+
+}  // namespace command

@@ -1,0 +1,66 @@
+// The subcommands, a row each, and the words and flags that they take, a row each. From these rows
+// come the parser, its help, what is said of wrong flags, and the listing that the manual page is
+// made from: a new flag is a row and a field of the request.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "tasks/request.h"
+
+namespace command {
+
+/// The field of a request that a word or a flag sets: a switch, a count, a text, or texts of which
+/// there may be many. Nothing for a flag that the parser itself answers.
+using field = std::variant<std::monostate, bool request::*, std::size_t request::*,
+                           std::string request::*, std::vector<std::string> request::*>;
+
+/// A flag, or a word that is known by its place.
+struct argument {
+  std::string_view names;  ///< `-o,--output`; of a word what it stands for: `DEFINITION`
+  std::string_view value;  ///< what the value of a flag stands for; empty for a flag without
+  std::string_view help;   ///< without the full stop
+  field into;
+  bool required = false;
+  const argument* excludes = nullptr;  ///< one that may not stand beside it
+
+  constexpr bool isflag() const { return names.starts_with('-'); }
+  constexpr bool ismany() const {
+    return std::holds_alternative<std::vector<std::string> request::*>(into);
+  }
+};
+
+/// What a subcommand is called, what it takes and what it does.
+struct subcommand {
+  std::string_view word;
+  std::string_view help;                    ///< one line without the full stop
+  std::string_view more;                    ///< whole sentences, by lines; may be empty
+  std::array<const argument*, 10> takes;    ///< words in their order, then flags; then null
+  std::array<std::string_view, 4> example;  ///< command lines; then empty
+  int (*run)(const request& given);
+
+  std::span<const argument* const> arguments() const {
+    return {takes.begin(), std::ranges::find(takes, nullptr)};
+  }
+  std::span<const std::string_view> examples() const {
+    return {example.begin(), std::ranges::find(example, std::string_view())};
+  }
+};
+
+/// All of them, in the order in which they are told.
+std::span<const subcommand> subcommands();
+
+/// The flags of the command itself.
+extern const argument helpflag, versionflag, listflag;
+inline constexpr std::array<const argument*, 3> commonflags = {&helpflag, &versionflag, &listflag};
+
+/// The names of an argument, each on its own: `-o` and `--output`.
+std::vector<std::string> namesof(const argument& row);
+
+}  // namespace command
