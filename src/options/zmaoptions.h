@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
@@ -56,6 +57,14 @@ char charpath();
 /// BORROWS: owner, which outlives the list.
 std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
 std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
+
+/// A mark that a definition put on a synonym. What reading heeds is kept with the option, for all
+/// its synonyms; this tells which one was meant.
+struct synonymmark {
+  std::int32_t synonym;  ///< 0-based, in synonymlist
+  deprecationmark mark;
+  heapstring text;
+};
 
 /// One option database. The exported handle is its address.
 ///
@@ -339,6 +348,7 @@ class tzmaoptions : public toptionx {
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
+  std::vector<synonymmark> synonymmarks;  ///< in definition order
 
  private:
   /// The option of a number, nil for a bad one.
