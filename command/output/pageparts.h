@@ -71,7 +71,6 @@ thead th:first-child { width: 30%; }
 caption { text-align: left; color: var(--soft); }
 th, td { text-align: left; vertical-align: top; padding: .2rem .75rem .2rem 0; border-top: 1px solid var(--line); }
 [hidden] { display: none !important; }
-.away { height: 0; overflow: hidden; content-visibility: hidden; }
 @media (max-width: 30rem) {
   body { padding: .5rem .75rem 3rem; }
   dl { grid-template-columns: 1fr; gap: 0; }
@@ -252,7 +251,7 @@ inline constexpr std::string_view pagescript = R"(
     results = words.length === 0 ? null : find(words);
     pattern = patternof(words);
     found.hidden = results === null;
-    groups.classList.toggle('away', results !== null);
+    groups.hidden = results !== null;
     tellcounts();
     if (results !== null) more(batch);
   }
