@@ -8,7 +8,7 @@ class limitedreporter : public reporter {
   limitedreporter(std::unique_ptr<reporter> shown, std::size_t most)
       : shown_(std::move(shown)), most_(most) {}
 
-  void take(const diagnostic& found, const sourcefile& source) override {
+  void take(const diagnostic& found, const textdocument& source) override {
     if (found.level == severity::error && ++errors_ > most_) return;
     shown_->take(found, source);
   }
