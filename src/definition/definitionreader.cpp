@@ -162,9 +162,12 @@ void definitionreader::realfield(std::int32_t field, double& value, std::string_
 void definitionreader::restfield(std::int32_t field) {
   in.skipbl();
   const textplace rest = in.restplace();
-  const std::size_t size = trimright(in.ahead()).size();
+  const std::size_t size = options.told ? trimright(in.ahead()).size() : 0;
   in.restofline(text);
-  took(field, size > 0, text, rest.part(0, size));
+  // No message is about such a field, so that it takes a listener to ask for it.
+  if (!options.told) return;
+  field_ = {field, rest.part(0, size), text};
+  tellfield(size > 0, field_);
 }
 
 void definitionreader::readhelp(std::string_view helpcontextfault) {

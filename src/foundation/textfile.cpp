@@ -227,6 +227,10 @@ int textfile::readstring(char* dest, int maximum) {
 }
 
 std::size_t textfile::readln() {
+  if (next_ < end_ && *next_ == '\n') {
+    ++next_;
+    return 0;
+  }
   if (mode_ == mode::standardinput) return skipstandard();
   std::size_t skipped = 0;
   char last = '\0';

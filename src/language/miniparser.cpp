@@ -253,8 +253,7 @@ void tminiparser::scan(Stop stop, Use use) {
   if (linepos_ < linelen_) {
     const char* const from = text_ + linepos_;
     const char* const end = text_ + linelen_;
-    const char* to = from;
-    while (to != end && !stop(*to)) ++to;
+    const char* const to = std::find_if(from, end, stop);
     if (to != from) use(std::string_view(from, static_cast<std::size_t>(to - from)));
     linepos_ = to - text_;
   }
@@ -285,6 +284,12 @@ std::string_view tminiparser::ahead() const {
 
 // White space and punctuation --------------------------------------------------------------------
 
+/// Tells of a separator of so many bytes, the last of which is ch().
+void tminiparser::tellseparator(std::int32_t length) const {
+  const textplace last = restplace();
+  told_->tellplace(&optxv_listener::separator, {last.line, last.column + 1 - length, length});
+}
+
 void tminiparser::skipcomment() {
   if (told_ != nullptr) told_->tellplace(&optxv_listener::comment, restplace());
   skipuntil(charset());
@@ -293,11 +298,10 @@ void tminiparser::skipcomment() {
 bool tminiparser::skipbecomes() {
   const bool more = skipbl();
   const bool colon = ch_ == ':';
-  const textplace from = told_ != nullptr ? restplace() : textplace();
   if (colon) nextch();
   if (ch_ == '=') {
+    if (told_ != nullptr) tellseparator(colon ? 2 : 1);
     nextch();
-    if (told_ != nullptr) told_->tellplace(&optxv_listener::separator, since(from));
     return skipbl();
   }
   return more && !colon;

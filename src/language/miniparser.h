@@ -202,10 +202,11 @@ class tminiparser : public tobject {
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
     constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, 0, largest));
+    return static_cast<std::int32_t>(std::min(number, largest));
   }
 
   void skipcomment();
+  void tellseparator(std::int32_t length) const;
   void tellline(std::int64_t lost) const;
   void tellrest() const;
   void leaveline();

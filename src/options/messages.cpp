@@ -101,7 +101,8 @@ int tzmaoptions::readfailure(messagekind kind, std::string_view words, std::stri
 
 void tzmaoptions::stored(const toption& option, std::int32_t which) {
   if (option.position < 0) return;
-  origins.set(option.position, assigning, getcount());
+  if (option.position >= origins.count()) origins.grow(getcount());
+  origins.set(option.position, assigning);
   if (told)
     told->tell(&optxv_listener::stored, {.option = option.position + 1,
                                          .which = which,

@@ -56,23 +56,27 @@ static_assert(sizeof(valueorigin) == 24);
 /// The origins of the options of a table, by 0-based position.
 class originlist {
  public:
-  /// Keeps the origin of an option. capacity: the options that the table has.
-  void set(std::int32_t position, const valueorigin& origin, std::int32_t capacity) {
-    const auto index = static_cast<std::size_t>(position);
-    if (index >= origins_.size()) origins_.resize(static_cast<std::size_t>(capacity));
-    origins_[index] = origin;
+  /// The options that there is room for; none until one gets a value.
+  std::int32_t count() const { return count_; }
+  void grow(std::int32_t count) {
+    origins_.resize(static_cast<std::size_t>(count));
+    count_ = count;
+  }
+  /// REQUIRES: 0 <= position < count().
+  void set(std::int32_t position, const valueorigin& origin) {
+    origins_[static_cast<std::size_t>(position)] = origin;
   }
   void clear(std::int32_t position) {
-    const auto index = static_cast<std::size_t>(position);
-    if (index < origins_.size()) origins_[index] = {};
+    if (position < count_) set(position, {});
   }
+  /// The origin of an option, which is no road where there is none. REQUIRES: position >= 0.
   valueorigin get(std::int32_t position) const {
-    const auto index = static_cast<std::size_t>(position);
-    return index < origins_.size() ? origins_[index] : valueorigin();
+    return position < count_ ? origins_[static_cast<std::size_t>(position)] : valueorigin();
   }
 
  private:
-  std::vector<valueorigin> origins_;  ///< empty until an option gets a value
+  std::vector<valueorigin> origins_;
+  std::int32_t count_ = 0;  ///< of origins_, which would divide to know it
 };
 
 }  // namespace optxv

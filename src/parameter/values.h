@@ -32,9 +32,16 @@ void readrest(tminiparser& in, readvalue& value);
 /// Takes one token as a value (see tminiparser::nexttoken).
 void readtoken(tminiparser& in, readvalue& value);
 
-/// Has what follows be assigned from that value, and tells of it. option: whose value it is, nil
-/// for an indicator's; which: 1 or 2.
-void beginvalue(tzmaoptions& options, const readvalue& value, const toption* option,
-                std::int32_t which = 1);
+/// Tells of a value. option: whose value it is, nil for an indicator's; which: 1 or 2.
+/// REQUIRES: options has a listener.
+void tellvalue(const tzmaoptions& options, const readvalue& value, const toption* option,
+               std::int32_t which);
+
+/// Has what follows be assigned from that value, and tells of it.
+inline void beginvalue(tzmaoptions& options, const readvalue& value, const toption* option,
+                       std::int32_t which = 1) {
+  options.assigning.at = value.place;
+  if (options.told) tellvalue(options, value, option, which);
+}
 
 }  // namespace optxv
