@@ -118,7 +118,7 @@ TEST_F(Commandline, CheckCountsErrorsAsItIsTold) {
 TEST_F(Commandline, MemoryThatRunsOutIsToldOnce) {
   save("big.def", std::string(std::size_t{48} << 20, 'a'));
   std::string records;
-  for (int i = 0; i < 100000; i++) records += "o" + std::to_string(i) + " integer 1 1 0 9 1 1 x\n";
+  for (int i = 0; i < 100000; i++) records += "o" + std::to_string(i) + " integer 0 1 0 9 1 1 x\n";
   save("many.def", records);
   for (const std::string file : {"big.def", "many.def"}) {  // the command's memory, the library's
     const std::string line = "cd '" + folder_.path() + "' && ulimit -v 32000 && '" +
