@@ -21,9 +21,10 @@
  *
  *   A file of any kind   its lines. A column is at most 1,021: what a line has beyond 1,020 bytes
  *                        is not read.
- *   A string             optReadFromStr and optReadFromPChar read one line, number 1. Its file name
- *                        is that of the messages, "string" and "pchar". A column or a length beyond
- *                        2,147,483,647 is given as that.
+ *   A string             optReadFromStr and optReadFromPChar read one line, number 1; the first of
+ *                        them takes 255 bytes at most. Its file name is that of the messages,
+ *                        "string" and "pchar". A column or a length beyond 2,147,483,647 is given
+ *                        as that.
  *
  * The file name is zero-terminated, belongs to the handle, and is good until xfree. A handle keeps
  * each name once, and at most 65,535 of them; a file past that has an empty name.
@@ -104,18 +105,20 @@ enum {
   optxv_declared_group = 1,   /* number: position in the list of groups */
   optxv_declared_synonym = 2, /* number: position in the list of synonyms; option: its target */
   optxv_declared_item = 3,    /* number: of the item, from 1; option: its enumeration */
-  optxv_declared_member = 4,  /* number: of the member, from 1; option: its list or macro */
+  optxv_declared_member = 4,  /* number: of the member, from 1, or 0 for one that a macro does not
+                                 know and so does not take; option: its list or macro */
   optxv_declared_deprecated =
       5,                        /* option: the option marked; number: 0, or of the synonym marked */
   optxv_declared_obsolete = 6,  /* likewise */
   optxv_declared_indicator = 7, /* the word that begins an indicator */
-  optxv_declared_lookup = 8,    /* the rule of lookup */
+  optxv_declared_lookup = 8,    /* the rule of lookup; number: its own, from 0 */
   optxv_declared_comment = 9    /* the characters that begin a comment */
 };
 
 /*
  * An enumeration of integers and a macro enter the table after their items and members: these are
- * told first, with the number that the option is about to get.
+ * told first, with the number that the option is about to get. The option Help, which each
+ * definition has though no record declares it, is not told.
  */
 typedef struct optxv_declaration {
   int32_t what; /* optxv_declared_... */
@@ -285,8 +288,8 @@ typedef struct optxv_message {
   int32_t option;   /* the option it is about, 0 if none */
   int32_t field;    /* in a definition: the field at fault */
   optxv_text text;  /* without the words for its kind and without its line number */
-  optxv_text about; /* the name, key, file or word that is at fault; may be empty */
-  optxv_text seen;  /* what stood where something else was expected; may be empty */
+  optxv_text about; /* the name, key or file that it is about; in a definition the record's name */
+  optxv_text seen;  /* what stood where something else was expected. Both may be empty */
   optxv_place place;
 } optxv_message;
 
@@ -296,9 +299,12 @@ typedef struct optxv_message {
  * program has.
  *
  * Calls come in the order of the text, on the thread that reads, while the reader stands where it
- * tells of. An entry gives: key, separator (if = or := is there), value or values, then what comes
- * of it: stores, messages. A record gives: its fields as they are read, declarations as they are
- * made, messages as they come up.
+ * tells of; but a comment at the end of a line may come before the value in front of it. An entry
+ * gives: key, separator (if = or := is there), value, what comes of that (stores, messages), and so
+ * on with a second value. An unknown key gives its message alone. A dot option gives no key: its
+ * values and what comes of them, then the entry; and so does an indicator after its key, the word
+ * that begins it. A record gives: its fields as they are read, declarations as they are made,
+ * messages as they come up.
  *
  * A callback can stop nothing, and must change nothing. It may call the functions of optxv.h that
  * ask by number (optCount, optGetInfoNr, optGetNameNr, optGetStrNr, ..., optMessageCount,
@@ -330,6 +336,8 @@ typedef struct optxv_listener {
   void (*dot_option)(void* context, const optxv_entry* entry);
   void (*indicator)(void* context, const optxv_entry* entry);
 
+  /* not for echoed lines, which `line` tells of. A message that a read ends, directly after the one
+     that it began, takes that from the queue instead, and has the number 0. */
   void (*message)(void* context, const optxv_message* message);
 } optxv_listener;
 

@@ -163,8 +163,7 @@ void readsynonym(definitionreader& record) {
   record.options.addsynonym(record.name, position);
   record.declare({.what = optxv_declared_synonym,
                   .number = record.options.optsynonymcount(),
-                  .option = position + 1,
-                  .target = position + 1},
+                  .option = position + 1},
                  record.name, record.namefield.place);
 }
 

@@ -114,7 +114,7 @@ void definitionreader::took(std::int32_t field, bool good, std::string_view toke
 
 void definitionreader::tellfield(bool good, const fieldread& at) const {
   options.told->cutlong(at.field == optxv_field_record ? optxv_cut_name : optxv_cut_value, number_,
-                        at.seen, at.place);
+                        at.seen, at.place, at.quotes);
   options.told->tell(&optxv_listener::field, {.field = at.field,
                                               .option = number_,
                                               .good = good ? 1 : 0,
@@ -132,10 +132,28 @@ void definitionreader::telldeclaration(const declaration& facts, std::string_vie
                                                  .place = options.told->placed(place)});
 }
 
+/// Tells of a number that its type's limit stands in for.
+void definitionreader::tellsaturated(std::string_view token) const {
+  if (!saturatedinteger(token)) return;
+  options.told->tell(&optxv_listener::cut, {.what = optxv_cut_number,
+                                            .option = number_,
+                                            .place = options.told->placed(field_.place),
+                                            .kept = textof(token),
+                                            .lost = 0});
+}
+
+/// Reads a token, and keeps how many quotes of it fall away.
+bool definitionreader::nexttoken(shortstring& token) {
+  const bool quote = in.ch() == '"';
+  const bool good = in.nexttoken(token);
+  field_.quotes = quote ? good ? 2 : 1 : 0;
+  return good;
+}
+
 bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
   in.skipbl();
   const textplace rest = in.restplace();
-  const bool good = in.nexttoken(token);
+  const bool good = nexttoken(token);
   took(field, good, token, rest);
   return good;
 }
@@ -145,8 +163,9 @@ void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring token;
-  const bool good = in.nexttoken(token) && strasintex(token, value);
+  const bool good = nexttoken(token) && strasintex(token, value);
   took(field, good, token, rest);
+  if (options.told) tellsaturated(token);
   check(good, optxv_fault_bad_field, words);
 }
 
@@ -154,7 +173,7 @@ void definitionreader::realfield(std::int32_t field, double& value, std::string_
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring token;
-  const bool good = in.nexttoken(token) && strasdoubleex(token, value);
+  const bool good = nexttoken(token) && strasdoubleex(token, value);
   took(field, good, token, rest);
   check(good, optxv_fault_bad_field, words);
 }
@@ -166,7 +185,7 @@ void definitionreader::restfield(std::int32_t field) {
   in.restofline(text);
   // No message is about such a field, so that it takes a listener to ask for it.
   if (!options.told) return;
-  field_ = {field, rest.part(0, size), text};
+  field_ = {field, rest.part(0, size), text, 0};
   tellfield(size > 0, field_);
 }
 
@@ -242,8 +261,8 @@ void definitionreader::readrecord() {
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring word;
-  in.nexttoken(word);
-  field_ = {optxv_field_type, in.since(rest), word};
+  nexttoken(word);
+  field_ = {optxv_field_type, in.since(rest), word, field_.quotes};
   const fieldread type = field_;
   takemodifier(word);
   const recordrow* row = recordrow::find(word);

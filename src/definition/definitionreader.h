@@ -17,6 +17,7 @@ struct fieldread {
   std::int32_t field = optxv_field_none;  ///< optxv_field_...
   textplace place = {};                   ///< as written; empty where it was expected
   shortstring seen = {};                  ///< the token that stands there
+  int quotes = 0;                         ///< how many of its bytes as written are its quotes
 };
 
 /// What a definition declares, as the public header numbers it.
@@ -137,6 +138,8 @@ class definitionreader {
   void readbounded(Value& low, Value& high, Value& standard,
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
+  bool nexttoken(shortstring& token);
+  void tellsaturated(std::string_view token) const;
   void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
   void tellfield(bool good, const fieldread& at) const;
   void telldeclaration(const declaration& facts, std::string_view declared,

@@ -50,9 +50,11 @@ class listener {
   void leave(std::int32_t error);
 
   void line(const textplace& place, std::string_view text) const;
-  /// Tells of a cut if the text as written is longer than the 255 bytes that are kept of one.
+  /// Tells of a cut if less is kept of a text than was written. besides: how many bytes of the
+  /// place are no part of the text, such as its quotes; less than 0 for bytes that only the text
+  /// has.
   void cutlong(std::int32_t what, std::int32_t option, std::string_view kept,
-               const textplace& place) const;
+               const textplace& place, int besides = 0) const;
 
  private:
   optxv_listener calls_ = {};

@@ -163,6 +163,10 @@ void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key,
                     ".suffix expected for key ", key, in.ahead());
   const textplace suffixplace = in.since(rest);
   const shortstring suffix = concat('.', word);
+  if (options.told) {
+    options.told->cutlong(optxv_cut_name, 0, key, keyplace);
+    options.told->cutlong(optxv_cut_name, 0, suffix, suffixplace);
+  }
   const std::int32_t position = options.optlookup(suffix);
   if (position < 0) {
     const messagefacts facts = {

@@ -63,6 +63,7 @@ bool doident(tindicatorlist& list, tminiparser& in, side which, symbolplaces& pl
   }
   here = in.since(here);
   (which == side::variable ? places.variable : places.equation) = here;
+  if (list.owner->told) list.owner->told->cutlong(optxv_cut_name, 0, name, here);
   if (which == side::variable)
     list.setvariable(name);
   else

@@ -48,6 +48,8 @@ class entryreader {
   bool usable(const toption& option);
   void checkremainder();
 
+  bool runtime() const { return dashes_ > 1; }
+
   void readtyped(readvalue& value) { toeol_ ? readrest(in_, value) : readtoken(in_, value); }
   void readplainrest(readvalue& value);
   void tellkey(const toption* option) const;
@@ -83,11 +85,11 @@ bool entryreader::readentry() {
     readindicator(options_, in_);
     return true;
   }
-  if (dashes_ > 1) key_ = concat(runtimeprefix, key_);
+  if (runtime()) key_ = concat(runtimeprefix, key_);
   toption* option = findoption();
   options_.assigning.at = keyplace_;
   if (options_.told) tellkey(option);
-  if (key_.view().starts_with(runtimeprefix))
+  if (runtime())
     runtimeoption(option);
   else if (option == nullptr)
     unknownkey();
@@ -119,7 +121,9 @@ bool entryreader::readkey() {
 
 void entryreader::tellkey(const toption* option) const {
   const bool own = option == nullptr || options_.getobjects(options_.optlookup(key_)) == option;
-  options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_);
+  // The place of joined words has blanks that the name has not, so that it may be the longer one.
+  if (key_.length() == shortstring::maximum)
+    options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_, runtime() ? -2 : 0);
   options_.told->tell(&optxv_listener::key,
                       {.option = option != nullptr ? option->position + 1 : 0,
                        .synonym = own ? 0 : options_.synonymindex.find(key_) + 1,
@@ -242,8 +246,8 @@ void entryreader::plain(toption& option) {
 void entryreader::assignone(toption& option) {
   readvalue value;
   readtyped(value);
-  const bool wanted = usable(option);
   beginvalue(options_, value, &option);
+  const bool wanted = usable(option);
   if (wanted && value.good) option.setasstring(value.text);
 }
 
@@ -258,8 +262,8 @@ void entryreader::assigntwo(toption& option) {
 /// Stores two values; one that is '*' leaves its half as it is, and a first value that stands alone
 /// goes to both.
 void entryreader::assign2(toption& option, const readvalue& first, const readvalue& second) {
-  const bool wanted = usable(option);
   beginvalue(options_, first, &option);
+  const bool wanted = usable(option);
   if (wanted && first.good && first.text != "*") {
     option.setasstring(first.text);
     if (!second.good) option.setasstring2(first.text);
