@@ -359,7 +359,7 @@ OPTXV_EMBEDDING_API int32_t optxv_value_place(optxv_handle handle, int32_t optnr
  * another kind.
  */
 OPTXV_EMBEDDING_API int32_t optxv_list_count(optxv_handle handle, int32_t optnr);
-/* Item `position` (from 1): 1, or 0 and an empty text. The bytes are good until the list changes. */
+/* Item `position`, from 1. Gives 1, or 0 and an empty text. Good until the list changes. */
 OPTXV_EMBEDDING_API int32_t optxv_list_item(optxv_handle handle, int32_t optnr, int32_t position,
                                             optxv_text* item);
 
