@@ -8,7 +8,8 @@
 
 namespace optxv {
 
-/// One kind of record: what the loop does before the kind's own fields, and who reads those.
+/// One kind of record: what the loop does before the kind's own fields, and the function that reads
+/// those.
 struct recordrow {
   recordform form;
   bool usermap;
@@ -102,7 +103,7 @@ bool definitionreader::continuation() {
 
 // --- Fields ------------------------------------------------------------------------------------
 
-/// Keeps where a field stands that begins at the rest of the line, and tells of it.
+/// Notes the place of a field that begins where `rest` does, and reports the field to the listener.
 void definitionreader::took(std::int32_t field, bool good, std::string_view token,
                             const textplace& rest) {
   field_.field = field;
@@ -232,7 +233,7 @@ bool definitionreader::beginrecord() {
   return true;
 }
 
-/// Takes the modifier off a type word. An unknown one leaves that of the record before in force.
+/// Takes the modifier off a type word. After an unknown one, that of the record before stays.
 void definitionreader::takemodifier(shortstring& word) {
   const std::size_t dot = word.view().rfind('.');
   if (dot == std::string_view::npos) {
@@ -250,7 +251,7 @@ void definitionreader::takemodifier(shortstring& word) {
   report(optxv_fault_unknown_modifier, concat("Unknown type modifier = ", suffix));
 }
 
-/// Tells of the two fields that begin a record, once it is known whose they are.
+/// Reports the two fields that begin a record, once it is known which option they belong to.
 void definitionreader::tellbegin(const fieldread& type) {
   namefield.seen = name;
   tellfield(true, namefield);
@@ -273,7 +274,7 @@ void definitionreader::readrecord() {
   if (row == nullptr || row->option)
     check(options.optionasobj(name) == nullptr, optxv_fault_duplicate_option, "Duplicate option",
           namefield);
-  // An unknown word costs a usermap before it is reported: it might have been any option's.
+  // Before an unknown word is reported a usermap is read, as if the word were that of an option.
   if (row == nullptr || row->usermap)
     integerfield(optxv_field_usermap, usermap, "Bad usermap value");
   else
@@ -359,7 +360,8 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   definitionreader(*this, reader).read();
   const int failure = readfailure(optMsgDefineError, "Cannot read option file ", source.name);
   endsource(failure);
-  // A list grows eightfold; what a table needs from here on are a few options made at run time.
+  // A list grows eightfold; from here on a table needs room only for a few options made at run
+  // time.
   optionlist.setcapacity(optionlist.count() + sparecapacity);
   return failure;
 }

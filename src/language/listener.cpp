@@ -6,7 +6,7 @@
 namespace optxv {
 
 listener::listener(const optxv_listener& calls) {
-  // Bytes, since an older program's struct ends earlier than ours.
+  // Copied as bytes, since the struct of an older program ends earlier than ours.
   std::memcpy(&calls_, &calls, std::min(calls.size, sizeof calls_));
 }
 
