@@ -17,8 +17,8 @@ std::size_t plainend(std::string_view line, const charset& comment) {
   return static_cast<std::size_t>(std::find_if(line.begin(), line.end(), stops) - line.begin());
 }
 
-/// The end of a quoted value, whose opening quote is gone: the first comment character that stands
-/// outside of quotes.
+/// The end of a quoted value, given without its opening quote: the first comment character that is
+/// outside quotes.
 std::size_t quotedend(std::string_view line, const charset& comment) {
   bool inside = true;
   for (std::size_t i = 0; i < line.size(); ++i) {
