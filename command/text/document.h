@@ -48,9 +48,9 @@ class textdocument {
 
   const std::string& name() const { return name_; }
   std::string_view text() const { return content_->text; }
-  /// The identity of the file when it was opened; no file for a text that was in memory.
+  /// Of the file, as it was when it was opened; no file for a text that was in memory.
   identity id() const { return content_->id; }
-  /// Whether it is a regular file that was opened by its name, and so can be opened again.
+  /// Whether it is a regular file that was opened by its name, which can be opened once more.
   bool isregular() const { return content_->regular; }
   /// The same text under another name.
   textdocument named(std::string name) const;

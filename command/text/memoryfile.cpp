@@ -11,7 +11,7 @@
 namespace command {
 namespace {
 
-/// If a standard stream is closed, a new file would take its number.
+/// Where a standard stream is closed, a new file would take its number.
 int abovestreams(const descriptor& file) {
   return fcntl(file.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
 }
