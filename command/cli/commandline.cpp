@@ -16,8 +16,8 @@ namespace {
 
 // --- The parser, from the rows
 
-/// The help of the parser's library with the usage from a row, and beside a flag no more than what
-/// its value stands for: what else holds is said in words.
+/// The help of the parser's library, but with the usage from a row, and beside a flag only what its
+/// value stands for: everything else is said in words.
 class helpform : public CLI::Formatter {
  public:
   explicit helpform(std::string usage) : usage_(std::move(usage)) {
@@ -36,7 +36,7 @@ class helpform : public CLI::Formatter {
   std::string usage_;
 };
 
-/// A count as text; what is wrong with it if it is none.
+/// What is wrong with the text of a count; empty if nothing is.
 std::string notcount(const std::string& text) {
   constexpr std::size_t mostdigits = 9;
   const bool good =
@@ -81,7 +81,7 @@ void addall(CLI::App& app, request& given) {
                        std::string(versionflag.help));
   add(app, listflag, given);
   app.require_subcommand(0, 1);
-  app.footer("optxv SUBCOMMAND --help tells more, with examples.");
+  app.footer("optxv SUBCOMMAND --help says more, with examples.");
   for (const subcommand& row : subcommands()) add(app, row, given);
 }
 
@@ -111,8 +111,8 @@ std::vector<std::string> flagsof(std::span<const argument* const> arguments) {
   return names;
 }
 
-/// The long flags among the names that are nearest to a wrong one. What is compared has no dashes
-/// in front, which would count as letters, and an underscore for a dash between words.
+/// The long flags among the names that are nearest to a wrong one. They are compared without their
+/// first dashes, which would count as letters, and with underscores for the dashes between words.
 std::vector<std::string> nearestflags(std::string_view wrong, std::vector<std::string> names) {
   const auto bare = [](std::string_view flag) {
     std::string text(flag.substr(std::min(flag.find_first_not_of('-'), flag.size())));
@@ -148,7 +148,7 @@ complaint wrongflag(const std::string& word, const subcommand* row) {
   complaint result = {owner + " has no flag " + inquotes(flag), ""};
   if (const std::string owners = ownersof(flag); !owners.empty()) {
     result.hint = "it is a flag of " + owners;
-    if (row == nullptr) result.hint += ", and stands after the subcommand";
+    if (row == nullptr) result.hint += ", and must come after the subcommand";
     return result;
   }
   std::vector<std::string> known = flagsof(commonflags);
@@ -167,7 +167,7 @@ complaint wrongsubcommand(const std::string& word) {
   return {"no subcommand is called " + inquotes(word), hintof(nearestnames(known).nearest(word))};
 }
 
-/// The first flag of some words, or else the first word: a value may have come with the flag.
+/// The first flag among some words, since another of them may be its value; or else the first word.
 /// Nothing if there are no words.
 std::optional<std::string> first(const std::vector<std::string>& words) {
   const auto isflag = [](const std::string& word) { return word.size() > 1 && word[0] == '-'; };
@@ -176,7 +176,8 @@ std::optional<std::string> first(const std::vector<std::string>& words) {
   return words.empty() ? std::nullopt : std::optional(words.front());
 }
 
-/// What the parser could not place comes before what it found missing: that may be the reason.
+/// What the parser could not place is reported rather than what it found missing, since it may be
+/// the reason for that.
 complaint complaintof(const CLI::App& app, const CLI::ParseError& why) {
   const subcommand* row = chosen(app);
   if (const auto word = first(app.remaining(false)))

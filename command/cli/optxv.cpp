@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Ends the process where memory runs out. As a handler, not as a catch, since the library would
-/// end it first, in its own words, where it is the library that asks for memory.
+/// Ends the process if memory runs out. This is a handler, not a catch: when the library itself
+/// asks for memory, it would otherwise end the process first, in its own words.
 [[noreturn]] void outofmemory() {
   command::put(stderr, "optxv: error: out of memory\n");  // it has no buffer to allocate
   std::_Exit(command::statusunusable);

@@ -11,7 +11,8 @@ namespace {
 using nlohmann::ordered_json;
 
 constexpr std::string_view statustext =
-    "Exit status: 0 clean, 1 errors in the files, 2 wrong usage or a file that cannot be read or "
+    "Exit status: 0 no errors, 1 errors in the files, 2 wrong usage or a file that cannot be read "
+    "or "
     "written.";
 
 std::string padded(std::string_view text, std::size_t width) {
@@ -52,7 +53,7 @@ std::string shortlist() {
   std::string text = "usage: optxv SUBCOMMAND ...\n";
   for (const subcommand& row : subcommands())
     text += "  " + padded(row.word, width) + std::string(row.help) + '\n';
-  return text + "optxv SUBCOMMAND --help tells more, with examples.\n";
+  return text + "optxv SUBCOMMAND --help says more, with examples.\n";
 }
 
 std::string usage(const subcommand& row) {

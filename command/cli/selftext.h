@@ -1,4 +1,4 @@
-// What the command says of itself, from the rows of its subcommands.
+// What the command says about itself, from the rows of its subcommands.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@
 
 namespace command {
 
-/// A line for each subcommand, for somebody who gave none.
+/// One line per subcommand, for users who gave none.
 std::string shortlist();
 
 /// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o FOLDER`.
 std::string usage(const subcommand& row);
 
-/// What follows the flags in the help of a subcommand: what else there is to say, examples, and the
+/// What follows the flags in the help of a subcommand: its further sentences, examples, and the
 /// exit status.
 std::string footer(const subcommand& row);
 

@@ -20,10 +20,9 @@ constexpr argument parameterwords{"PARAMETERS", "",
                                   &request::parameters};
 constexpr argument topicword{"REQUEST", "", "Name of an option, or a number", &request::topic};
 constexpr argument tokens{
-    "--tokens", "", "Begin each file in token mode: many options a line, values are single words",
+    "--tokens", "", "Begin each file in token mode: many options per line, values are single words",
     &request::tokens};
-constexpr argument nobounds{"--no-bounds", "",
-                            "Take values that are out of their bounds, with a warning",
+constexpr argument nobounds{"--no-bounds", "", "Take values that are out of bounds, with a warning",
                             &request::nobounds};
 constexpr argument strict{"--strict", "", "Let warnings count as errors for the exit status",
                           &request::strict};
@@ -49,7 +48,7 @@ constexpr argument force{
 
 constexpr auto rows = std::to_array<subcommand>({
     {"check",
-     "Tell everything that is wrong with the files",
+     "Report everything that is wrong with the files",
      "",
      {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json},
      {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
@@ -65,7 +64,8 @@ constexpr auto rows = std::to_array<subcommand>({
      show},
     {"help",
      "Show the help that a definition holds",
-     "A number is the sum of what is wanted: 1 by group, 2 in alphabetical order, 4 the table for\n"
+     "A number asks for lists, and may be a sum: 1 by group, 2 in alphabetical order, 4 the table "
+     "for\n"
      "debugging, 8 marks of deprecation.",
      {&definitionword, &topicword, &search},
      {"optxv help solver.def", "optxv help solver.def steplim", "optxv help solver.def 2",
@@ -85,10 +85,10 @@ constexpr auto rows = std::to_array<subcommand>({
      {"optxv html solver.def -o solver.html"},
      html},
     {"definition",
-     "Write what was understood of a definition, as a definition",
+     "Write what the library understood of a definition, as a definition",
      "A listing for people: what the library understood, in the form of a definition. It leaves\n"
-     "out lists of texts, groups, and the indicator, lookup and eolcomm records, and has the\n"
-     "option Help that every table begins with. So it cannot be read back in every case; that is\n"
+     "out lists of texts, groups, and the indicator, lookup and eolcomm records, and it includes\n"
+     "the option Help, with which every table begins. So it cannot always be read back; that is\n"
      "its form.",
      {&definitionword, &output, &force},
      {"optxv definition solver.def | diff solver.def -"},

@@ -1,6 +1,6 @@
-// The subcommands, a row each, and the words and flags that they take, a row each. From these rows
-// come the parser, its help, what is said of wrong flags, and the listing that the manual page is
-// made from: a new flag is a row and a field of the request.
+// The subcommands, and the words and flags that they take, one row each. From these rows come the
+// parser, its help, the messages about wrong flags, and the listing from which the manual page is
+// made: a new flag is a row and a field of the request.
 #pragma once
 
 #include <algorithm>
@@ -16,19 +16,19 @@
 
 namespace command {
 
-/// The field of a request that a word or a flag sets: a switch, a count, a text, or texts of which
-/// there may be many. Nothing for a flag that the parser itself answers.
+/// The field of a request that a word or a flag sets: a switch, a count, a text, or any number of
+/// texts. Nothing for a flag that the parser itself answers.
 using field = std::variant<std::monostate, bool request::*, std::size_t request::*,
                            std::string request::*, std::vector<std::string> request::*>;
 
-/// A flag, or a word that is known by its place.
+/// A flag, or a word that is known by its position.
 struct argument {
-  std::string_view names;  ///< `-o,--output`; of a word what it stands for: `DEFINITION`
-  std::string_view value;  ///< what the value of a flag stands for; empty for a flag without
+  std::string_view names;  ///< `-o,--output`; for a word, what it stands for: `DEFINITION`
+  std::string_view value;  ///< what the value of a flag stands for; empty for a flag without one
   std::string_view help;   ///< without the full stop
   field into;
   bool required = false;
-  const argument* excludes = nullptr;  ///< one that may not stand beside it
+  const argument* excludes = nullptr;  ///< one that may not be given with it
 
   constexpr bool isflag() const { return names.starts_with('-'); }
   constexpr bool ismany() const {
@@ -40,7 +40,7 @@ struct argument {
 struct subcommand {
   std::string_view word;
   std::string_view help;                    ///< one line without the full stop
-  std::string_view more;                    ///< whole sentences, by lines; may be empty
+  std::string_view more;                    ///< whole sentences, in lines; may be empty
   std::array<const argument*, 10> takes;    ///< words in their order, then flags; then null
   std::array<std::string_view, 4> example;  ///< command lines; then empty
   int (*run)(const request& given);
@@ -53,7 +53,7 @@ struct subcommand {
   }
 };
 
-/// All of them, in the order in which they are told.
+/// All of them, in the order in which they are listed.
 std::span<const subcommand> subcommands();
 
 /// The flags of the command itself.

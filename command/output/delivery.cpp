@@ -29,11 +29,11 @@ using result = std::optional<fault>;
 
 constexpr const char* unopened = "cannot be opened";
 constexpr const char* unwritten = "cannot be written";
-constexpr const char* unreplaced = "cannot be put in its place";
+constexpr const char* unreplaced = "cannot be renamed into place";
 
 // --- Where a name leads
 
-/// An entry of a folder, which is no link, or an open descriptor of this process or of another one.
+/// An entry of a folder that is not a link, or an open descriptor of this process or another one.
 struct place {
   fs::path path;
   enum { entry, owndescriptor, otherdescriptor } kind = entry;
@@ -52,8 +52,8 @@ bool isowndescriptors(const fs::path& folder) {
   });
 }
 
-/// Follows the links of a name, also to what does not exist yet. Nothing, with errno set, where a
-/// folder on the way does not.
+/// Follows the links of a name, even to a file that does not exist yet. Nothing, with errno set, if
+/// a folder on the way does not exist.
 std::optional<place> placeof(fs::path name) {
   constexpr int mostlinks = 40;
   for (int links = 0; links < mostlinks; links++) {
@@ -74,8 +74,7 @@ std::optional<place> placeof(fs::path name) {
 
 // --- Ways of writing
 
-/// Brings a file or a folder to the disk. Some file systems know nothing of that, which is no
-/// fault.
+/// Syncs a file or a folder to the disk. Some file systems cannot do that, which is not a failure.
 bool synced(int file) {
   return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
 }
@@ -106,7 +105,7 @@ result writeinplace(const fs::path& path, std::string_view product) {
   descriptor out(openas(path, O_TRUNC));
   if (out.number() < 0) return fault{unopened};
   if (writeall(out.number(), product) && synced(out.number()) && out.finish()) return std::nullopt;
-  return fault{"cannot be written, which was begun in place"};
+  return fault{"cannot be written completely; it was being written in place"};
 }
 
 /// The permissions of a file that is created in the ordinary way.
@@ -116,7 +115,7 @@ mode_t usualmode() {
   return 0666 & ~mask;
 }
 
-/// A new file that is to replace an old one, or to take a free name. OWNS: the file, which goes
+/// A new file that will replace an old one, or take a free name. OWNS: the file, which is removed
 /// unless it is renamed.
 class newfile {
  public:
@@ -142,7 +141,7 @@ class newfile {
   bool changemode(mode_t mode) const { return fchmod(out_.number(), mode) == 0; }
   bool write(std::string_view product) const { return writeall(out_.number(), product); }
   bool finish() { return synced(out_.number()) && out_.finish(); }
-  /// Puts it in its place.
+  /// Renames it to its final name.
   bool rename() {
     exists_ = std::rename(path_.c_str(), place_.c_str()) != 0;
     return !exists_;
@@ -155,16 +154,16 @@ class newfile {
   bool exists_;
 };
 
-/// The new name is there already; this makes sure that it stays. A folder that cannot be read
-/// cannot be brought to the disk either.
+/// The new name exists already; this makes sure that it stays. A folder that cannot be read cannot
+/// be synced to the disk either.
 result syncfolder(const fs::path& folder) {
   const descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened.number() < 0 || synced(opened.number())) return std::nullopt;
-  return fault{"is written, but its folder cannot be brought to the disk"};
+  return fault{"is written, but its folder cannot be synced to the disk"};
 }
 
-/// Writes a new file and puts it in its place. A free name takes what mode it can get, as not every
-/// file system has modes.
+/// Writes a new file and renames it to its final name. For a free name the mode is set if possible,
+/// since not every file system has modes.
 result fill(newfile& fresh, const fs::path& path, std::string_view product,
             const struct stat* old) {
   if (!fresh.exists()) return fault{"cannot be created"};
@@ -182,7 +181,7 @@ result create(const fs::path& path, std::string_view product) {
   return fill(fresh, path, product, nullptr);
 }
 
-/// Whether an error says that a file cannot be replaced, though it may well be written.
+/// Whether an error means that a file cannot be replaced, though it may be possible to write it.
 bool isrefusal(int error) {
   constexpr std::array<int, 4> refusals = {EACCES, EPERM, EROFS, EBUSY};
   return std::ranges::find(refusals, error) != refusals.end();
@@ -220,7 +219,7 @@ result writeto(const std::string& destination, std::string_view product) {
   return writeentry(where->path, product);
 }
 
-/// Whether a product that is written there takes the place of what is there.
+/// Whether a product that is written there replaces what is there.
 bool keepscontent(const struct stat& status) {
   return S_ISREG(status.st_mode) || S_ISBLK(status.st_mode);
 }

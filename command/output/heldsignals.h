@@ -1,13 +1,14 @@
-// Signals that end a process, held off for a short while.
+// Signals that end a process, delayed for a short while.
 #pragma once
 
 #include <csignal>
 
 namespace command {
 
-/// While this lives, SIGHUP, SIGINT, SIGQUIT and SIGTERM wait, and so do those of the limits of
-/// time and of the size of files. They do their work after it, but that of the size of files: the
-/// write that was over the limit has failed with EFBIG, which is told in words. For one thread.
+/// While this lives, SIGHUP, SIGINT, SIGQUIT and SIGTERM wait, and so do the signals for the limits
+/// of time and of the size of files. They take effect afterwards, except the one for the size of
+/// files: the write that went over the limit has failed with EFBIG, which is reported in words. For
+/// one thread.
 class heldsignals {
  public:
   heldsignals();

@@ -29,14 +29,14 @@ constexpr std::array<wordrow, 10> kinds = {{
     {"boolean", "switch: 1 or 0, also yes or no"},
     {"enumstr", "one of a list of words"},
     {"enumint", "one of a list of numbers"},
-    {"multilist", "sets the options named, a value each"},
+    {"multilist", "sets the options named, each to its own value"},
     {"strlist", "list of texts; each use adds one"},
     {"macro", "sets the options named, all to the same value"},
     {"immediate", "instruction to the reader of parameters"},
 }};
 
 constexpr std::array<wordrow, 3> modifiers = {{
-    {"NV", "takes no value: to name it sets it"},
+    {"NV", "takes no value: naming it sets it"},
     {"OPT", "the value may be left out"},
     {"TWO", "takes two values"},
 }};
@@ -47,7 +47,7 @@ std::string_view meaning(const std::array<wordrow, Count>& rows, std::string_vie
   return row == rows.end() ? std::string_view() : row->meaning;
 }
 
-/// Text as it may stand between tags and in attributes.
+/// Text in the form that is allowed between tags and in attributes.
 std::string shown(std::string_view text) {
   constexpr std::array<wordrow, 5> entities = {
       {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&#39;"}}};
@@ -63,8 +63,8 @@ std::string code(std::string_view text) {
   return "<code>" + shown(text) + "</code>";
 }
 
-/// The place of an option of that name on the page. Bytes that are not those of an ordinary name
-/// are spelt out.
+/// The address of an option of that name on the page. Bytes that ordinary names do not have are
+/// written as numbers.
 std::string placeof(std::string_view tablename) {
   constexpr std::string_view digits = "0123456789abcdef";
   std::string place = "option-";
@@ -81,7 +81,7 @@ std::string link(std::string_view place, std::string_view text) {
   return "<a href=\"#" + shown(place) + "\">" + shown(text) + "</a>";
 }
 
-/// A second name, with what is to be known of it.
+/// A second name, with what is to be known about it.
 std::string synonymtext(const synonymfacts& synonym) {
   std::string text = "<span class=\"name\">" + shown(synonym.name) + "</span>";
   if (!synonym.deprecated && !synonym.obsolete) return text;
@@ -90,7 +90,7 @@ std::string synonymtext(const synonymfacts& synonym) {
   return text + (synonym.text.empty() ? "" : " " + shown(synonym.text)) + "</span>";
 }
 
-/// The texts one after the other with commas between.
+/// The texts one after another, separated by commas.
 std::string listed(const std::vector<std::string>& texts) {
   std::string all;
   for (const std::string& text : texts) all += (all.empty() ? "" : ", ") + text;
@@ -117,8 +117,8 @@ std::string kindtext(const optionfacts& option) {
   return text;
 }
 
-/// The lines of long help as paragraphs: an empty line parts them, and a line that begins with
-/// blanks keeps its shape.
+/// The lines of long help as paragraphs: an empty line separates them, and a line that begins with
+/// blanks keeps them.
 std::string longhelp(const std::vector<std::string>& lines) {
   std::string all, text;
   for (const std::string& line : lines) {
@@ -150,7 +150,7 @@ std::string note(std::string_view sentence, std::string_view text = {}) {
   return paragraph(std::string(sentence) + (text.empty() ? "" : " " + shown(text)), "note");
 }
 
-/// What the use of an unmarked synonym comes to where another one of the option is marked.
+/// What happens when an unmarked synonym is used while another one of the option is marked.
 std::string synonymnote(const optionfacts& option) {
   const bool obsolete = option.synonymobsolete;
   const bool all = std::ranges::all_of(option.synonyms, [&](const synonymfacts& each) {
@@ -202,7 +202,7 @@ class pagewriter {
   const std::string& source_;
   std::vector<optionlist> contents_;                      ///< of each section
   std::map<std::string_view, const optionfacts*> first_;  ///< a faulty definition repeats names
-  std::map<std::string_view, optionlist> setters_;  ///< the lists and macros with such a member
+  std::map<std::string_view, optionlist> setters_;        ///< the lists and macros with that member
 };
 
 pagewriter::pagewriter(const tablefacts& table, const std::string& source)
@@ -224,7 +224,7 @@ std::string pagewriter::place(std::size_t section) const {
   return "group-" + std::to_string(table_.groups[section].number);
 }
 
-/// A repeated name is followed by its number; no name has a point within.
+/// A repeated name is followed by a point and its number; no name has a point inside.
 std::string pagewriter::place(const optionfacts& option) const {
   const std::string place = placeof(option.tablename);
   return first_.at(option.tablename) == &option
@@ -274,7 +274,7 @@ std::string pagewriter::article(const optionfacts& option) const {
          longhelp(option.longhelp) + "</article>\n";
 }
 
-/// Many groups stand in a plain list, which a browser need not lay out whole.
+/// Many groups are shown as a plain list, which a browser need not lay out completely.
 std::string pagewriter::navigation() const {
   constexpr std::size_t many = 200;
   std::string items;

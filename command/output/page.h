@@ -7,10 +7,10 @@
 
 namespace command {
 
-/// One HTML page that needs nothing but itself: every option in a section of its group, in table
-/// order, those that the help listings hide among them, marked. A script filters them as one types
-/// in the search box; without it the page is complete and has no box. `source` names the definition
-/// file. Bytes that are no UTF-8 stand as \xNN; all text is escaped.
+/// One HTML page that needs no other file: every option in the section of its group, in table
+/// order; also those that the help listings hide, with a mark. A script finds options as the user
+/// types in the search box; without scripts the page is complete and has no box. `source` names the
+/// definition file. Bytes that are not UTF-8 are shown as \xNN; all text is escaped.
 std::string referencepage(const optxv::tablefacts& table, const std::string& source);
 
 }  // namespace command

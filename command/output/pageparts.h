@@ -100,7 +100,7 @@ inline constexpr std::string_view pagesearch = R"(<form id="search" role="search
 </form>
 )";
 
-/// Where the options that fit a search stand for its time, the best first.
+/// Where the options that fit a search are while it lasts, the best first.
 inline constexpr std::string_view pagefound = R"(<div id="found" hidden>
 <section aria-labelledby="found-names"><h2 id="found-names">Found by name</h2></section>
 <section aria-labelledby="found-texts"><h2 id="found-texts">Found in texts</h2></section>
@@ -108,10 +108,10 @@ inline constexpr std::string_view pagefound = R"(<div id="found" hidden>
 </div>
 )";
 
-/// Searches as one types: the options that hold every word leave their groups for the list of what
-/// was found, and go back afterwards. So that typing never waits for a large table, a search looks
-/// through texts that were folded before, and only as much as can be seen is moved and marked. The
-/// search stands in the address as "#?q=words".
+/// Searches while the user types: the options that contain every word move from their groups to the
+/// list of what was found, and go back afterwards. So that typing never waits for a large table, a
+/// search looks through texts that were folded before, and only what can be seen is moved and
+/// marked. The search is kept in the address as "#?q=words".
 inline constexpr std::string_view pagescript = R"(
 (function () {
   'use strict';
@@ -151,7 +151,7 @@ inline constexpr std::string_view pagescript = R"(
     });
   }
 
-  // 0 the name itself, 1 a name that begins so, 2 words of names, 3 words of texts, 4 nothing.
+  // 0 the name itself, 1 a name that begins with it, 2 words of names, 3 words of texts, 4 nothing.
   function rank(option, words, whole) {
     if (whole !== '' && option.names.includes('\n' + whole)) return option.names.includes('\n' + whole + '\n') ? 0 : 1;
     if (words.every(word => word.bare !== '' && option.names.includes(word.bare))) return 2;
@@ -191,7 +191,7 @@ inline constexpr std::string_view pagescript = R"(
     nodes.forEach(node => markin(node, node.parentElement.closest(named) ? pattern.names : pattern.texts));
   }
 
-  // Shows the next of what was found; the rest follows when one comes near the end of the list.
+  // Shows the next of what was found; the rest follows near the end of the list.
   function more(count) {
     const next = results.slice(shown, shown + count);
     next.forEach(option => {
@@ -264,7 +264,7 @@ inline constexpr std::string_view pagescript = R"(
     const address = query === '' ? location.href.split('#')[0] : '#?' + new URLSearchParams({ q: query });
     try {
       history[searched ? 'replaceState' : 'pushState'](null, '', address);
-    } catch { /* a browser may refuse when one types very fast; the next letter makes up for it */ }
+    } catch { /* a browser may refuse this if the user types very fast; the next letter tries again */ }
   }
 
   function type() {
@@ -278,7 +278,7 @@ inline constexpr std::string_view pagescript = R"(
     search();
   }
 
-  // Again in the next frames: what the browser had not laid out before gets its height only there.
+  // Again in the next frames: what the browser had not laid out before gets its height only then.
   function bring(element, frames = 5) {
     element.scrollIntoView();
     if (frames > 0) requestAnimationFrame(() => bring(element, frames - 1));

@@ -8,7 +8,7 @@
 
 namespace command {
 
-/// A table as it is printed: cells that are printable text, and headings above.
+/// A table to be printed: cells of printable text, with headings above them.
 struct table {
   struct column {
     std::string heading;
@@ -18,16 +18,16 @@ struct table {
   std::vector<std::vector<std::string>> rows;  ///< each as long as columns
 };
 
-/// The table in aligned columns, two blanks between them, no blanks at a line's end. A cell that is
-/// wider than `widestcolumn` runs over its column and moves the rest of its row alone.
+/// The table in aligned columns, with two blanks between them and no blanks at the end of a line. A
+/// cell that is wider than `widestcolumn` runs over its column and moves only the rest of its row.
 std::string tabletext(const table& content);
 inline constexpr std::size_t widestcolumn = 40;
 
-/// The columns of the widest row of that text.
+/// The width of the widest row of that text, in columns of a terminal.
 std::size_t tablewidth(const table& content);
 
-/// The columns that a stream's terminal has; 0 for what is no terminal. COLUMNS of the environment
-/// counts first, in either case.
+/// The columns of a stream's terminal; 0 if it is not a terminal. If the environment has COLUMNS,
+/// that counts in either case.
 std::size_t terminalwidth(std::FILE* out);
 
 }  // namespace command

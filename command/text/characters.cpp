@@ -10,10 +10,11 @@ namespace {
 struct leadrow {
   unsigned char mask, pattern;
   std::size_t bytes;
-  std::uint32_t smallest;  ///< below it the form is longer than it may be
+  std::uint32_t smallest;  ///< for a lower code this form is too long
 };
 
-// The forms of UTF-8 (RFC 3629): what the first byte looks like, and the least code it may carry.
+// The forms of UTF-8 (RFC 3629): what the first byte looks like, and the lowest code that is
+// allowed.
 constexpr std::array<leadrow, 4> leads = {
     {{0x80, 0x00, 1, 0}, {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}}};
 
@@ -23,7 +24,7 @@ struct coderange {
   std::uint32_t first, last;
 };
 
-// Categories Cc, Cf (but the marks in front of numbers, which are seen), Cs, Zl and Zp; default
+// Categories Cc, Cf (except the marks before numbers, which are visible), Cs, Zl and Zp; default
 // ignorable code points; noncharacters; everything from plane 4 up.
 constexpr std::array<coderange, 25> hidden = {
     {{0x0, 0x1F},        {0x7F, 0x9F},       {0xAD, 0xAD},       {0x34F, 0x34F},
@@ -35,7 +36,7 @@ constexpr std::array<coderange, 25> hidden = {
      {0x3FFFE, 0x1FFFFF}}};
 
 // Categories Mn and Me, and the vowels and finals of Hangul, which join the syllable before them.
-// Codes that are unassigned or hidden may stand in a range, to make it one.
+// A range may include codes that are unassigned or hidden, so that it is one range.
 constexpr std::array<coderange, 300> zero = {
     {{0x300, 0x36F},     {0x483, 0x489},     {0x591, 0x5BD},     {0x5BF, 0x5BF},
      {0x5C1, 0x5C2},     {0x5C4, 0x5C5},     {0x5C7, 0x5C7},     {0x610, 0x61A},

@@ -1,4 +1,4 @@
-// The characters of Unicode: how they are read from bytes, which of them may be shown, how wide
+// The characters of Unicode: how they are read from bytes, which of them may be shown, and how wide
 // they are. The tables are from the data of Unicode 14.0.
 #pragma once
 
@@ -17,9 +17,9 @@ struct character {
 /// REQUIRES: the text is not empty.
 character firstcharacter(std::string_view text);
 
-/// Whether a character may be shown. Not shown are controls, line separators, marks that have no
-/// width or turn the direction of writing, what only fills, the codes that are no characters, and
-/// all from plane 4 up, where there are none that people write with.
+/// Whether a character may be shown. Not shown are control characters, line separators, marks that
+/// have no width or change the direction of writing, fillers, codes that are not characters, and
+/// everything from plane 4 up, where there are none that people write with.
 bool isshown(std::uint32_t code);
 
 /// The columns of a terminal that a character takes: 2 if it is wide as in East Asia, 0 if it

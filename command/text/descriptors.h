@@ -1,4 +1,4 @@
-// File descriptors, owned; and what the system says of them.
+// File descriptors, owned; and what the system says about them.
 #pragma once
 
 #include <sys/stat.h>
@@ -17,14 +17,14 @@ class descriptor {
   descriptor(const descriptor&) = delete;
   descriptor& operator=(const descriptor&) = delete;
   int number() const { return number_; }
-  /// Closes it; false with errno set if the system reports a failed write only now.
+  /// Closes it; false, with errno set, if the system reports a failed write only now.
   bool finish();
 
  private:
   int number_;
 };
 
-/// What tells one file from every other while both exist, whatever their names are.
+/// What distinguishes one file from every other while both exist, whatever their names are.
 struct identity {
   dev_t device = 0;
   ino_t inode = 0;  ///< 0 with device 0: no file

@@ -12,8 +12,8 @@
 namespace command {
 namespace {
 
-/// The line feeds before the start of each block are kept: with them, no line is further away than
-/// the scan of one block.
+/// The number of line feeds before each block is kept, so that a line is found by scanning at most
+/// one block.
 constexpr std::size_t blocksize = 512;
 
 static_assert(textdocument::largest <= INT32_MAX, "lines and line feeds are counted in 32 bits");
@@ -24,7 +24,7 @@ std::size_t feedsin(std::string_view text) {
 
 int opened(const std::string& name) {
   if (name.find('\0') != name.npos) {
-    errno = ENOENT;  // no file has such a name, and the system would see half of it
+    errno = ENOENT;  // no file has such a name, and the system would see only the start of it
     return -1;
   }
   for (;;) {
@@ -33,8 +33,8 @@ int opened(const std::string& name) {
   }
 }
 
-/// Adds what there is up to the end; 0, or a system error number, EFBIG at the first byte over the
-/// limit.
+/// Adds everything up to the end. Gives 0, or a system error number: EFBIG at the first byte over
+/// the limit.
 int readall(int file, std::string& text, std::size_t limit) {
   std::array<char, std::size_t{64} << 10> block;
   for (;;) {
@@ -48,7 +48,7 @@ int readall(int file, std::string& text, std::size_t limit) {
   }
 }
 
-/// The same for a file of known kind and size, which spares both time and memory.
+/// The same for a file of known kind and size, which saves time and memory.
 int readsized(int file, const struct stat& status, std::string& text, std::size_t limit) {
   if (S_ISREG(status.st_mode)) {
     const auto size = static_cast<std::size_t>(status.st_size);

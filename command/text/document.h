@@ -1,4 +1,4 @@
-// A document: a text with its name, in memory, by lines.
+// A document: a text with its name, in memory, which gives its lines.
 #pragma once
 
 #include <cstddef>
@@ -16,10 +16,10 @@ namespace command {
 
 /// Why a document cannot be read.
 struct readfailure {
-  int error = 0;          ///< the system's error number; EFBIG for a text that is over the limit
+  int error = 0;          ///< the system's error number; EFBIG for a text over the limit
   std::size_t limit = 0;  ///< that limit, in bytes: textdocument::largest, or what is left of it
 
-  /// As words: "No such file or directory", "larger than 1 GiB", alone or with others.
+  /// As words: "No such file or directory", "larger than 1 GiB", by itself or with others.
   std::string words() const;
 };
 
@@ -28,10 +28,10 @@ using readresult = std::variant<textdocument, readfailure>;
 
 /// A text with its name. It is a value whose copies share the text.
 ///
-/// A line ends at a line feed, and one carriage return before that, or at the end of the text, is
-/// no part of it; this is how the library counts and reads. The index of lines takes a 128th of the
-/// text's size and is made when a line is first asked for, so one document, with its copies, is not
-/// for two threads at a time.
+/// A line ends at a line feed. One carriage return before that, or at the end of the text, does not
+/// belong to it; this is how the library counts and reads. The index of lines takes a 128th of the
+/// text's size and is made when a line is first asked for, so only one thread at a time may use a
+/// document and its copies.
 class textdocument {
  public:
   static constexpr std::size_t largest = std::size_t{1} << 30;  ///< bytes: 1 GiB
@@ -40,8 +40,8 @@ class textdocument {
   textdocument(std::string name, std::string text);
 
   /// All bytes of a file, up to its end; "-" is standard input. The file is opened once, whatever
-  /// it is. Standard input is read at the first call alone, and each call gives that text, or that
-  /// failure. Every failed call of the system is a failure, never an end of the text, and so is a
+  /// kind it is. Standard input is read only by the first call, and each call gives that text, or
+  /// that failure. Every failed system call is a failure, never an end of the text; and so is a
   /// text of more than `limit` bytes, of which no more than that is held. A lack of memory is the
   /// failure ENOMEM. Calls that a signal interrupts are repeated. A name may have any length.
   static readresult read(const std::string& name, std::size_t limit = largest);
@@ -56,8 +56,8 @@ class textdocument {
   textdocument named(std::string name) const;
 
   std::int32_t linecount() const;
-  /// The line of a number from 1, without its end. BORROWS: valid while any copy of this document
-  /// lives. Nothing for a number that no line has.
+  /// The line of a number from 1, without its end; nothing for a number that no line has.
+  /// BORROWS: valid while any copy of this document lives.
   std::optional<std::string_view> line(std::int32_t number) const;
 
  private:

@@ -1,4 +1,4 @@
-// Names of options and the words of the languages: their characters, and when two are the same.
+// Names of options and words of the languages: their characters, and when two are the same.
 #pragma once
 
 #include <string>

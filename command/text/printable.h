@@ -1,5 +1,5 @@
-// Bytes of unknown origin as text for a person: what may be printed, and how wide it is. Nothing
-// that a file, a name or an argument holds goes to a terminal but through here.
+// Bytes of unknown origin as text for people: what may be printed, and how wide it is. Whatever a
+// file, a name or an argument contains goes to a terminal only through here.
 #pragma once
 
 #include <cstddef>
@@ -8,14 +8,13 @@
 
 namespace command {
 
-/// The text with every byte that could act on a terminal or hide from the eye, or that is no
-/// character, written as \xNN: controls, the tab and the line feed among them, bytes that are not
-/// UTF-8, and characters that isshown (characters.h) refuses. Everything else stays, and so does a
-/// backslash.
+/// The text with every byte that could act on a terminal, is invisible or is not a character
+/// written as \xNN: control characters, also the tab and the line feed, bytes that are not UTF-8,
+/// and characters that isshown (characters.h) refuses. Everything else stays, even a backslash.
 std::string printable(std::string_view text);
 
-/// As printable, but each tab becomes a blank: for lines that somebody wrote to be read, as those
-/// of a help text and of a source are.
+/// As printable, but each tab becomes a blank: for lines that were written to be read, such as
+/// those of a help text or of a source.
 std::string printableline(std::string_view line);
 
 /// The columns of a terminal that a printable text takes. Wide characters of East Asia count two,
@@ -25,8 +24,8 @@ std::size_t columns(std::string_view text);
 /// Printable text between double quotes.
 std::string inquotes(std::string_view text);
 
-/// A value as a parameter file would hold it: in double quotes if it is empty or has a blank, a tab
-/// or a comma in it. Printable.
+/// A value as it would be in a parameter file: in double quotes if it is empty or has a blank, a
+/// tab or a comma in it. Printable.
 std::string externalform(std::string_view value);
 
 /// "1 error", "2 errors".

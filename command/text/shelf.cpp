@@ -36,7 +36,7 @@ readresult shelf::read(const std::string& name) const {
   return same != nullptr ? same->named(name) : textdocument::read(name, left_);
 }
 
-/// The document on the shelf that is of the same file; nil if there is none.
+/// The document on the shelf of the same file; nil if there is none.
 const textdocument* shelf::sameas(const std::string& name) const {
   struct stat status = {};
   if ((name == "-" ? fstat(STDIN_FILENO, &status) : stat(name.c_str(), &status)) != 0)

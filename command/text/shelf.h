@@ -10,21 +10,21 @@
 
 namespace command {
 
-/// Keeps what has been read, and what could not be, by name. A file that has two names, through
-/// links or in another spelling, is read and held once. All texts together have at most
-/// textdocument::largest bytes: a file that goes over what is left is a failure as one that is too
-/// large.
+/// Keeps what has been read, and the failures, by name. A file that has two names, through links or
+/// another spelling, is read and held only once. All texts together have at most
+/// textdocument::largest bytes: a file that has more than what is left of that is the same failure
+/// as one that is too large.
 class shelf {
  public:
   /// The document of a name, as textdocument::read gives it. BORROWS: valid as long as the shelf.
   const readresult& input(const std::string& name);
 
-  /// The document of a name that something read refers to, to show lines of it: what is on the
-  /// shelf already, or else a regular file. Nothing else is opened for this, since to read a pipe
-  /// is to take it from its reader. Nil where there is none. BORROWS: as input.
+  /// The document of a name that a text refers to, for showing lines of it: one that is on the
+  /// shelf already, or else a regular file. Nothing else is opened for this, since reading a pipe
+  /// would take its content from the real reader. Nil if there is none. BORROWS: as input.
   const textdocument* shown(const std::string& name);
 
-  /// The files of all documents that were read: what a product must not be laid over.
+  /// The files of all documents that were read: a product must not be written over these.
   std::vector<identity> identities() const;
 
  private:

@@ -1,5 +1,5 @@
 /*
- * optxv for programs that embed it: facts as data, beside the classic interface of optxv.h.
+ * optxv for programs that embed it: facts as data, in addition to the classic interface of optxv.h.
  *
  * A handle may have one listener. The readers call it as they learn something: a key and its place,
  * a value, what was stored and by which road, a message with its cause. Programs that want no

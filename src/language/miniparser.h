@@ -147,8 +147,8 @@ class tminiparser : public tobject {
   /// closing quote is one that a comma or a blank follows and up to which, after the opening quote,
   /// there is an odd number of quotes; or one that is the last character of the line. Inner quotes
   /// stay. False with an empty text if there is nothing; false with the text if the closing quote
-  /// is missing. KEEP: on a comma the token is empty, the result is true, and the comma is not
-  /// passed.
+  /// is missing.
+  /// KEEP: on a comma the token is empty, the result is true, and the comma is not passed.
   bool nexttoken(shortstring& text);
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.

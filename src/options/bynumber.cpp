@@ -163,7 +163,7 @@ std::int32_t tzmaoptions::optgetstr2nr(std::int32_t optnr, shortstring& text) co
 
 bool tzmaoptions::checkoptnr(std::int32_t& optnr) {
   const toption* option = optionat(optnr);
-  // Unsigned, so that the smallest number wraps round instead of overflowing; it is bad either way.
+  // Unsigned, so that the smallest number wraps around and does not overflow; it is bad either way.
   optnr = static_cast<std::int32_t>(static_cast<std::uint32_t>(optnr) - 1U);
   curoptname = option != nullptr ? option->getname() : shortstring("?");
   return option != nullptr;

@@ -97,7 +97,7 @@ int tzmaoptions::readfailure(messagekind kind, std::string_view words, std::stri
   return code;
 }
 
-// --- Facts beside the queue --------------------------------------------------------------------
+// --- Facts for the listener --------------------------------------------------------------------
 
 void tzmaoptions::stored(const toption& option, std::int32_t which) {
   if (option.position < 0) return;

@@ -60,7 +60,8 @@ char charpath();
 
 /// Make the empty lists that an object holds for the entries of its parameter text. They are
 /// declared here and defined with the readers of the entries, so that the object needs to know the
-/// lists only as owning lists. BORROWS: owner, which outlives the list.
+/// lists only as owning lists.
+/// BORROWS: owner, which outlives the list.
 std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
 std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 
@@ -177,13 +178,14 @@ class tzmaoptions : public toptionx {
   void optgetmessage(std::int32_t number, shortstring& text, std::int32_t& kind) const;
   void opterrorcount(std::int32_t& errors, std::int32_t& warnings) const;
 
-  // --- Facts beside the queue ----------------------------------------------------------------
+  // --- Facts for the listener ----------------------------------------------------------------
 
   /// Notes that an option got a value from where `assigning` says, and reports it to the listener.
   /// which: 1 or 2.
   void stored(const toption& option, std::int32_t which);
   /// Prepares a reader for a source of that name, and `assigning` for the values that it will
-  /// assign. REQUIRES: the caller restores `assigning` after the read.
+  /// assign.
+  /// REQUIRES: the caller restores `assigning` after the read.
   void beginsource(tminiparser& reader, std::int32_t kind, std::string_view name);
   /// Ends the innermost source.
   void endsource(std::int32_t error);
@@ -262,7 +264,7 @@ class tzmaoptions : public toptionx {
   std::int32_t optgetdefinednr(std::int32_t optnr, std::int32_t& defined) const;
   /// The display name, cleared first.
   std::int32_t optgetnamenr(std::int32_t optnr, shortstring& name) const;
-  /// KEEP: the name as it stands in the table, underscores and all; optgetopthelpnr gives the
+  /// KEEP: the name as it is in the table, underscores and all; optgetopthelpnr gives the
   /// display name. Both cleared first.
   std::int32_t optgethelpnr(std::int32_t optnr, shortstring& name, shortstring& help) const;
   /// For a bad number the name is empty, the others -1.

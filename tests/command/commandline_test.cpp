@@ -41,7 +41,7 @@ row wrong(const std::string& words, const std::string& error, const std::string&
 TEST_F(Commandline, WordsThatAskForText) {
   const std::string version = "optxv 2.0.0, API version 2\nlibrary: optxv  ";
   const row rows[] = {
-      {"", 2, "", "usage: optxv SUBCOMMAND ...\n  check       Tell everything that is wrong"},
+      {"", 2, "", "usage: optxv SUBCOMMAND ...\n  check       Report everything that is wrong"},
       {"-V", 0, version, ""},
       {"--version", 0, version, ""},
       {"-h", 0, "Check, show, rewrite and document", ""},
@@ -71,7 +71,7 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
             "see optxv check --help"),
       wrong("show --strict s.def", "show has no flag \"--strict\"", "it is a flag of check"),
       wrong("--json show s.def", "optxv has no flag \"--json\"",
-            "it is a flag of check, show and api, and stands after the subcommand"),
+            "it is a flag of check, show and api, and must come after the subcommand"),
       wrong("html s.def one", "one word too many: \"one\"", "see optxv html --help"),
       wrong("check", "DEFINITION is required", "see optxv check --help"),
       wrong("reference s.def", "--output is required", "see optxv reference --help"),
