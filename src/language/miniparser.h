@@ -195,9 +195,9 @@ class tminiparser : public tobject {
 
   enum class source : unsigned char { file, string, pchar };
 
-  /// The position of ch() in its line, from 1.
+  /// The position of ch() in its line, from 1; at the end of a file, that after its last line.
   std::int64_t chposition() const {
-    return skippedat_ != 0 && linepos_ == linelen_ ? skippedat_ : linepos_;
+    return skippedat_ != 0 && (linepos_ == linelen_ || linelen_ < 0) ? skippedat_ : linepos_;
   }
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
@@ -224,7 +224,8 @@ class tminiparser : public tobject {
   // The line is text_[0] to text_[linelen_ - 1]. linepos_ is the position of ch_, from 1, so that
   // text_ + linepos_ is the next character: -1 for a string not yet started, linelen_ + 1 on the
   // end-of-line mark. linelen_ is -1 at the end of a file. After skiptoeol ch_ does not stand at
-  // linepos_, which is then linelen_, but at skippedat_; that is 0 while there was no such skip.
+  // linepos_, which is then linelen_, but at skippedat_; that is 0 while there was no such skip. At
+  // the end of a file skippedat_ is the position after the last line.
   const char* text_ = linebuf_;
   std::int64_t linepos_ = 0;
   std::int64_t linelen_ = 0;

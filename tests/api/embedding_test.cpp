@@ -611,6 +611,25 @@ x.scale('a' 2
 > value 2 1:13+1 of 13
 > stored 13 by dot 1:13+1
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a
+> message bracket-expected 1:11+0 about x
+> message value-expected 1:11+0 about x
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a\n* more
+> comment 2:1+6
+> message bracket-expected 2:7+0 about x
+> message value-expected 2:7+0 about x
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a\n2
+> message bracket-expected 2:1+1 about x seen 2
+> value 2 2:1+1 of 13
+> stored 13 by dot 2:1+1
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+tie b('a
+> key tie 1:1+3
+> message bracket-expected 1:9+0 about b
+> message dollar-expected 1:9+0 about b
+> indicator b 1:5+1 with nowhere dropped
 x.scale
 > message value-expected 1:8+0 about x
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
