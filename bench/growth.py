@@ -13,7 +13,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-FIRST, LAST = 250, 64000
+FIRST, LAST = 250, 32000
 LIMIT, LONGEST, ALLOWED, ROUNDS = 1.2, 4, 20, 3
 
 
