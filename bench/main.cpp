@@ -2,6 +2,8 @@
 //
 //   optxv_bench [--benchmark_filter=...]     times, then the table of targets
 //   optxv_bench --read <options> <times>     reads one parameter file many times; for callgrind
+//   optxv_bench --listen <options> <times>   the same with a listener that has no function
+//   optxv_bench --hear <options> <times>     the same with one whose functions do nothing
 //
 // Everything is done by both with the same files; nothing is timed before both agree on every
 // value.
@@ -10,14 +12,15 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <random>
+#include <string_view>
 
 #include "agreement.h"
 #include "allocations.h"
 #include "generator.h"
+#include "optxv/embedding.h"
 #include "report.h"
 #include "scratch.h"
 #include "units.h"
@@ -242,6 +245,16 @@ void printheap(const char* whose, const heapcount& heap, const table& on) {
               static_cast<double>(heap.bytes) / count, static_cast<double>(heap.calls) / count);
 }
 
+/// What the places cost that a table keeps of its values, once each number of it has one.
+figure originmemory(const table& on, const std::string& numbers) {
+  const options fresh(on.definition);
+  const heapcount before = heapnow();
+  fresh.read(numbers);
+  const heapcount after = heapnow();
+  return {"places of the values of a table of 2,700, KiB",
+          static_cast<double>(after.bytes - before.bytes) / 1024, 64};
+}
+
 figure tablememory(const table& on) {
   const heapcount library = heapof([&] { return std::make_unique<options>(on.definition); });
   const heapcount yard = heapof([&] {
@@ -276,6 +289,7 @@ std::vector<figure> counted(const scratch& folder, table& on, const std::string&
   figures.push_back({"growth of the resident peak from 2,700 to 1,000,000 lines, KiB",
                      static_cast<double>(residentpeak() - resident), 256});
   figures.push_back(tablememory(on));
+  figures.push_back(originmemory(on, all));
   return figures;
 }
 
@@ -336,9 +350,29 @@ int runall(int argc, char** argv) {
   return 0;
 }
 
-int readonly(std::size_t count, long times) {
+/// A listener that knows every function, and does nothing in any.
+optxv_listener hearing() {
+  optxv_listener calls = {};
+  calls.size = sizeof calls;
+  calls.entered = [](void*, const optxv_source*) {};
+  calls.left = [](void*, const optxv_source*, std::int32_t) {};
+  calls.line = [](void*, const optxv_place*, const optxv_text*) {};
+  calls.comment = [](void*, const optxv_place*) {};
+  calls.cut = [](void*, const optxv_cut*) {};
+  calls.key = [](void*, const optxv_key*) {};
+  calls.separator = [](void*, const optxv_place*) {};
+  calls.value = [](void*, const optxv_value*) {};
+  calls.stored = [](void*, const optxv_store*) {};
+  calls.message = [](void*, const optxv_message*) {};
+  return calls;
+}
+
+int readonly(std::string_view how, std::size_t count, long times) {
   const scratch folder;
   const table on(folder, count);
+  optxv_listener calls = how == "--hear" ? hearing() : optxv_listener();
+  calls.size = sizeof calls;
+  if (how != "--read") optxv_listen(on.library.handle(), &calls);
   while (times-- > 0) on.library.read(on.parameters);
   return optMessageCount(on.library.handle()) == 0 ? 0 : 1;
 }
@@ -359,8 +393,9 @@ int runwithdefaults(int argc, char** argv) {
 }  // namespace optxv::bench
 
 int main(int argc, char** argv) try {
-  if (argc == 4 && std::strcmp(argv[1], "--read") == 0)
-    return optxv::bench::readonly(std::strtoul(argv[2], nullptr, 10),
+  const std::string_view how = argc == 4 ? argv[1] : "";
+  if (how == "--read" || how == "--listen" || how == "--hear")
+    return optxv::bench::readonly(how, std::strtoul(argv[2], nullptr, 10),
                                   std::strtol(argv[3], nullptr, 10));
   return optxv::bench::runwithdefaults(argc, argv);
 } catch (const std::exception& failure) {

@@ -177,6 +177,7 @@ void tminiparser::filllinebuf() {
   linepos_ = 0;
   while (true) {
     if (srcfile_.eof()) {
+      if (linelen_ >= 0) skippedat_ = linelen_ + 1;
       linelen_ = -1;
       ch_ = endofinput;
       return;

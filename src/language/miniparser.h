@@ -198,9 +198,9 @@ class tminiparser : public tobject {
 
   enum class source : unsigned char { file, string, pchar };
 
-  /// The position of ch() in its line, from 1.
+  /// The position of ch() in its line, from 1; at the end of a file, that after its last line.
   std::int64_t chposition() const {
-    return skippedat_ != 0 && linepos_ == linelen_ ? skippedat_ : linepos_;
+    return skippedat_ != 0 && (linepos_ == linelen_ || linelen_ < 0) ? skippedat_ : linepos_;
   }
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
@@ -229,6 +229,7 @@ class tminiparser : public tobject {
   // text_ + linepos_ is the next character: -1 for a string not yet started, linelen_ + 1 on the
   // end-of-line mark. linelen_ is -1 at the end of a file. After skiptoeol linepos_ is linelen_,
   // and the position of ch_ is skippedat_, which is 0 if no characters were skipped in this way.
+  // At the end of a file it is the position after the last line.
   const char* text_ = linebuf_;
   std::int64_t linepos_ = 0;
   std::int64_t linelen_ = 0;

@@ -611,6 +611,25 @@ x.scale('a' 2
 > value 2 1:13+1 of 13
 > stored 13 by dot 1:13+1
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a
+> message bracket-expected 1:11+0 about x
+> message value-expected 1:11+0 about x
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a\n* more
+> comment 2:1+6
+> message bracket-expected 2:7+0 about x
+> message value-expected 2:7+0 about x
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+x.scale('a\n2
+> message bracket-expected 2:1+1 about x seen 2
+> value 2 2:1+1 of 13
+> stored 13 by dot 2:1+1
+> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
+tie b('a
+> key tie 1:1+3
+> message bracket-expected 1:9+0 about b
+> message dollar-expected 1:9+0 about b
+> indicator b 1:5+1 with nowhere dropped
 x.scale
 > message value-expected 1:8+0 about x
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
@@ -1233,6 +1252,18 @@ a enumstr 1 yes 1 1 A
 
 // Sources ----------------------------------------------------------------------------------------
 
+/// "3 by macro of 10 p:1:2+3" for an option that is set, else "no road".
+std::string origin(const options& made, std::int32_t option) {
+  optxv_place at;
+  std::int32_t road = -1, through = -1;
+  const std::int32_t good = optxv_value_place(made.handle(), option, &at, &road, &through);
+  EXPECT_EQ(good == 1, road != optxv_road_none);
+  return roads[road] + with("of", through) +
+         (at.line == 0 ? ""
+                       : std::string(" ") + at.file + ":" + number(at.line) + ":" +
+                             number(at.column) + "+" + number(at.length));
+}
+
 TEST(Sources, NestWithTheirPlaces) {
   folder();
   ownfolder::put("inner.opt", "level 2\nread missing.opt\nwrong 1\n");
@@ -1385,6 +1416,30 @@ TEST(Sources, TellWhyAReadFailed) {
                 number(EIO) + "\n");
 }
 
+/// A handle keeps each name once and for its life, as many as fit.
+TEST(Sources, KeepTheirNames) {
+  const options made(definition);
+  std::vector<const char*> names;
+  optxv_listener calls = {};
+  calls.size = sizeof calls;
+  calls.context = &names;
+  calls.entered = [](void* to, const optxv_source* source) {
+    static_cast<std::vector<const char*>*>(to)->push_back(source->name);
+  };
+  optxv_listen(made.handle(), &calls);
+  made.read("", "first");
+  for (int i = 2; i < 65535; ++i) made.read("", number(i).c_str());
+  made.read("", "first");
+  made.read("steplim 5", "one too many");
+  // The definition has a name too.
+  EXPECT_EQ(names.size(), 65536U);
+  EXPECT_STREQ(names.front(), "first");
+  EXPECT_STREQ(names[65533], "65534");
+  EXPECT_EQ(names[65534], names.front());
+  EXPECT_STREQ(names.back(), "");
+  EXPECT_EQ(origin(made, 2), "entry :1:9+1");
+}
+
 TEST(Sources, InMemoryHaveAnyNameAndSize) {
   const options made(definition);
   made.read("steplim 7000", nullptr);
@@ -1505,19 +1560,6 @@ message leave nowhere not queued
 }
 
 // Questions --------------------------------------------------------------------------------------
-
-/// "3 by macro of 10 p:1:2+3" for an option that is set, else "no road".
-std::string origin(const options& made, std::int32_t option) {
-  optxv_place at;
-  std::int32_t road = -1, through = -1;
-  const std::int32_t good = optxv_value_place(made.handle(), option, &at, &road, &through);
-  EXPECT_EQ(good == 1, road != optxv_road_none);
-  EXPECT_EQ(at.line == 0, *at.file == '\0');
-  return roads[road] + with("of", through) +
-         (at.line == 0 ? ""
-                       : std::string(" ") + at.file + ":" + number(at.line) + ":" +
-                             number(at.column) + "+" + number(at.length));
-}
 
 TEST(Origins, FollowEveryRoad) {
   const options made(definition);
@@ -1679,6 +1721,12 @@ TEST(Listener, MayAskWhileItIsTold) {
     optxv_place place;
     EXPECT_EQ(optxv_value_place(self.handle, store->option, &place, nullptr, nullptr), 1);
     self.told.push_back(std::string(text) + " " + number(place.column));
+    // Another handle, which has a listener of its own, may even read.
+    const options other(definition);
+    recorder heard;
+    other.listen(heard);
+    other.read("level 2");
+    EXPECT_EQ(heard.take(), "key level 1:1+5 -> 6\nvalue 2 1:7+1 of 6\nstored 6 by entry 1:7+1\n");
   };
   calls.message = [](void* to, const optxv_message* message) {
     auto& self = *static_cast<asking*>(to);
