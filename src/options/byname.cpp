@@ -18,10 +18,8 @@ std::int32_t tzmaoptions::optlookup(std::string_view name) const {
     case lookupNormal:
       return optionindex.find(name);
     case lookupPath:
-      pathindex.enternew();
       return pathindex.find(name);
     case lookupMinos:
-      minosindex.enternew();
       return minosindex.find(name);
     default:
       return -1;

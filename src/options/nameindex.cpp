@@ -1,6 +1,7 @@
 #include "options/nameindex.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace optxv {
 
@@ -45,51 +46,81 @@ void positiontable::grow() {
   }
 }
 
-bool pathname::reduce(std::string_view name, std::string& reduced) {
+void nameindex::add(std::int32_t position) {
+  const std::string_view name = names_.getname(position);
+  if (name.empty()) return;
+  positions_.add(foldedhash(name), position,
+                 [&](std::int32_t other) { return struequal(names_.getname(other), name); });
+}
+
+std::int32_t nameindex::find(std::string_view name) const {
+  if (name.empty()) return -1;
+  return positions_.find(
+      foldedhash(name), [&](std::int32_t other) { return struequal(names_.getname(other), name); });
+}
+
+// --- Rules -------------------------------------------------------------------------------------
+
+bool pathkey(std::string_view name, std::string& key) {
   std::string_view word;
   for (bool more = true; more;) {
     more = takeword(name, word);
     if (word.size() < pathletters) return false;
-    reduced.append(word, 0, pathletters);
+    key.append(word, 0, pathletters);
   }
   return true;
 }
 
-bool minosname::reduce(std::string_view name, std::string& reduced) {
+bool minoskey(std::string_view name, std::string& key) {
   std::string_view word;
   bool more = takeword(name, word);
-  reduced.append(word, 0, minosfirst);
+  key.append(word, 0, minosfirst);
   while (more) {
     more = takeword(name, word);
-    reduced.append(1, '_').append(word, 0, minosletters);
+    key.append(1, '_').append(word, 0, minosletters);
   }
   return true;
 }
 
-template <class Rule>
-bool ruleindex<Rule>::matches(std::int32_t position, const typename Rule::key& reduced) const {
-  typename Rule::key other;
-  return Rule::reduce(names_.getname(position), other) && struequal(other, reduced);
+namespace {
+
+constexpr std::size_t keystep = 8;
+constexpr std::size_t keystart = sizeof(std::int32_t) + 1;  // after the position and the length
+
+}  // namespace
+
+std::int32_t ruleindex::positionat(std::int32_t place) const {
+  return bytesat<std::int32_t>(keys_.data() + static_cast<std::size_t>(place) * keystep);
 }
 
-template <class Rule>
-void ruleindex<Rule>::add(std::int32_t position) {
-  typename Rule::key reduced;
-  if (!Rule::reduce(names_.getname(position), reduced)) return;
-  positions_.add(foldedhash(reduced), position,
-                 [&](std::int32_t other) { return matches(other, reduced); });
+std::string_view ruleindex::keyat(std::int32_t place) const {
+  const char* const text = keys_.data() + static_cast<std::size_t>(place) * keystep + keystart;
+  return {text, static_cast<unsigned char>(text[-1])};
 }
 
-template <class Rule>
-std::int32_t ruleindex<Rule>::find(std::string_view name) const {
-  typename Rule::key reduced;
-  if (!Rule::reduce(name, reduced)) return -1;
-  return positions_.find(foldedhash(reduced),
-                         [&](std::int32_t other) { return matches(other, reduced); });
+void ruleindex::add(std::int32_t position) {
+  std::string key;
+  if (!reduce_(names_.getname(position), key)) return;
+  const std::size_t start = keys_.size();
+  keys_.resize(start + (keystart + key.size() + keystep - 1) / keystep * keystep);
+  char* const to = keys_.data() + start;
+  std::memcpy(to, &position, sizeof position);
+  to[sizeof position] = static_cast<char>(key.size());
+  std::copy(key.begin(), key.end(), to + keystart);
+  const auto place = static_cast<std::int32_t>(start / keystep);
+  if (places_.add(foldedhash(key), place,
+                  [&](std::int32_t other) { return struequal(keyat(other), key); }))
+    return;
+  keys_.resize(start);
 }
 
-template class ruleindex<wholename>;
-template class ruleindex<pathname>;
-template class ruleindex<minosname>;
+std::int32_t ruleindex::find(std::string_view name) {
+  for (; entered_ < names_.count(); ++entered_) add(entered_);
+  std::string key;
+  if (!reduce_(name, key)) return -1;
+  const std::int32_t place = places_.find(
+      foldedhash(key), [&](std::int32_t other) { return struequal(keyat(other), key); });
+  return place >= 0 ? positionat(place) : -1;
+}
 
 }  // namespace optxv

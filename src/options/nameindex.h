@@ -29,14 +29,15 @@ class positiontable {
     return used_ == 0 ? -1 : slots_[seek(hash, same)].position;
   }
 
-  /// Enters a position, unless one with the same key is held already.
+  /// Enters a position; false if one with the same key is held already, which stays.
   template <class Same>
-  void add(std::uint32_t hash, std::int32_t position, Same same) {
+  bool add(std::uint32_t hash, std::int32_t position, Same same) {
     if (used_ * 4 >= slots_.size() * 3) grow();
     slot& place = slots_[seek(hash, same)];
-    if (place.position >= 0) return;
+    if (place.position >= 0) return false;
     place = {hash, position};
     ++used_;
+    return true;
   }
 
  private:
@@ -60,61 +61,70 @@ class positiontable {
   std::size_t used_ = 0;
 };
 
-// What a rule compares of a name is its key, which reduce() makes: two names match if both have one
-// and the keys are equal, ASCII case ignored. reduce() gives false for a name that nothing matches.
-
-/// The whole name; an empty one equals no text, as in the lists themselves.
-struct wholename {
-  using key = std::string_view;
-  static bool reduce(std::string_view name, key& reduced) {
-    reduced = name;
-    return !name.empty();
-  }
-};
-
-/// Words separated by '_', of which the first three characters count each.
-/// KEEP: a name with a word of fewer than three characters is never found.
-struct pathname {
-  using key = std::string;
-  static bool reduce(std::string_view name, key& reduced);
-};
-
-/// Words separated by '_', of which the first counts with three characters, any later one with
-/// four.
-struct minosname {
-  using key = std::string;
-  static bool reduce(std::string_view name, key& reduced);
-};
-
-/// Finds the first entry of a list whose name matches a text by a rule.
+/// Finds the first entry of a list whose name equals a text, ASCII case ignored. An empty name
+/// equals no text, as in the lists themselves.
 ///
 /// BORROWS: the list, which must outlive the index; names are compared where they stand.
-/// INVARIANT: of several entries that match one another the first is held.
+/// INVARIANT: of several entries with equal names the first is held.
 /// REQUIRES: entries once entered keep their position and name.
-template <class Rule>
-class ruleindex {
+class nameindex {
  public:
-  explicit ruleindex(const txcustomstringlist& names) : names_(names) {}
+  explicit nameindex(const txcustomstringlist& names) : names_(names) {}
 
   /// Enters what the list has gained since the last time.
   void enternew() {
     for (; entered_ < names_.count(); ++entered_) add(entered_);
   }
 
-  /// The position of the first entry that matches, or -1. Knows what has been entered.
+  /// The position of the first entry of that name, or -1. Knows what has been entered.
   std::int32_t find(std::string_view name) const;
 
  private:
   void add(std::int32_t position);
-  bool matches(std::int32_t position, const typename Rule::key& reduced) const;
 
   const txcustomstringlist& names_;
   positiontable positions_;
   std::int32_t entered_ = 0;
 };
 
-/// Finds the first name that equals a text.
-using nameindex = ruleindex<wholename>;
+/// What a lookup rule compares of a name is its key: two names match if both have one and the keys
+/// are equal, ASCII case ignored. Appends the key; false for a name that nothing matches. A key is
+/// no longer than its name.
+using namereduction = bool (*)(std::string_view name, std::string& key);
+
+/// Words separated by '_', of which the first three characters count each.
+/// KEEP: a name with a word of fewer than three characters is never found.
+bool pathkey(std::string_view name, std::string& key);
+
+/// Words separated by '_', of which the first counts with three characters, any later one with
+/// four.
+bool minoskey(std::string_view name, std::string& key);
+
+/// Finds the first entry of a list whose name matches a text by a rule.
+///
+/// The keys stand here, each after its position, so that a lookup touches two places in memory and
+/// not the names.
+/// BORROWS: the list, which must outlive the index.
+/// REQUIRES: entries keep their position and name once a lookup has been made.
+class ruleindex {
+ public:
+  ruleindex(const txcustomstringlist& names, namereduction reduce)
+      : names_(names), reduce_(reduce) {}
+
+  /// The position of the first entry that matches, or -1.
+  std::int32_t find(std::string_view name);
+
+ private:
+  void add(std::int32_t position);
+  std::int32_t positionat(std::int32_t place) const;
+  std::string_view keyat(std::int32_t place) const;
+
+  const txcustomstringlist& names_;
+  namereduction reduce_;
+  positiontable places_;  ///< in keys_, in steps of eight bytes
+  std::string keys_;      ///< position, length and key, filled up to a step
+  std::int32_t entered_ = 0;
+};
 
 /// A list of up to so many entries is walked: an index would cost more than it saves.
 inline constexpr std::int32_t shortlist = 16;

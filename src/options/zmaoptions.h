@@ -380,8 +380,8 @@ class tzmaoptions : public toptionx {
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
   // Lookups under these rules and by number enter what is new: few definitions need them.
-  mutable ruleindex<pathname> pathindex{optionlist};
-  mutable ruleindex<minosname> minosindex{optionlist};
+  mutable ruleindex pathindex{optionlist, pathkey};
+  mutable ruleindex minosindex{optionlist, minoskey};
   mutable numberindex groupnumbers;  ///< of the groups in grouplist
   /// The positions of the string lists that hold items: those that programs define, and those made
   /// at run time, named "--...".
