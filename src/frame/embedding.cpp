@@ -78,7 +78,7 @@ int32_t optxv_list_count(optxv_handle handle, int32_t optnr) {
 int32_t optxv_list_item(optxv_handle handle, int32_t optnr, int32_t position, optxv_text* item) {
   const tstrlistoption* list = listat(handle, optnr);
   const bool good = list != nullptr && position >= 1 && position <= list->count();
-  *item = textof(good ? list->items.get(position - 1) : std::string_view());
+  *item = textof(good ? list->item(position - 1) : std::string_view());
   return good ? 1 : 0;
 }
 

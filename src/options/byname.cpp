@@ -7,92 +7,6 @@ namespace optxv {
 
 namespace {
 
-constexpr int pathletters = 3;   // characters that each word of a key must give under Path
-constexpr int minosfirst = 3;    // characters of the first word that count under Minos
-constexpr int minosletters = 4;  // and of each later word
-
-/// A name that is walked word by word; words are separated by '_'.
-class wordwalk {
- public:
-  explicit wordwalk(std::string_view text) : text_(text) {}
-  bool atend() const { return position_ == text_.size(); }
-  void step() { ++position_; }
-  char at() const { return text_[position_ - 1]; }
-  /// Moves on to the next '_' or the last character; stays where it is if that is a '_'.
-  void finishword() {
-    while (!atend() && at() != '_') step();
-  }
-
- private:
-  std::string_view text_;
-  std::size_t position_ = 0;  ///< characters passed; at() is the last of them
-};
-
-/// The Path rule: the key has as many words as the name, and each word agrees in at least its first
-/// three characters; what follows in a word does not matter.
-/// KEEP: a word of fewer than three characters, on either side, never matches.
-bool pathmatches(std::string_view keytext, std::string_view nametext) {
-  wordwalk key(keytext);
-  wordwalk name(nametext);
-  int agreed = 0;
-  while (!key.atend() && !name.atend()) {
-    key.step();
-    name.step();
-    if (key.at() != '_' && name.at() != '_') {
-      if (upcase(key.at()) == upcase(name.at()))
-        ++agreed;
-      else if (agreed < pathletters)
-        return false;
-    } else {
-      if (agreed < pathletters) return false;
-      key.finishword();
-      name.finishword();
-      agreed = 0;
-    }
-  }
-  if (agreed < pathletters) return false;
-  for (wordwalk* side : {&key, &name}) {
-    if (side->atend()) continue;
-    side->step();
-    side->finishword();
-  }
-  return key.at() != '_' && name.at() != '_';
-}
-
-/// Takes the next word off a text: of what follows the next '_', the four characters that count.
-/// False if there is none.
-bool takeminosword(std::string_view& text, std::string_view& word) {
-  const std::size_t underscore = text.find('_');
-  if (underscore == std::string_view::npos) return false;
-  text.remove_prefix(underscore + 1);
-  word = text.substr(0, minosletters);
-  word = word.substr(0, word.find('_'));
-  return true;
-}
-
-/// The Minos rule: the first three characters agree, so does the number of words, and every later
-/// word agrees in its first four characters.
-bool minosmatches(std::string_view key, std::string_view name) {
-  if (!struequal(key.substr(0, minosfirst), name.substr(0, minosfirst))) return false;
-  std::string_view keyword;
-  std::string_view nameword;
-  while (true) {
-    const bool keyhas = takeminosword(key, keyword);
-    const bool namehas = takeminosword(name, nameword);
-    if (keyhas != namehas) return false;
-    if (!keyhas) return true;
-    if (!struequal(keyword, nameword)) return false;
-  }
-}
-
-/// The position of the first name in the table that matches the key by a rule, or -1.
-std::int32_t firstmatch(const txstringlist& names, std::string_view key,
-                        bool (*matches)(std::string_view, std::string_view)) {
-  for (std::int32_t i = 0; i < names.count(); ++i)
-    if (matches(key, names.getname(i))) return i;
-  return -1;
-}
-
 /// The two failures of the list operations: no option has the name, or it is no list.
 constexpr std::int32_t unknownname = -2;
 constexpr std::int32_t notalist = -1;
@@ -104,9 +18,9 @@ std::int32_t tzmaoptions::optlookup(std::string_view name) const {
     case lookupNormal:
       return optionindex.find(name);
     case lookupPath:
-      return firstmatch(optionlist, name, pathmatches);
+      return pathindex.find(name);
     case lookupMinos:
-      return firstmatch(optionlist, name, minosmatches);
+      return minosindex.find(name);
     default:
       return -1;
   }
@@ -197,7 +111,7 @@ std::int32_t tzmaoptions::optreadfromliststr(std::string_view name, std::int32_t
   item.clear();
   return withstrlist(*this, name, [&](tstrlistoption& list) {
     if (position < 1 || position > list.count()) return 0;
-    item = list.items.get(position - 1);
+    item = list.item(position - 1);
     return 1;
   });
 }
@@ -213,16 +127,16 @@ std::int32_t tzmaoptions::optgetfromliststr(std::string_view name, shortstring& 
 
 std::int32_t tzmaoptions::optgetfromanystrlist(std::int32_t selector, shortstring& option,
                                                shortstring& item) {
-  for (std::int32_t i = 0; i < getcount(); ++i) {
-    auto* list = askind<tstrlistoption>(getobjects(i));
-    if (list == nullptr || list->count() == 0) continue;
-    const std::string_view name = getstrings(i);
-    option = name;
-    if (name.starts_with("--") != (selector != 0)) continue;
-    item = list->takefirst();
-    return 1;
+  const std::set<std::int32_t>& fitting = filledlists[selector != 0 ? 1 : 0];
+  const std::set<std::int32_t>& other = filledlists[selector != 0 ? 0 : 1];
+  if (fitting.empty()) {
+    if (!other.empty()) option = getstrings(*other.rbegin());
+    return 0;
   }
-  return 0;
+  const std::int32_t position = *fitting.begin();
+  option = getstrings(position);
+  item = askind<tstrlistoption>(getobjects(position))->takefirst();
+  return 1;
 }
 
 }  // namespace optxv

@@ -250,7 +250,11 @@ void tzmaoptions::clearentries() {
 }
 
 void tzmaoptions::optresetall() {
-  for (std::int32_t i = 0; i < getcount(); ++i) getobjects(i)->reset();
+  for (std::int32_t i = 0; i < getcount(); ++i) {
+    toption& option = *getobjects(i);
+    // What a macro would reset with itself has its own turn.
+    option.opttype == optTypeMacro ? option.toption::reset() : option.reset();
+  }
   clearentries();
   optclearmessages();
   indicatorerrors = 0;
@@ -331,7 +335,7 @@ std::int32_t tzmaoptions::optgetenumstrnr(std::int32_t optnr, shortstring& text,
   entry = -1;
   return apply(optionat(optnr), [&](const tenumstroption& option) {
     text = option.getasstring();
-    entry = option.enumitems.indexof(text) + 1;
+    entry = option.indexoftext(text) + 1;
   });
 }
 
@@ -350,9 +354,9 @@ std::int32_t tzmaoptions::optgetgroupnr(std::int32_t position, shortstring& name
 }
 
 std::int32_t tzmaoptions::optgetgroupgrpnr(std::int32_t groupnr) const {
-  for (std::int32_t i = 0; i < getgroupcount(); ++i)
-    if (groupat(i)->groupnr == groupnr) return i + 1;
-  return -1;
+  const std::int32_t position = groupnumbers.find(
+      groupnr, getgroupcount(), [&](std::int32_t i) { return groupat(i)->groupnr; });
+  return position >= 0 ? position + 1 : -1;
 }
 
 std::int32_t tzmaoptions::optgettypename(std::int32_t type, shortstring& name) {

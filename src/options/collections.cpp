@@ -109,7 +109,7 @@ std::int32_t tmultilistoption::member(std::int32_t index) const {
 }
 
 bool tmultilistoption::hasmember(std::int32_t index) const {
-  return members.indexof(reinterpret_cast<const void*>(static_cast<std::intptr_t>(index))) >= 0;
+  return places_.find(index, members.count(), [&](std::int32_t i) { return member(i); }) >= 0;
 }
 
 void tmultilistoption::setasstring(std::string_view text) {
@@ -126,6 +126,7 @@ void tmultilistoption::setasstring(std::string_view text) {
 
 void tmultilistoption::reset() {
   members.clear();
+  places_.clear();
   toption::reset();
 }
 
@@ -137,18 +138,28 @@ tstrlistoption::tstrlistoption(std::string_view name, tzmaoptions* table, const 
 tstrlistoption::~tstrlistoption() = default;
 
 void tstrlistoption::setasstring(std::string_view text) {
-  items.add(text);
+  items_.add(text);
+  if (count() == 1) owner->noteitems(*this);
   setdefined(1);
 }
 
 shortstring tstrlistoption::takefirst() {
-  const shortstring first = items.get(0);
-  items.delete_(0);
+  const shortstring first = item(0);
+  items_.put(taken_++, {});
+  if (taken_ >= count()) closegap();
+  if (count() == 0) owner->noteitems(*this);
   return first;
 }
 
+void tstrlistoption::closegap() {
+  for (std::int32_t i = taken_; i < items_.count(); ++i) items_.exchange(i - taken_, i);
+  for (; taken_ > 0; --taken_) items_.delete_(items_.count() - 1);
+}
+
 void tstrlistoption::reset() {
-  items.clear();
+  items_.clear();
+  taken_ = 0;
+  owner->noteitems(*this);
   toption::reset();
 }
 

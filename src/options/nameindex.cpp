@@ -1,18 +1,31 @@
 #include "options/nameindex.h"
 
-#include "foundation/strutilx.h"
+#include <algorithm>
+#include <cstring>
 
 namespace optxv {
 
 namespace {
+
+constexpr std::size_t pathletters = 3;   // what each word of a path key must give
+constexpr std::size_t minosfirst = 3;    // letters that count of a first word under Minos
+constexpr std::size_t minosletters = 4;  // and of each later word
 
 std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
   hash = (hash ^ upcaseeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
   return hash ^ hash >> 32;
 }
 
-/// A hash of the text that ignores the case of letters. The last eight bytes go in together, even
-/// if some of them have gone in before.
+/// Takes the first word off a text, and the '_' after it; false if it was the last.
+bool takeword(std::string_view& text, std::string_view& word) {
+  word = text.substr(0, text.find('_'));
+  const bool more = word.size() < text.size();
+  text.remove_prefix(word.size() + (more ? 1 : 0));
+  return more;
+}
+
+}  // namespace
+
 std::uint32_t foldedhash(std::string_view text) {
   constexpr std::size_t step = sizeof(std::uint64_t);
   std::uint64_t hash = text.size();
@@ -21,23 +34,13 @@ std::uint32_t foldedhash(std::string_view text) {
   return static_cast<std::uint32_t>(mix(hash, lasteight(text.data(), text.size())));
 }
 
-}  // namespace
-
-std::size_t nameindex::seek(std::uint32_t hash, std::string_view name) const {
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t at = hash & mask;
-  for (; slots_[at].position >= 0; at = (at + 1) & mask)
-    if (slots_[at].hash == hash && struequal(names_.getname(slots_[at].position), name)) break;
-  return at;
-}
-
-void nameindex::grow() {
+void positiontable::grow() {
   std::vector<slot> old(slots_.empty() ? 16 : slots_.size() * 2, slot{0, -1});
   old.swap(slots_);
   const std::size_t mask = slots_.size() - 1;
   for (const slot& entry : old) {
     if (entry.position < 0) continue;
-    std::size_t at = entry.hash & mask;  // names in the index differ, so the first hole will do
+    std::size_t at = entry.hash & mask;  // the keys in the table differ, so the first hole will do
     while (slots_[at].position >= 0) at = (at + 1) & mask;
     slots_[at] = entry;
   }
@@ -46,17 +49,78 @@ void nameindex::grow() {
 void nameindex::add(std::int32_t position) {
   const std::string_view name = names_.getname(position);
   if (name.empty()) return;
-  if (used_ * 4 >= slots_.size() * 3) grow();
-  const std::uint32_t hash = foldedhash(name);
-  slot& place = slots_[seek(hash, name)];
-  if (place.position >= 0) return;
-  place = {hash, position};
-  ++used_;
+  positions_.add(foldedhash(name), position,
+                 [&](std::int32_t other) { return struequal(names_.getname(other), name); });
 }
 
 std::int32_t nameindex::find(std::string_view name) const {
-  if (used_ == 0 || name.empty()) return -1;
-  return slots_[seek(foldedhash(name), name)].position;
+  if (name.empty()) return -1;
+  return positions_.find(
+      foldedhash(name), [&](std::int32_t other) { return struequal(names_.getname(other), name); });
+}
+
+// --- Rules -------------------------------------------------------------------------------------
+
+bool pathkey(std::string_view name, std::string& key) {
+  std::string_view word;
+  for (bool more = true; more;) {
+    more = takeword(name, word);
+    if (word.size() < pathletters) return false;
+    key.append(word, 0, pathletters);
+  }
+  return true;
+}
+
+bool minoskey(std::string_view name, std::string& key) {
+  std::string_view word;
+  bool more = takeword(name, word);
+  key.append(word, 0, minosfirst);
+  while (more) {
+    more = takeword(name, word);
+    key.append(1, '_').append(word, 0, minosletters);
+  }
+  return true;
+}
+
+namespace {
+
+constexpr std::size_t keystep = 8;
+constexpr std::size_t keystart = sizeof(std::int32_t) + 1;  // after the position and the length
+
+}  // namespace
+
+std::int32_t ruleindex::positionat(std::int32_t place) const {
+  return bytesat<std::int32_t>(keys_.data() + static_cast<std::size_t>(place) * keystep);
+}
+
+std::string_view ruleindex::keyat(std::int32_t place) const {
+  const char* const text = keys_.data() + static_cast<std::size_t>(place) * keystep + keystart;
+  return {text, static_cast<unsigned char>(text[-1])};
+}
+
+void ruleindex::add(std::int32_t position) {
+  std::string key;
+  if (!reduce_(names_.getname(position), key)) return;
+  const std::size_t start = keys_.size();
+  keys_.resize(start + (keystart + key.size() + keystep - 1) / keystep * keystep);
+  char* const to = keys_.data() + start;
+  std::memcpy(to, &position, sizeof position);
+  to[sizeof position] = static_cast<char>(key.size());
+  std::copy(key.begin(), key.end(), to + keystart);
+  const auto place = static_cast<std::int32_t>(start / keystep);
+  if (places_.add(foldedhash(key), place,
+                  [&](std::int32_t other) { return struequal(keyat(other), key); }))
+    return;
+  keys_.resize(start);
+}
+
+std::int32_t ruleindex::find(std::string_view name) {
+  for (; entered_ < names_.count(); ++entered_) add(entered_);
+  std::string key;
+  if (!reduce_(name, key)) return -1;
+  const std::int32_t place = places_.find(
+      foldedhash(key), [&](std::int32_t other) { return struequal(keyat(other), key); });
+  return place >= 0 ? positionat(place) : -1;
 }
 
 }  // namespace optxv

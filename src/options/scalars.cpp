@@ -187,8 +187,15 @@ void tenumstroption::additem(std::string_view text, std::int32_t context, std::s
   enumitems.addowned(text, std::make_unique<toptionx>(context, help));
 }
 
+std::int32_t tenumstroption::indexoftext(std::string_view text) const {
+  if (enumitems.count() <= shortlist) return enumitems.indexof(text);
+  if (!texts_) texts_ = std::make_unique<nameindex>(enumitems);
+  texts_->enternew();
+  return texts_->find(text);
+}
+
 void tenumstroption::setasstring12(bool second, std::string_view text) {
-  const std::int32_t entry = enumitems.indexof(text);
+  const std::int32_t entry = indexoftext(text);
   checkedstore(*this, second, entry >= 0 ? enumitems.getname(entry) : std::string_view(),
                entry >= 0, [&](messagekind kind) { refuse(*this, kind, text); });
 }
@@ -208,9 +215,8 @@ const tlistoptionx& tenumintoption::item(std::int32_t index) const {
 }
 
 std::int32_t tenumintoption::indexofvalue(std::int32_t itemvalue) const {
-  for (std::int32_t i = 0; i < enumitems.count(); ++i)
-    if (item(i).itemvalue == itemvalue) return i;
-  return -1;
+  return values_.find(itemvalue, enumitems.count(),
+                      [&](std::int32_t i) { return item(i).itemvalue; });
 }
 
 void tenumintoption::setasinteger12(bool second, std::int32_t v) {

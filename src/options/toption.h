@@ -13,6 +13,7 @@
 #include "foundation/lists.h"
 #include "foundation/runtime.h"
 #include "foundation/strutilx.h"
+#include "options/nameindex.h"
 
 namespace optxv {
 
@@ -335,11 +336,16 @@ class tenumstroption : public textvalued<tenumstroption> {
   void setasstring2(std::string_view text) { setasstring12(true, text); }
   /// Under nobounds an unlisted text stores the empty text: no entry was meant.
   void setasstring12(bool second, std::string_view text);
+  /// The 0-based index of the first entry with that text, case ignored, or -1.
+  std::int32_t indexoftext(std::string_view text) const;
 
   heapstring defaultvalue;
   heapstring value;
   heapstring value2;
   txstringlistobj enumitems;  ///< the allowed texts, each with a toptionx for its help
+
+ private:
+  mutable std::unique_ptr<nameindex> texts_;  ///< of enumitems; nil while they are few
 };
 
 /// One of a list of integers.
@@ -361,6 +367,9 @@ class tenumintoption : public integervalued<tenumintoption> {
   std::int32_t value = 0;
   std::int32_t value2 = 0;
   txlistobj enumitems;  ///< tlistoptionx objects
+
+ private:
+  mutable numberindex values_;  ///< of enumitems
 };
 
 /// Spreads one text over other options by position. It stores nothing and is never set.
@@ -382,6 +391,9 @@ class tmultilistoption : public toption {
   void reset() override;
 
   txlist members;  ///< positions as integers in the item words
+
+ private:
+  mutable numberindex places_;  ///< of members
 };
 
 /// Collects the texts assigned to it.
@@ -390,12 +402,20 @@ class tstrlistoption : public toption {
   tstrlistoption(std::string_view name, tzmaoptions* owner, const optionhelp& help);
   ~tstrlistoption() override;
   void setasstring(std::string_view text);
-  std::int32_t count() const { return items.count(); }
+  std::int32_t count() const { return items_.count() - taken_; }
+  /// REQUIRES: 0 <= i < count(). BORROWS: good until the next item is taken.
+  std::string_view item(std::int32_t i) const { return items_.get(taken_ + i); }
   /// Removes the first item and gives it. REQUIRES: count() > 0.
   shortstring takefirst();
   void reset() override;
 
-  txstrings items;
+ private:
+  void closegap();
+
+  txstrings items_;
+  /// How many texts in front of the list are gone: they leave it together, at the latest when they
+  /// are half of it, so that taking all of them one by one moves each a few times only.
+  std::int32_t taken_ = 0;
 };
 
 /// Hands one text to each of its members. It stores nothing and is never set.

@@ -5,6 +5,7 @@
 
 #include "foundation/zdlaudit.h"
 #include "language/listener.h"
+#include "options/optionkinds.h"
 
 namespace optxv {
 
@@ -44,17 +45,28 @@ std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<topti
                                     ? optionlist.adopt(entered->optname.lend(), std::move(option))
                                     : optionlist.addowned(name, std::move(option));
   entered->position = position;
-  optionindex.add(position);
+  optionindex.enternew();
+  if (const auto* list = askind<tstrlistoption>(entered)) noteitems(*list);
   return position;
 }
 
+void tzmaoptions::noteitems(const tstrlistoption& list) {
+  if (list.position < 0) return;
+  std::set<std::int32_t>& filled = filledlists[getstrings(list.position).starts_with("--") ? 1 : 0];
+  if (list.count() > 0)
+    filled.insert(list.position);
+  else
+    filled.erase(list.position);
+}
+
 void tzmaoptions::addsynonym(std::string_view name, std::int32_t position) {
-  synonymindex.add(
-      synonymlist.addobject(name, reinterpret_cast<void*>(static_cast<std::intptr_t>(position))));
+  synonymlist.addobject(name, reinterpret_cast<void*>(static_cast<std::intptr_t>(position)));
+  synonymindex.enternew();
 }
 
 void tzmaoptions::addgroup(std::string_view name, std::unique_ptr<tgroupobj> group) {
-  groupindex.add(grouplist.addowned(name, std::move(group)));
+  grouplist.addowned(name, std::move(group));
+  groupindex.enternew();
 }
 
 std::string_view tzmaoptions::getstrings(std::int32_t position) const {

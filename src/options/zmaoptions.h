@@ -14,8 +14,10 @@
 //   writers/help.cpp                optshowhelp
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -98,6 +100,8 @@ class tzmaoptions : public toptionx {
   /// Appends an option under that name, without any check, and gives its 0-based position.
   /// OWNS: the option from here on.
   std::int32_t addoption(std::string_view name, std::unique_ptr<toption> option);
+  /// Keeps it known whether a string list holds items.
+  void noteitems(const tstrlistoption& list);
   /// Appends a synonym for the option at a 0-based position (-1 where none was found).
   void addsynonym(std::string_view name, std::int32_t position);
   /// Appends a group. OWNS: the group from here on.
@@ -380,6 +384,13 @@ class tzmaoptions : public toptionx {
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
+  // Lookups under these rules and by number enter what is new: few definitions need them.
+  mutable ruleindex pathindex{optionlist, pathkey};
+  mutable ruleindex minosindex{optionlist, minoskey};
+  mutable numberindex groupnumbers;  ///< of the groups in grouplist
+  /// The positions of the string lists that hold items: those that programs define, and those made
+  /// at run time, named "--...".
+  std::array<std::set<std::int32_t>, 2> filledlists;
   std::unique_ptr<listener> told;  ///< nil without a listener
   sourcenames sources;
   placelist messageplaces;  ///< of the entries of messagelist

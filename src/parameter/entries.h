@@ -6,8 +6,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
@@ -15,6 +17,7 @@
 #include "foundation/strutilx.h"
 #include "foundation/textfile.h"
 #include "language/miniparser.h"
+#include "options/nameindex.h"
 #include "options/zmaoptions.h"
 
 namespace optxv {
@@ -33,13 +36,15 @@ inline bool isquoted(std::string_view index) {
 ///
 /// There may be thousands of entries, and most of them have one or two short indices. So the texts
 /// are stored one after another, each after its length as in a heap string, and in the list itself
-/// while they fit there.
+/// while they fit there. A list that is longer than it may be is stored too, and then knows where
+/// each text begins.
 class indexlist {
  public:
   std::int32_t count() const noexcept { return count_; }
 
   /// Appends the first 255 bytes of an index and gives its 0-based position.
   std::int32_t add(std::string_view index) {
+    if (count_ >= maximumindices) notestart();
     const std::string_view kept = keptpart(index);
     const std::size_t taken = 1 + kept.size();
     const bool far = used_ + taken > near_.size();
@@ -56,25 +61,60 @@ class indexlist {
 
   /// REQUIRES: 0 <= i < count(). BORROWS: good until the next add.
   std::string_view get(std::int32_t i) const noexcept {
-    const char* text = far_.empty() ? near_.data() : far_.data();
-    for (; i > 0; --i) text += 1 + length(text);
-    return {text + 1, length(text)};
+    if (i >= maximumindices)
+      return textat(more_->starts[static_cast<std::size_t>(i - maximumindices)]);
+    std::size_t at = 0;
+    for (; i > 0; --i) at += 1 + textat(at).size();
+    return textat(at);
   }
 
   /// Whether the list has an index, case ignored.
-  bool has(std::string_view index) const noexcept {
-    for (std::int32_t i = 0; i < count_; ++i)
-      if (struequal(get(i), index)) return true;
-    return false;
+  bool has(std::string_view index) const {
+    std::size_t at = 0;
+    for (std::int32_t i = 0; i < count_ && i < maximumindices; ++i) {
+      const std::string_view text = textat(at);
+      if (struequal(text, index)) return true;
+      at += 1 + text.size();
+    }
+    return more_ && hasmore(index);
   }
 
  private:
-  static std::size_t length(const char* text) noexcept { return static_cast<unsigned char>(*text); }
+  /// What is known of the texts past the longest list.
+  struct furthertexts {
+    std::vector<std::size_t> starts;
+    positiontable places;  ///< in starts; of the texts looked for among
+    std::size_t entered = 0;
+  };
+
+  std::string_view textat(std::size_t at) const noexcept {
+    const char* text = (far_.empty() ? near_.data() : far_.data()) + at;
+    return {text + 1, static_cast<unsigned char>(*text)};
+  }
+
+  void notestart() {
+    if (!more_) more_ = std::make_unique<furthertexts>();
+    more_->starts.push_back(used_);
+  }
+
+  bool hasmore(std::string_view index) const {
+    const auto sameas = [this](std::string_view text) {
+      return [this, text](std::int32_t place) {
+        return struequal(textat(more_->starts[static_cast<std::size_t>(place)]), text);
+      };
+    };
+    for (; more_->entered < more_->starts.size(); ++more_->entered) {
+      const std::string_view text = textat(more_->starts[more_->entered]);
+      more_->places.add(foldedhash(text), static_cast<std::int32_t>(more_->entered), sameas(text));
+    }
+    return more_->places.find(foldedhash(index), sameas(index)) >= 0;
+  }
 
   std::int32_t count_ = 0;
   std::size_t used_ = 0;  ///< bytes of the texts
   std::array<char, 40> near_{};
   std::string far_;  ///< all the texts, once they do not fit in near_ any more
+  std::unique_ptr<furthertexts> more_;
 };
 
 /// The three brackets that open an index list, and the partner that closes each.

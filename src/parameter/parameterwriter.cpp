@@ -42,11 +42,11 @@ void writescalar(textfile& file, const toption& option) {
 }
 
 /// KEEP: under the table's name, while a scalar option is written under its display name.
-void writeitems(textfile& file, std::string_view tablename, const txstrings& items) {
-  for (std::int32_t i = 0; i < items.count(); ++i) {
+void writeitems(textfile& file, std::string_view tablename, const tstrlistoption& list) {
+  for (std::int32_t i = 0; i < list.count(); ++i) {
     file.write(tablename);
     file.write("=");
-    file.write(strexternal(items.get(i)));
+    file.write(strexternal(list.item(i)));
     endline(file);
   }
 }
@@ -57,8 +57,8 @@ void writeoption(textfile& file, std::string_view tablename, const toption& opti
     using kind = std::remove_cvref_t<decltype(typed)>;
     if constexpr (scalarkind<const kind>)
       writescalar(file, typed);
-    else if constexpr (requires { typed.items; })
-      writeitems(file, tablename, typed.items);
+    else if constexpr (std::is_same_v<kind, tstrlistoption>)
+      writeitems(file, tablename, typed);
   });
 }
 

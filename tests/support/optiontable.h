@@ -168,7 +168,7 @@ struct optiontable {
       if (option.outofbounds != 0) value += "!" + std::to_string(option.outofbounds);
       if (const auto* list = dynamic_cast<const tstrlistoption*>(&option)) {
         lines items;
-        for (std::int32_t k = 0; k < list->count(); ++k) items.push_back(str(list->items.get(k)));
+        for (std::int32_t k = 0; k < list->count(); ++k) items.push_back(str(list->item(k)));
         value = "[" + joined(items, "|") + "]";
       }
       all.push_back(str(options.getstrings(i)) + "=" + value);
