@@ -14,6 +14,7 @@ namespace {
 
 using optxv::groupfacts;
 using optxv::optionfacts;
+using optxv::synonymfacts;
 using optxv::tablefacts;
 using optxv::valuefacts;
 
@@ -51,9 +52,9 @@ std::string shown(std::string_view text) {
   constexpr std::array<wordrow, 5> entities = {
       {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&#39;"}}};
   std::string result;
-  for (const char c : printable(text)) {
-    const std::string_view entity = meaning(entities, std::string_view(&c, 1));
-    result += entity.empty() ? std::string(1, c) : std::string(entity);
+  for (const char& c : printable(text)) {
+    const std::string_view entity = meaning(entities, {&c, 1});
+    result += entity.empty() ? std::string_view(&c, 1) : entity;
   }
   return result;
 }
@@ -80,7 +81,16 @@ std::string link(std::string_view place, std::string_view text) {
   return "<a href=\"#" + shown(place) + "\">" + shown(text) + "</a>";
 }
 
-/// The texts one behind the other with commas between.
+/// A second name, with what is to be known of it.
+std::string synonymtext(const synonymfacts& synonym) {
+  std::string text = "<span class=\"name\">" + shown(synonym.name) + "</span>";
+  if (!synonym.deprecated && !synonym.obsolete) return text;
+  const std::string_view word = synonym.obsolete ? "obsolete" : "deprecated";
+  text += " <span class=\"words\"><span class=\"note\">(" + std::string(word) + ")</span>";
+  return text + (synonym.text.empty() ? "" : " " + shown(synonym.text)) + "</span>";
+}
+
+/// The texts one after the other with commas between.
 std::string listed(const std::vector<std::string>& texts) {
   std::string all;
   for (const std::string& text : texts) all += (all.empty() ? "" : ", ") + text;
@@ -94,10 +104,10 @@ std::string paragraph(std::string_view markup, std::string_view style = {}) {
 }
 
 /// A term with its description, if there is one.
-std::string fact(std::string_view term, const std::string& markup, std::string_view style = {}) {
+std::string fact(std::string_view term, std::string_view markup, std::string_view style = {}) {
   if (markup.empty()) return {};
   const std::string mark = style.empty() ? "" : " class=\"" + std::string(style) + "\"";
-  return "<dt>" + std::string(term) + "</dt><dd" + mark + ">" + markup + "</dd>\n";
+  return "<dt>" + std::string(term) + "</dt><dd" + mark + ">" + std::string(markup) + "</dd>\n";
 }
 
 std::string kindtext(const optionfacts& option) {
@@ -136,27 +146,28 @@ std::string valuetable(const optionfacts& option) {
          rows + "</tbody>\n</table>\n";
 }
 
-/// What a name on its way out comes to, with the text that goes with it.
-std::string outgoing(std::string_view subject, bool deprecated, bool obsolete,
-                     std::string_view text) {
-  std::string all;
-  const auto add = [&](bool marked, std::string_view word) {
-    if (!marked) return;
-    all += paragraph(
-        std::string(subject) + std::string(word) + (text.empty() ? "" : " " + shown(text)), "note");
-  };
-  add(deprecated, " is deprecated: it still works, with a warning.");
-  add(obsolete, " is obsolete: it no longer works.");
-  return all;
+std::string note(std::string_view sentence, std::string_view text = {}) {
+  return paragraph(std::string(sentence) + (text.empty() ? "" : " " + shown(text)), "note");
+}
+
+/// What the use of an unmarked synonym comes to where another one of the option is marked.
+std::string synonymnote(const optionfacts& option) {
+  const bool obsolete = option.synonymobsolete;
+  const bool all = std::ranges::all_of(option.synonyms, [&](const synonymfacts& each) {
+    return obsolete ? each.obsolete : each.deprecated;
+  });
+  if (all || (!obsolete && !option.synonymdeprecated)) return {};
+  return paragraph(obsolete ? "As one synonym is obsolete, none of them works."
+                            : "As one synonym is deprecated, each of them gives the warning.",
+                   "soft");
 }
 
 std::string notes(const optionfacts& option) {
-  std::string all =
-      outgoing("This option", option.deprecated, option.obsolete, option.deprecatedtext) +
-      outgoing("A synonym", option.synonymdeprecated, option.synonymobsolete,
-               option.synonymdeprecatedtext);
-  if (option.helpcontext == 0)
-    all += paragraph("Hidden: the help listings leave this option out.", "note");
+  std::string all;
+  if (option.deprecated)
+    all += note("Deprecated: it still works, with a warning.", option.deprecatedtext);
+  if (option.obsolete) all += note("Obsolete: it no longer works.", option.deprecatedtext);
+  if (option.helpcontext == 0) all += note("Hidden: the help listings leave this option out.");
   if (option.tablename.starts_with('.'))
     all += paragraph("Dot option: it belongs to a symbol of the model, as in " +
                          code("x" + option.tablename + "('label') = value") + ".",
@@ -166,39 +177,54 @@ std::string notes(const optionfacts& option) {
 
 class pagewriter {
  public:
-  pagewriter(const tablefacts& table, const std::string& source) : table_(table), source_(source) {
-    for (std::size_t i = table.groups.size(); i-- > 0;) home_[table.groups[i].number] = i;
-    for (const optionfacts& option : table.options) first_.emplace(option.tablename, &option);
-  }
+  pagewriter(const tablefacts& table, const std::string& source);
   std::string page() const;
 
  private:
+  using optionlist = std::vector<const optionfacts*>;
+
   // A section is an index into the groups, or their number for the options without a group.
   // Sections without options are not shown.
   std::string place(std::size_t section) const;
   std::string place(const optionfacts& option) const;
   std::string title(std::size_t section) const;
-  std::vector<const optionfacts*> optionsof(std::size_t section) const;
   std::string navigation() const;
   std::string sections() const;
+  std::string section(std::size_t number) const;
   std::string article(const optionfacts& option) const;
   std::string facts(const optionfacts& option) const;
   std::string members(const optionfacts& option) const;
+  std::string setters(const optionfacts& option) const;
   std::string head() const;
   std::string summary() const;
 
   const tablefacts& table_;
   const std::string& source_;
-  std::map<std::int32_t, std::size_t> home_;  ///< the first group of each number has its options
+  std::vector<optionlist> contents_;                      ///< of each section
   std::map<std::string_view, const optionfacts*> first_;  ///< a faulty definition repeats names
+  std::map<std::string_view, optionlist> setters_;  ///< the lists and macros with such a member
 };
+
+pagewriter::pagewriter(const tablefacts& table, const std::string& source)
+    : table_(table), source_(source), contents_(table.groups.size() + 1) {
+  std::map<std::int32_t, std::size_t> home;  // the first group of each number has its options
+  for (std::size_t i = 0; i < table.groups.size(); ++i) home.emplace(table.groups[i].number, i);
+  for (const optionfacts& option : table.options) {
+    const auto found = home.find(option.group);
+    contents_[found == home.end() ? table.groups.size() : found->second].push_back(&option);
+    first_.emplace(option.tablename, &option);
+    for (const std::string& member : option.members)
+      if (optionlist& setters = setters_[member]; setters.empty() || setters.back() != &option)
+        setters.push_back(&option);
+  }
+}
 
 std::string pagewriter::place(std::size_t section) const {
   if (section == table_.groups.size()) return "group-none";
   return "group-" + std::to_string(table_.groups[section].number);
 }
 
-/// A repeated name has its number behind it; no name has a point within.
+/// A repeated name is followed by its number; no name has a point within.
 std::string pagewriter::place(const optionfacts& option) const {
   const std::string place = placeof(option.tablename);
   return first_.at(option.tablename) == &option
@@ -212,16 +238,6 @@ std::string pagewriter::title(std::size_t section) const {
   return shown(group.title.empty() ? group.name : group.title);
 }
 
-std::vector<const optionfacts*> pagewriter::optionsof(std::size_t section) const {
-  std::vector<const optionfacts*> result;
-  for (const optionfacts& option : table_.options) {
-    const auto home = home_.find(option.group);
-    if ((home == home_.end() ? table_.groups.size() : home->second) == section)
-      result.push_back(&option);
-  }
-  return result;
-}
-
 std::string pagewriter::members(const optionfacts& option) const {
   std::vector<std::string> links;
   for (const std::string& member : option.members)
@@ -229,56 +245,68 @@ std::string pagewriter::members(const optionfacts& option) const {
   return listed(links);
 }
 
+std::string pagewriter::setters(const optionfacts& option) const {
+  const auto found = setters_.find(option.tablename);
+  if (found == setters_.end() || first_.at(option.tablename) != &option) return {};
+  std::vector<std::string> links;
+  for (const optionfacts* setter : found->second)
+    links.push_back(link(place(*setter), setter->name));
+  return listed(links);
+}
+
 std::string pagewriter::facts(const optionfacts& option) const {
-  std::vector<std::string> synonyms;
-  for (const std::string& synonym : option.synonyms) synonyms.push_back(shown(synonym));
+  std::string synonyms;
+  for (const synonymfacts& synonym : option.synonyms)
+    synonyms += "<li>" + synonymtext(synonym) + "</li>\n";
   const std::string range = option.low.empty() ? "" : shown(option.low + " to " + option.high);
   return "<dl>\n" + fact("Kind", kindtext(option), "words") +
          (option.hasdefault ? fact("Default", shown(option.defaultvalue)) : "") +
-         fact("Range", range) + fact("Sets", members(option)) +
-         fact("Action", shown(option.action)) + fact("Synonyms", listed(synonyms)) + "</dl>\n";
+         fact("Range", range) + fact("Sets", members(option)) + fact("Set by", setters(option)) +
+         fact("Action", shown(option.action)) +
+         fact("Synonyms", synonyms.empty() ? "" : "<ul>" + synonyms + "</ul>") + "</dl>\n";
 }
 
 std::string pagewriter::article(const optionfacts& option) const {
   const std::string id = place(option);
   return "<article id=\"" + id + "\" aria-labelledby=\"" + id + "-name\">\n<h3 id=\"" + id +
          "-name\">" + link(id, option.name) + "</h3>\n" + paragraph(shown(option.help)) +
-         notes(option) + facts(option) + valuetable(option) + longhelp(option.longhelp) +
-         "</article>\n";
+         notes(option) + facts(option) + synonymnote(option) + valuetable(option) +
+         longhelp(option.longhelp) + "</article>\n";
 }
 
+/// Many groups stand in a plain list, which a browser need not lay out whole.
 std::string pagewriter::navigation() const {
+  constexpr std::size_t many = 200;
   std::string items;
-  for (std::size_t section = 0; section <= table_.groups.size(); ++section)
-    if (const std::size_t count = optionsof(section).size(); count > 0)
+  for (std::size_t section = 0; section < contents_.size(); ++section)
+    if (const std::size_t count = contents_[section].size(); count > 0)
       items += "<li><a href=\"#" + place(section) + "\">" + title(section) +
                "</a> <span class=\"soft\">(" + grouped(count) + ")</span></li>\n";
-  return items.empty() ? "" : "<nav aria-label=\"Groups\">\n<ul>\n" + items + "</ul>\n</nav>\n";
+  if (items.empty()) return {};
+  const std::string mark = contents_.size() > many ? " class=\"many\"" : "";
+  return "<nav aria-label=\"Groups\"" + mark + ">\n<ul>\n" + items + "</ul>\n</nav>\n";
+}
+
+std::string pagewriter::section(std::size_t number) const {
+  const std::string id = place(number);
+  std::string all = "<section id=\"" + id + "\" aria-labelledby=\"" + id + "-title\">\n<h2 id=\"" +
+                    id + "-title\">" + title(number) + "</h2>\n";
+  if (number < table_.groups.size() && table_.groups[number].helpcontext == 0)
+    all += note("Hidden: the help listings leave this group out.");
+  for (const optionfacts* option : contents_[number]) all += article(*option);
+  return all + "</section>\n";
 }
 
 std::string pagewriter::sections() const {
   std::string all;
-  for (std::size_t section = 0; section <= table_.groups.size(); ++section) {
-    const std::vector<const optionfacts*> options = optionsof(section);
-    if (options.empty()) continue;
-    const std::string id = place(section);
-    all.append("<section id=\"").append(id).append("\" aria-labelledby=\"");
-    all.append(id).append("-title\">\n<h2 id=\"").append(id).append("-title\">");
-    all.append(title(section)).append("</h2>\n");
-    if (section < table_.groups.size() && table_.groups[section].helpcontext == 0)
-      all += paragraph("Hidden: the help listings leave this group out.", "note");
-    for (const optionfacts* option : options) all += article(*option);
-    all += "</section>\n";
-  }
+  for (std::size_t number = 0; number < contents_.size(); ++number)
+    if (!contents_[number].empty()) all += section(number);
   return all;
 }
 
 std::string pagewriter::summary() const {
-  const std::size_t synonyms = [&] {
-    std::size_t count = 0;
-    for (const optionfacts& option : table_.options) count += option.synonyms.size();
-    return count;
-  }();
+  std::size_t synonyms = 0;
+  for (const optionfacts& option : table_.options) synonyms += option.synonyms.size();
   std::string text = counted(table_.options.size(), "option") + " in " +
                      counted(table_.groups.size(), "group") + ", " + counted(synonyms, "synonym") +
                      ", from " + code(source_) + ".";
@@ -302,13 +330,10 @@ std::string pagewriter::page() const {
   return head() +
          "<body>\n<a class=\"skip\" href=\"#content\">Skip to the "
          "options</a>\n<header>\n<h1>Options of " +
-         shown(source_) + "</h1>\n" + paragraph(summary(), "soft") +
-         "<form id=\"search\" role=\"search\" hidden>\n<label for=\"search-box\">Search names and "
-         "texts</label>\n<input id=\"search-box\" type=\"search\" autocomplete=\"off\" "
-         "spellcheck=\"false\">\n<p id=\"search-state\" class=\"soft\" role=\"status\"></p>\n"
-         "</form>\n</header>\n" +
-         navigation() + "<main id=\"content\" tabindex=\"-1\">\n" + sections() +
-         "</main>\n<script>" + std::string(pagescript) + "</script>\n</body>\n</html>\n";
+         shown(source_) + "</h1>\n" + paragraph(summary(), "soft") + "</header>\n" +
+         std::string(pagesearch) + navigation() + "<main id=\"content\" tabindex=\"-1\">\n" +
+         std::string(pagefound) + "<div id=\"groups\">\n" + sections() +
+         "</div>\n</main>\n<script>" + std::string(pagescript) + "</script>\n</body>\n</html>\n";
 }
 
 }  // namespace

@@ -199,8 +199,8 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
   tzmaoptions& options = record.options;
   toption* option = options.getobjects(options.optionindex.find(name));
   const bool own = option != nullptr;
-  if (const std::int32_t synonym = own ? -1 : options.synonymindex.find(name); synonym >= 0)
-    option = options.synonymtarget(synonym);
+  const std::int32_t synonym = own ? -1 : options.synonymindex.find(name);
+  if (synonym >= 0) option = options.synonymtarget(synonym);
   if (option == nullptr)
     return record.report(optxv_fault_unknown_marked,
                          concat("Deprecated option ", quoted{name}, " is undefined"));
@@ -210,6 +210,7 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
                  name, record.lastfield().place);
   record.restfield(optxv_field_text);
   option->addmark(own ? marks.option : marks.synonym);
+  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, heapstring(record.text)});
   (own ? option->deprecatedtext : option->synonymdeprecatedtext) = record.text;
 }
 

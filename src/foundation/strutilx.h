@@ -181,6 +181,7 @@ class heapstring {
     assign(s);
     return *this;
   }
+  heapstring(heapstring&& other) noexcept : text_(other.release()) {}
   heapstring(const heapstring&) = delete;
   heapstring& operator=(const heapstring&) = delete;
   ~heapstring() { disposestring(text_); }

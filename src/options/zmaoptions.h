@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "foundation/boundedstring.h"
 #include "foundation/lists.h"
@@ -62,6 +63,14 @@ char charpath();
 /// BORROWS: owner, which outlives the list.
 std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
 std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
+
+/// A mark that a definition put on a synonym. What reading heeds is kept with the option, for all
+/// its synonyms; this tells which one was meant.
+struct synonymmark {
+  std::int32_t synonym;  ///< 0-based, in synonymlist
+  deprecationmark mark;
+  heapstring text;
+};
 
 /// One option database. The exported handle is its address.
 ///
@@ -370,7 +379,9 @@ class tzmaoptions : public toptionx {
   sourcenames sources;
   placelist messageplaces;  ///< beside messagelist
   originlist origins;       ///< beside optionlist
-  valueorigin assigning;  ///< where the value stands that is being assigned; a call, outside reads
+  /// Where the value stands that is being assigned; outside of reads a call gives it.
+  valueorigin assigning = {.road = roadCall};
+  std::vector<synonymmark> synonymmarks;  ///< in definition order
 
  private:
   bool undoenter(messagekind kind, std::string_view text);

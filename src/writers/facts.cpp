@@ -1,5 +1,7 @@
 #include "writers/facts.h"
 
+#include <utility>
+
 #include "options/zmaoptions.h"
 #include "writers/valueforms.h"
 
@@ -80,6 +82,22 @@ optionfacts factsof(const toption& option) {
   return facts;
 }
 
+/// The synonyms, each with its option; -1 stands for an option that was not found.
+void addsynonyms(const tzmaoptions& options, tablefacts& table) {
+  std::vector<synonymfacts> synonyms;
+  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i)
+    synonyms.emplace_back().name = options.nounderscore(options.synonymlist.getname(i)).view();
+  for (const synonymmark& each : options.synonymmarks) {
+    synonymfacts& marked = synonyms[static_cast<std::size_t>(each.synonym)];
+    (each.mark == markObsoleteSynonym ? marked.obsolete : marked.deprecated) = true;
+    marked.text = each.text.view();
+  }
+  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i)
+    if (const std::int32_t position = options.synonymposition(i); position >= 0)
+      table.options[static_cast<std::size_t>(position)].synonyms.push_back(
+          std::move(synonyms[static_cast<std::size_t>(i)]));
+}
+
 groupfacts factsof(const tzmaoptions& options, std::int32_t position) {
   const tgroupobj& group = *options.groupat(position);
   return {text(options.grouplist.getname(position)), group.groupnr, group.helpcontext,
@@ -92,10 +110,7 @@ tablefacts describe(const tzmaoptions& options) {
   tablefacts table;
   for (std::int32_t i = 0; i < options.getcount(); ++i)
     table.options.push_back(factsof(*options.getobjects(i)));
-  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i)
-    if (const std::int32_t position = options.synonymposition(i); position >= 0)
-      table.options[static_cast<std::size_t>(position)].synonyms.push_back(
-          text(options.nounderscore(options.synonymlist.getname(i))));
+  addsynonyms(options, table);
   for (std::int32_t i = 0; i < options.getgroupcount(); ++i)
     table.groups.push_back(factsof(options, i));
   table.indicatorkey = options.indicatorkey.view();

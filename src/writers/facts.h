@@ -18,6 +18,14 @@ struct valuefacts {
   std::string help;
 };
 
+/// A second name of an option. The marks are those that the definition puts on this very name; the
+/// text is that of its last mark.
+struct synonymfacts {
+  std::string name;  ///< as users see it
+  bool deprecated = false, obsolete = false;
+  std::string text;
+};
+
 /// One option. Numbers and texts are in the form in which a definition holds them: limits by their
 /// names, texts with blanks or commas between double quotes.
 struct optionfacts {
@@ -36,10 +44,11 @@ struct optionfacts {
   std::vector<valuefacts> values;    ///< of an enumeration
   std::vector<std::string> members;  ///< table names of what a multilist or a macro sets
   std::string action;                ///< what an immediate option does: EolFlag, ReadFile...
-  std::vector<std::string> synonyms;
+  std::vector<synonymfacts> synonyms;
   bool deprecated = false, obsolete = false;  ///< of the option's own name
   std::string deprecatedtext;
-  bool synonymdeprecated = false, synonymobsolete = false;  ///< of a synonym
+  /// What a parameter file finds: one marked synonym counts for all synonyms of the option.
+  bool synonymdeprecated = false, synonymobsolete = false;
   std::string synonymdeprecatedtext;
 };
 

@@ -18,7 +18,7 @@ const char* const definition =
     "tol double 4 1e-6 mindouble 1e299 0 1 Hidden tolerance\n"
     "logname string 5 \"a, b\" 6 9 Caf\xE9 caf\xC3\xA9\n"
     "method enumstr 7 auto 8 3 Method\n auto 81 By <size>\nfast macro 12 1 Fast\n rate\n method\n"
-    ".scale double.TWO 11 1 eps 10 13 1 Scale\nstop synonym rate\n"
+    ".scale double.TWO 11 1 eps 10 13 1 Scale\nstop synonym rate\nhalt synonym rate\n"
     "passing deprecated\n stop Say 'rate'.\ngone obsolete\n tol No more\nrow indicator\n";
 
 class Documents : public commandrun {
@@ -87,7 +87,10 @@ TEST_F(Documents, TheReferenceEscapesAndGroups) {
   for (const char* piece :
        {"<title>Options of s.def</title>", "<h2 id=\"group-1-title\">Limits &amp; more</h2>",
         "<p>Long &lt;i&gt;help&lt;/i&gt;,\nin lines.</p>\n<p>Second paragraph.</p>",
-        "A synonym is deprecated: it still works, with a warning. Say &#39;rate&#39;.</p>",
+        "stop</span> <span class=\"words\"><span class=\"note\">(deprecated)</span> Say "
+        "&#39;rate&#39;.</span></li>\n<li><span class=\"name\">halt</span></li>",
+        "As one synonym is deprecated, each of them gives the warning.",
+        "Obsolete: it no longer works. No more</p>", "<dt>Set by</dt><dd><a href=\"#option-fast\">",
         "<p>Caf\\xE9 caf\xC3\xA9</p>", "<article id=\"option-.scale\"",
         "<h2 id=\"group-none-title\">Options without a group</h2>",
         "<code>row</code> is an indicator"})

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "foundation/runtime.h"
+#include "foundation/textfile.h"
 #include "support/optiontable.h"
 
 namespace optxv {

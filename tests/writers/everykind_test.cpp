@@ -199,7 +199,19 @@ TEST(Facts, NamesAsUsersSeeThem) {
   const optiontable read("Minos lookup\na_b boolean 1 0 1 1 x\nc_d synonym a_b\nrow indicator\n");
   const tablefacts facts = describe(read.options);
   EXPECT_EQ(facts.options[1].tablename + "," + facts.options[1].name, "a_b,a b");
-  EXPECT_EQ(joined(facts.options[1].synonyms) + "," + facts.indicatorkey, "c d,row");
+  EXPECT_EQ(facts.options[1].synonyms.at(0).name + "," + facts.indicatorkey, "c d,row");
+}
+
+TEST(Facts, TellWhichSynonymIsMarked) {
+  const optiontable read(
+      "a boolean 1 0 1 1 x\nold synonym a\nfine synonym a\ngone synonym a\n"
+      "d deprecated\n old Say a.\n gone first\no obsolete\n gone Too late.\n");
+  const tablefacts facts = describe(read.options);
+  std::string all;
+  for (const synonymfacts& each : facts.options[1].synonyms)
+    all += each.name + (each.deprecated ? " deprecated" : "") + (each.obsolete ? " obsolete" : "") +
+           (each.text.empty() ? ";" : " '" + each.text + "';");
+  EXPECT_EQ(all, "old deprecated 'Say a.';fine;gone deprecated obsolete 'Too late.';");
 }
 
 TEST(Documents, FilesThatCannotBeWrittenAreRefused) {
