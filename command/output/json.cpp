@@ -75,11 +75,10 @@ class jsonreporter : public reporter {
 
   void summary(const tally& total) override {
     begin();
-    const ordered_json counts = {
-        {"errors", total.errors},         {"warnings", total.warnings},
-        {"files", total.files},           {"unreadable", total.unreadable},
-        {"dotoptions", total.dotoptions}, {"indicators", total.indicators},
-        {"omitted", total.omitted}};
+    const ordered_json counts = {{"errors", total.errors},         {"warnings", total.warnings},
+                                 {"files", total.files},           {"unreadable", total.unreadable},
+                                 {"dotoptions", total.dotoptions}, {"indicators", total.indicators},
+                                 {"omitted", total.omitted}};
     put(out_, std::string(rows_ > 0 ? "\n  " : "") +
                   "],\n  \"summary\": " + indented(textof(counts), 2).substr(2) + "\n}\n");
   }
