@@ -5,7 +5,7 @@
 #include "analysis/run.h"
 #include "output/lines.h"
 #include "tasks/tasks.h"
-#include "text/textform.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -38,7 +38,7 @@ std::string helptext(optionset& options, std::string_view topic) {
     if (each.kind == optMsgTooManyMsgs)
       put(stderr, "optxv: warning: the help is cut short: " + printable(each.text) + '\n');
     else
-      text += withoutcontrols(each.text) + '\n';
+      text += printableline(each.text) + '\n';
   }
   return text;
 }
