@@ -10,6 +10,7 @@
 #include "tasks/product.h"
 #include "tasks/tasks.h"
 #include "text/printable.h"
+#include "writers/facts.h"
 
 namespace command {
 namespace {
@@ -17,16 +18,6 @@ namespace {
 constexpr std::int32_t firstset = 1, secondset = 2;  // the bits of the masks
 
 constexpr std::array<std::string_view, 4> modifiers = {"", ".NV", ".OPT", ".TWO"};
-
-/// The limits that go by a name, and how the library writes them out.
-struct limitname {
-  std::int32_t type;
-  std::string_view digits, name;
-};
-constexpr std::array<limitname, 4> limitnames = {{{optTypeInteger, "2147483647", "maxint"},
-                                                  {optTypeInteger, "-2147483648", "minint"},
-                                                  {optTypeDouble, "1E299", "maxdouble"},
-                                                  {optTypeDouble, "-1E299", "mindouble"}}};
 
 /// An option with what has been read into it. The defaults come from a second option set that has
 /// read the definition and nothing else: there every value is the default.
@@ -58,14 +49,12 @@ class optionview {
   std::vector<std::string> values() const {
     if (islist()) return shownitems();
     if (!isscalar()) return {};
-    std::vector<std::string> result = {shown(options_.value(optnr_))};
-    if (istwo()) result[0] += ' ' + shown(options_.value2(optnr_));
+    std::vector<std::string> result = {shown(options_)};
+    if (istwo()) result[0] += ' ' + shown(options_, true);
     return result;
   }
 
-  std::string defaultvalue() const {
-    return isscalar() ? shown(fresh_.value(optnr_)) : std::string();
-  }
+  std::string defaultvalue() const { return isscalar() ? shown(fresh_) : std::string(); }
 
   std::string_view whatisset() const {
     if (!isset()) return "-";
@@ -95,11 +84,13 @@ class optionview {
   }
 
   /// The value as parameter text would give it: a limit goes by its name, as in the help.
-  std::string shown(const std::string& value) const {
-    if (istext()) return externalform(value);
-    for (const limitname& each : limitnames)
-      if (each.type == info_.type && each.digits == value) return std::string(each.name);
-    return printable(value);
+  std::string shown(const optionset& from, bool second = false) const {
+    if (info_.type == optTypeInteger)
+      return optxv::numbertext(second ? from.integer2(optnr_) : from.integer(optnr_));
+    if (info_.type == optTypeDouble)
+      return optxv::numbertext(second ? from.real2(optnr_) : from.real(optnr_));
+    const std::string value = second ? from.value2(optnr_) : from.value(optnr_);
+    return istext() ? externalform(value) : value;
   }
 
   nlohmann::ordered_json typed(const optionset& from, bool second) const {
