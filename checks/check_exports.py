@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Compares the symbols that a built library exports with the list in its linker version script.
 
-Usage: check_exports.py <exports.map> <library>. Both ways: a name in the list that the library does not
-export, and a symbol exported that no entry of the list covers. Entries of an extern "C++" block are
-compared with demangled names; an entry may hold the wildcards of the linker. The exit status is 1 where
-the two differ.
+Usage: check_exports.py <exports.map> <library>. It finds names in the list that the library does not
+export, and exported symbols that no entry of the list covers. Entries of an extern "C++" block are
+compared with demangled names; an entry may contain the linker's wildcards. The exit status is 1 if the
+two differ.
 """
 import re
 import subprocess
@@ -30,7 +30,7 @@ def split(block):
 
 
 def exported(library, *options):
-    """The defined dynamic symbols, without the names that the linker gives to versions."""
+    """The defined dynamic symbols, without the names that the linker makes for versions."""
     lines = subprocess.run(['nm', '-D', '--defined-only', *options, library],
                            capture_output=True, text=True, check=True).stdout.splitlines()
     rows = [line.split(None, 2) for line in lines]

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Holds every #include of the trees in checks/floors.txt to their floors and refuses include cycles.
+"""Checks every #include of the trees in checks/floors.txt against their floors, and finds include cycles.
 
-Usage: check_floors.py [tree]. Prints a line for each fault; the exit status is 1 where there is one.
+Usage: check_floors.py [tree]. Prints one line per fault; the exit status is 1 if there is one.
 """
 import re
 import sys
@@ -14,9 +14,9 @@ PUBLIC = 'optxv'
 
 
 class Floors:
-    """The rows of floors.txt: `faults` says what is wrong with the rows themselves.
+    """The rows of floors.txt. `faults` is what is wrong with the rows themselves.
 
-    Units, files and grants are held with their tree in front, as in src/options.
+    Units, files and grants are stored with their tree before them, as in src/options.
     """
 
     def __init__(self, text):
@@ -40,7 +40,7 @@ class Floors:
             self.level[unit], self.grants[unit] = int(fields[0]), fields[2:]
 
     def _full(self, grant, unit):
-        """A grant as written, with its tree: the unit's own where it names none."""
+        """A grant as written, with its tree: the unit's own if it names none."""
         plain = grant in ('*', PUBLIC) or grant.startswith(('<', *(f'{tree}/' for tree in self.trees)))
         return grant if plain else f'{unit.split("/")[0]}/{grant}'
 
@@ -77,7 +77,7 @@ def includes_of(path):
 
 
 def file_of(tree, floors, source, name):
-    """The file that an include in `source` names, from its own tree first; a public header as it is; or None."""
+    """The file that an include in `source` names, first in its own tree; a public header as it is; or None."""
     if name.startswith(PUBLIC + '/'):
         return name
     own = source.split('/')[0]
@@ -122,7 +122,7 @@ def cycles_of(graph):
 
 
 def check(tree):
-    """The faults of the tree, a line each."""
+    """The faults of the tree, one line each."""
     tree = Path(tree)
     floors = Floors((tree / 'checks/floors.txt').read_text(encoding='utf-8'))
     faults, graph = list(floors.faults), {}
@@ -131,7 +131,7 @@ def check(tree):
             continue
         source = path.relative_to(tree).as_posix()
         if floors.unit_of(stem(source)) is None:
-            faults.append(f'{source}: stands on no floor')
+            faults.append(f'{source}: is on no floor')
             continue
         graph[source] = [file_of(tree, floors, source, written[1:-1]) for written in includes_of(path)]
         for written in includes_of(path):

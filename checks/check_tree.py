@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Holds the tree to its rules of files: names, headers, test files, and no path of somebody's machine.
+"""Checks the tree against its rules for files: names, headers, test files, and no path of somebody's machine.
 
-Usage: check_tree.py [tree]. Prints a line for each fault; the exit status is 1 where there is one.
-checks/modules.txt lists the modules that differ from the rule, with the reason.
+Usage: check_tree.py [tree]. Prints one line per fault; the exit status is 1 if there is one.
+checks/modules.txt lists the modules that differ from the rule, with their reasons.
 """
 import re
 import shutil
@@ -32,7 +32,7 @@ def rows_of(tree):
 
 
 def tracked(tree):
-    """The files of the tree that are its own: what git tracks, or all where there is no git."""
+    """The tree's own files: those that git tracks, or all of them if there is no git."""
     git = shutil.which('git') or 'false'  # a machine that got the sources as an archive need not have git
     listed = subprocess.run([git, '-C', str(tree), 'ls-files', '-z'], capture_output=True, check=False)
     if listed.returncode == 0 and listed.stdout:
@@ -59,7 +59,7 @@ def names(sources):
 
 
 def test_of(module):
-    """The test file of a module: in the folder of its own name, those of the command in one."""
+    """The test file of a module: in the folder of that name; for the command, all in one folder."""
     top, folder, word = module.split('/')
     return f'tests/{top if top == "command" else folder}/{word}_test.cpp'
 
@@ -99,12 +99,12 @@ def test_names(tree):
 
 
 def check(tree):
-    """The faults of the tree, a line each."""
+    """The faults of the tree, one line each."""
     tree = Path(tree)
     sources = sorted(path.relative_to(tree).as_posix() for top in TREES for path in tree.glob(f'{top}/*/*')
                      if path.suffix in SUFFIXES)
     rows, faults = rows_of(tree)
-    faults += [f'{path.relative_to(tree)}: sources stand in a folder of {top}/'
+    faults += [f'{path.relative_to(tree)}: sources belong in a folder of {top}/'
                for top in TREES for path in sorted(tree.glob(f'{top}/*.*')) + sorted(tree.glob(f'{top}/*/*/*'))]
     for part in (names(sources), modules(tree, sources, rows), test_names(tree), machine_paths(tree)):
         faults += part

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes the parts of the manual page that list subcommands and flags from what the command says of itself.
+"""Makes the parts of the manual page that list subcommands and flags, from what the command says about itself.
 
-Usage: manual.py <command> [page]. Rewrites the page, docs/optxv.1 where none is named; all else in it stays.
+Usage: manual.py <command> [page]. Rewrites the page, docs/optxv.1 if none is named; the rest of it stays.
 """
 import json
 import re
@@ -20,7 +20,7 @@ def name_of(argument):
 
 
 def form(argument):
-    """A word or a flag with its value, as the macros of the page have it."""
+    """A word or a flag with its value, in the macros of the page."""
     many = ' ...' if argument['many'] else ''
     if 'name' in argument:
         return f'Ar {argument["name"].lower()}{many}'
@@ -61,7 +61,7 @@ def flags(rows):
 
 
 def page_of(rows, page):
-    """The page with each part made anew."""
+    """The page with each part made again."""
     for start, end, part in ((r'\.Sh SYNOPSIS', r'\.Sh', synopsis), (r'\.Bl [^\n]*reference', r'\.El', subcommands),
                              (r'\.Bl [^\n]*output[^\n]*', r'\.El', flags)):
         made = ''.join(part(rows))

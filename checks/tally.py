@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints the closing line `N passed, N failed` from the JUnit file that ctest wrote.
 
-Usage: tally.py <junit.xml>. Whatever did not run counts as failed. The exit status is 0 only where at
+Usage: tally.py <junit.xml>. Whatever did not run counts as failed. The exit status is 0 only if at
 least one test passed and none failed.
 """
 import sys

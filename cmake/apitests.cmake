@@ -1,5 +1,5 @@
-# What tests/api needs besides its test files: two callers that check the public header in the languages it
-# promises, and a test that sees the library loaded and unloaded.
+# What tests/api needs besides its test files: callers that check the public headers in the languages they
+# promise, and a test that sees the library loaded and unloaded.
 
 function(optxv_header_test name source)
   add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/api/${source})
@@ -14,6 +14,10 @@ optxv_header_test(header_c header.c)
 set_target_properties(header_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF LINKER_LANGUAGE CXX)
 optxv_header_test(header_cpp header.cpp)
 set_target_properties(header_cpp PROPERTIES CXX_STANDARD 11)
+optxv_header_test(embeddingheader_c embeddingheader.c)
+set_target_properties(embeddingheader_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF LINKER_LANGUAGE CXX)
+optxv_header_test(embeddingheader_cpp embeddingheader.cpp)
+set_target_properties(embeddingheader_cpp PROPERTIES CXX_STANDARD 11)
 
 # It names no symbol of the library, so this keeps the library from being loaded with it.
 target_link_options(loading_test PRIVATE LINKER:--as-needed)

@@ -187,6 +187,7 @@ class hinting {
   void offervalue(string_view value, string_view key, const optionsymbol& option);
   void comment();
   bool joined();
+  bool spaced();
 
   finding& found_;
   const optxv_message& said_;
@@ -288,8 +289,20 @@ bool hinting::joined() {
   return false;
 }
 
+/// Where users write blanks in names, a key with underscores is not found as it stands.
+bool hinting::spaced() {
+  std::string key(viewof(said_.about));
+  const std::int32_t known = from_.names.find(key);
+  if (known == 0) return false;
+  std::ranges::replace(key, '_', ' ');
+  string_view rest = trimmed(here().substr(std::min(key.size(), here().size())));
+  if (rest.starts_with('=')) rest = trimmed(rest.substr(1));
+  offervalue(rest, key, from_.names.option(known));
+  return true;
+}
+
 void hinting::name() {
-  if (!joined()) found_.nearest = from_.names.nearest(viewof(said_.about));
+  if (!spaced() && !joined()) found_.nearest = from_.names.nearest(viewof(said_.about));
 }
 
 void hinting::value() {

@@ -125,8 +125,9 @@ class slipsearch {
 
   /// Slips are rare in the first letter, so that the rows that share it come first.
   void search(std::span<const Row> rows) {
-    const auto [first, last] = std::ranges::equal_range(
-        rows, wrong_.substr(0, 1), {}, [&](const Row& each) { return text_(each).substr(0, 1); });
+    const auto letter = [&](const Row& each) { return text_(each).substr(0, 1); };
+    const auto first = std::ranges::lower_bound(rows, wrong_.substr(0, 1), {}, letter);
+    const auto last = std::ranges::upper_bound(first, rows.end(), wrong_.substr(0, 1), {}, letter);
     within({first, last});
     within({rows.begin(), first});
     within({last, rows.end()});

@@ -75,6 +75,7 @@ void symbols::growingnames::add(knownname name) {
 /// A definition can name what is not there in each of its records. Past a few of them the index
 /// waits until the table has grown by a fourth, so that the work stays in proportion.
 std::vector<std::string> symbols::growingnames::nearest(std::string_view wrong) {
+  if (questions_++ >= mostquestions) return {};
   constexpr std::size_t promptly = 32;
   const bool stale =
       times_ < promptly ? names_.size() > indexed_ : names_.size() > indexed_ * 5 / 4;

@@ -56,8 +56,12 @@ class symbols : public listener {
   /// How many options the records declare.
   std::size_t count() const { return count_; }
 
+  /// Nobody reads more suggestions than that, and a file of unknown names takes its time.
+  static constexpr std::size_t mostquestions = 5000;
+
   /// The names that may have been meant: of options and synonyms, with or without a dot in front;
-  /// of the items of an option; of the words for types.
+  /// of the items of an option; of the words for types. None from the 5,001st question on for names
+  /// with a dot, and for those without.
   std::vector<std::string> nearest(std::string_view wrong);
   std::vector<std::string> nearestitem(std::int32_t optnr, std::string_view wrong);
   static std::vector<std::string> nearesttype(std::string_view wrong);
@@ -79,6 +83,7 @@ class symbols : public listener {
     std::vector<knownname> names_;
     std::optional<nearestnames> index_;
     std::size_t indexed_ = 0, times_ = 0;  ///< the names in it, and how often it was made
+    std::size_t questions_ = 0;
   };
 
   optionsymbol& at(std::int32_t optnr);

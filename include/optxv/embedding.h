@@ -1,38 +1,39 @@
 /*
  * optxv for programs that embed it: facts as data, beside the classic interface of optxv.h.
  *
- * A handle may have one listener. The readers call it where they know something: a key and where it
- * stands, a value, what was stored by which road, a message with its cause. Who wants no callbacks
- * asks for two places: where message i belongs, and where an option got its value. A definition and
- * parameter text may also come from memory.
+ * A handle may have one listener. The readers call it as they learn something: a key and its place,
+ * a value, what was stored and by which road, a message with its cause. Programs that want no
+ * callbacks can ask for two kinds of place: where a message belongs, and where an option got its
+ * value. A definition and parameter text may also come from memory.
  *
- * Everything here is beside optxv.h: no function of that header changes, and the queue of messages,
- * the values and the written files are byte for byte the same with a listener and without. This
- * header is C99 and C++11 and needs no other header of the library. Its functions may be called for
- * every handle that xcreate made.
+ * All of this is in addition to optxv.h: no function of that header changes, and the queue of
+ * messages, the values and the written files are byte for byte the same with a listener and
+ * without. This header is C99 and C++11 and needs no other header of the library. Its functions may
+ * be called for every handle that xcreate made.
  *
  *
  * PLACES
  *
- * A place is a piece of text in its source, as the reader met it: never searched for. Lines and
- * columns count from 1, columns and lengths in bytes, of the line as it stands in the source. A
- * length of 0 is a place between two bytes, where something was expected. A line of 0 means that
- * there is no place: the file name is empty and the numbers are 0.
+ * A place is a piece of text in its source, as the reader met it; it is never found by a search.
+ * Lines and columns count from 1. Columns and lengths are in bytes of the line as it is in the
+ * source. A length of 0 is a place between two bytes, where something was expected. A line of 0
+ * means that there is no place: the file name is then empty and the numbers are 0.
  *
- *   A file of any kind   its lines. A column is at most 1,021: what a line has beyond 1,020 bytes
- *                        is not read.
- *   A string             optReadFromStr and optReadFromPChar read one line, number 1. Its file name
- *                        is that of the messages, "string" and "pchar". A column or a length beyond
- *                        2,147,483,647 is given as that.
+ *   A file of any kind   its lines. A column is at most 1,021: what a line has after 1,020 bytes is
+ *                        not read.
+ *   A string             optReadFromStr and optReadFromPChar read one line, number 1; the first of
+ *                        them takes 255 bytes at most. Its file name is the one in messages,
+ *                        "string" or "pchar". The places of a string of more than 2,147,483,647
+ *                        bytes are not exact beyond them.
  *
  * The file name is zero-terminated, belongs to the handle, and is good until xfree. A handle keeps
- * each name once, and at most 65,535 of them; a file past that has an empty name.
+ * each name once, and at most 65,535 of them; after that, a file with a new name has an empty one.
  *
  *
  * TEXT
  *
  * An optxv_text is bytes and their number. It is not zero-terminated, and any byte may occur. What
- * a callback is given is good until it returns.
+ * a callback gets is good until it returns.
  */
 #ifndef OPTXV_EMBEDDING_H
 #define OPTXV_EMBEDDING_H
@@ -65,7 +66,7 @@ typedef struct optxv_place {
   int64_t length;
 } optxv_place;
 
-/* ---- What the listener is told ------------------------------------------------------------- */
+/* ---- What the listener gets ---------------------------------------------------------------- */
 
 /* What is read. */
 enum {
@@ -76,24 +77,24 @@ enum {
 
 typedef struct optxv_source {
   int32_t kind;     /* optxv_source_... */
-  int32_t level;    /* 1 for a read that the program asked for, 2 for a file that one names, ... */
+  int32_t level;    /* 1 for a read that the program asked for, 2 for a file named there, ... */
   const char* name; /* as messages show it and as it was opened; good until xfree */
-  optxv_place from; /* the name in the text that named it; no place on level 1 */
+  optxv_place from; /* where the text that named it has the name; no place on level 1 */
 } optxv_source;
 
 /* What was cut off a text, or off a number. */
 enum {
-  optxv_cut_line = 0,  /* the bytes of a line past 1,020 */
+  optxv_cut_line = 0,  /* the bytes of a line after the first 1,020 */
   optxv_cut_rest = 1,  /* the rest of a line after a byte 26 (or, in a string, a line feed) */
   optxv_cut_name = 2,  /* a name of more than 255 bytes */
   optxv_cut_value = 3, /* a value, or a field of a definition, of more than 255 bytes */
-  optxv_cut_number = 4 /* a number beyond the limit of its type, which was taken instead */
+  optxv_cut_number = 4 /* a number beyond the limit of its type; the limit was taken instead */
 };
 
 typedef struct optxv_cut {
   int32_t what;      /* optxv_cut_... */
   int32_t option;    /* the option it is for, 0 if none is known */
-  optxv_place place; /* the text as written; for a line or a rest, what is lost, from its column */
+  optxv_place place; /* of the text as written; for a line or a rest, of what is lost */
   optxv_text kept;   /* what is left of a name or a value; a number's text */
   int64_t lost;      /* how many bytes are lost; 0 for a number */
 } optxv_cut;
@@ -104,24 +105,26 @@ enum {
   optxv_declared_group = 1,   /* number: position in the list of groups */
   optxv_declared_synonym = 2, /* number: position in the list of synonyms; option: its target */
   optxv_declared_item = 3,    /* number: of the item, from 1; option: its enumeration */
-  optxv_declared_member = 4,  /* number: of the member, from 1; option: its list or macro */
+  optxv_declared_member = 4,  /* number: of the member, from 1, or 0 for one that a macro does not
+                                 know and so does not take; option: its list or macro */
   optxv_declared_deprecated =
       5,                        /* option: the option marked; number: 0, or of the synonym marked */
   optxv_declared_obsolete = 6,  /* likewise */
   optxv_declared_indicator = 7, /* the word that begins an indicator */
-  optxv_declared_lookup = 8,    /* the rule of lookup */
+  optxv_declared_lookup = 8,    /* the rule of lookup; number: its own, from 0 */
   optxv_declared_comment = 9    /* the characters that begin a comment */
 };
 
 /*
- * An enumeration of integers and a macro enter the table after their items and members: these are
- * told first, with the number that the option is about to get.
+ * An enumeration of integers and a macro enter the table after their items and members. So these
+ * are reported first, with the number that the option is about to get. The option Help, which each
+ * definition has though no record declares it, is not reported.
  */
 typedef struct optxv_declaration {
   int32_t what; /* optxv_declared_... */
   int32_t number;
   int32_t option; /* 0 where there is none, such as a synonym or a member without a target */
-  int32_t target; /* a member's option; 0 for a member that was not found, and for the others */
+  int32_t target; /* the option of a member; 0 if it was not found, and for everything else */
   optxv_text name;
   optxv_place place; /* of the name */
 } optxv_declaration;
@@ -152,14 +155,14 @@ enum {
 
 typedef struct optxv_field {
   int32_t field;     /* optxv_field_... */
-  int32_t option;    /* the option that the record declares, or is about to; 0 for other records */
+  int32_t option;    /* the one that the record declares or is about to; 0 for other records */
   int32_t good;      /* 1 if the field was there and could be read, else 0 */
   optxv_text text;   /* as read: without quotes, cut at 255 bytes */
   optxv_place place; /* as written, quotes and all */
 } optxv_field;
 
 typedef struct optxv_key {
-  int32_t option;    /* the option it names, 0 if unknown or not the name of an option */
+  int32_t option;    /* the option that it names; 0 if it is unknown or names no option */
   int32_t synonym;   /* the position of the synonym that was used, 0 for the option's own name */
   int32_t dashes;    /* how many - and / stand before it */
   optxv_text text;   /* the name as it was looked up */
@@ -177,7 +180,7 @@ typedef struct optxv_value {
   int32_t option;      /* 0 for the value of an indicator */
   int32_t which;       /* 1 or 2: the first or the second value of the entry */
   int32_t quotes;      /* optxv_quotes_... */
-  int32_t good;        /* 0 if the reader gives the value up, as it does with an open quote */
+  int32_t good;        /* 0 if the reader drops the value, as a token with an open quote; else 1 */
   optxv_text text;     /* as read, without quotes, cut at 255 bytes */
   optxv_place place;   /* of the text without its quotes */
   optxv_place written; /* with them */
@@ -189,8 +192,8 @@ enum {
   optxv_road_entry = 1, /* an entry that names it */
   optxv_road_macro = 2, /* a macro handed it on */
   optxv_road_list = 3,  /* a multi-list handed it on */
-  optxv_road_dot = 4,   /* a dot option was checked against it */
-  optxv_road_call = 5   /* a call of the program, outside of any read */
+  optxv_road_dot = 4,   /* a dot option, whose value the option checks and keeps */
+  optxv_road_call = 5   /* a call of the program, outside any read */
 };
 
 typedef struct optxv_store {
@@ -198,7 +201,7 @@ typedef struct optxv_store {
   int32_t which;     /* 1 or 2 */
   int32_t road;      /* optxv_road_... */
   int32_t through;   /* the macro or multi-list that handed the value on, else 0 */
-  optxv_place place; /* the value's; the key's where the entry has no value; none for a call */
+  optxv_place place; /* of the value; of the key if the entry has no value; none for a call */
 } optxv_store;
 
 /* A dot option, x.scale('a') = 2, or an indicator, word eq(i)$x(i) = 1. */
@@ -208,7 +211,7 @@ typedef struct optxv_entry {
   optxv_text name;          /* the symbol, or the equation */
   optxv_place place;        /* of that name */
   optxv_text second;        /* the attribute with its dot, or the variable */
-  optxv_place second_place; /* of that */
+  optxv_place second_place; /* of the second text */
 } optxv_entry;
 
 /* What is wrong: the cause of a message. Numbers stay as they are; new ones are added at the end.
@@ -222,15 +225,15 @@ enum {
   optxv_fault_value_expected = 4,
   optxv_fault_remainder = 5,  /* text after the value */
   optxv_fault_deprecated = 6, /* a name that still works; about: the name */
-  optxv_fault_obsolete = 7,   /* a name that does not */
+  optxv_fault_obsolete = 7,   /* a name that no longer works; about: the name */
   optxv_fault_quote = 8,      /* a double quote within a value */
   optxv_fault_integer_expected = 9,
   optxv_fault_real_expected = 10,
   optxv_fault_boolean_expected = 11,
-  optxv_fault_range = 12,         /* a number out of its bounds */
-  optxv_fault_unknown_value = 13, /* a value that is none of an enumeration's */
+  optxv_fault_range = 12,         /* a number out of bounds */
+  optxv_fault_unknown_value = 13, /* a value that the enumeration does not have */
   optxv_fault_list_overflow = 14, /* more values than the multi-list has members */
-  optxv_fault_nesting = 15,       /* lists and macros too deep in one another */
+  optxv_fault_nesting = 15,       /* lists and macros nested too deep */
   optxv_fault_handed_on = 16,     /* a value handed on too often */
   optxv_fault_own = 17,           /* a message of the program or of the parameter file */
   /* details, which add to the message before them */
@@ -257,7 +260,7 @@ enum {
   optxv_fault_name_too_long = 36,
   /* definitions */
   optxv_fault_bad_field = 37,       /* a field that is missing or cannot be read */
-  optxv_fault_default_range = 38,   /* a default out of its bounds */
+  optxv_fault_default_range = 38,   /* a default out of bounds */
   optxv_fault_default_unknown = 39, /* a default that is no item */
   optxv_fault_duplicate_option = 40,
   optxv_fault_duplicate_member = 41,
@@ -269,8 +272,8 @@ enum {
   optxv_fault_unknown_modifier = 47,
   optxv_fault_modifier_not_allowed = 48,
   optxv_fault_unknown_member = 49,
-  optxv_fault_unknown_target = 50, /* a synonym for an option that is not there */
-  optxv_fault_unknown_marked = 51, /* a mark on a name that is not there */
+  optxv_fault_unknown_target = 50, /* a synonym for an option that does not exist */
+  optxv_fault_unknown_marked = 51, /* a mark on a name that does not exist */
   optxv_fault_unknown_action = 52, /* a word that no immediate option knows */
   optxv_fault_unknown_lookup = 53,
   optxv_fault_comma = 54, /* a comma among members */
@@ -283,28 +286,31 @@ typedef struct optxv_message {
   int32_t fault;    /* optxv_fault_... */
   int32_t detail;   /* 1 if it adds to the message before it, else 0 */
   int32_t option;   /* the option it is about, 0 if none */
-  int32_t field;    /* in a definition: the field at fault */
+  int32_t field;    /* in a definition: the field at fault, optxv_field_... */
   optxv_text text;  /* without the words for its kind and without its line number */
-  optxv_text about; /* the name, key, file or word that is at fault; may be empty */
-  optxv_text seen;  /* what stood where something else was expected; may be empty */
+  optxv_text about; /* the name, key or file that it is about; in a definition the record's name */
+  optxv_text seen;  /* what was found where something else was expected. Both may be empty */
   optxv_place place;
 } optxv_message;
 
 /*
- * The listener. A function that is nil is not called; so a program sets what it wants and leaves
- * the rest 0. `size` is sizeof(optxv_listener), by which a later library knows what an older
- * program has.
+ * The listener. A function that is nil is not called; so a program sets the functions it wants and
+ * leaves the rest 0. `size` is sizeof(optxv_listener); it shows a later library which functions an
+ * older program has.
  *
- * Calls come in the order of the text, on the thread that reads, while the reader stands where it
- * tells of. An entry gives: key, separator (if = or := is there), value or values, then what comes
- * of it: stores, messages. A record gives: its fields as they are read, declarations as they are
- * made, messages as they come up.
+ * Calls come in the order of the text, on the thread that reads, at the moment when the reader is
+ * at the place that it reports; but a comment at the end of a line may come before the value that
+ * precedes it. An entry gives: key, separator (if = or := is there), value, what comes of that
+ * (stores, messages), and so on with a second value. An unknown key gives only its message. A dot
+ * option gives no key: its value and what comes of it, then the entry. So does an indicator, after
+ * its key, the word that begins it. A record gives: its fields as they are read, declarations as
+ * they are made, messages as they arise.
  *
  * A callback can stop nothing, and must change nothing. It may call the functions of optxv.h that
  * ask by number (optCount, optGetInfoNr, optGetNameNr, optGetStrNr, ..., optMessageCount,
- * optGetMessage, optErrorCount) and the functions below that ask, and any function for another
- * handle. REQUIRES: it calls nothing else for this handle (what finds by name keeps the name, and
- * so changes messages to come), and no exception leaves it.
+ * optGetMessage, optErrorCount), the functions below that ask something, and any function for
+ * another handle. REQUIRES: it calls nothing else for this handle (a function that finds by name
+ * keeps the name, and so changes later messages), and no exception leaves it.
  */
 typedef struct optxv_listener {
   size_t size;
@@ -313,7 +319,7 @@ typedef struct optxv_listener {
   void (*entered)(void* context, const optxv_source* source);
   /* error: 0, or the system's number for the failure that ended the read */
   void (*left)(void* context, const optxv_source* source, int32_t error);
-  /* a line, as far as it is read; comments and empty lines too. A string comes as its one line. */
+  /* a line, as far as it is read; also comments and empty lines. A string gives its one line. */
   void (*line)(void* context, const optxv_place* place, const optxv_text* text);
   void (*comment)(void* context, const optxv_place* place);
   void (*cut)(void* context, const optxv_cut* cut);
@@ -330,52 +336,55 @@ typedef struct optxv_listener {
   void (*dot_option)(void* context, const optxv_entry* entry);
   void (*indicator)(void* context, const optxv_entry* entry);
 
+  /* not for echoed lines, which `line` tells of. A message that a read ends, directly after the one
+     that it began, takes that from the queue instead, and has the number 0. */
   void (*message)(void* context, const optxv_message* message);
 } optxv_listener;
 
-/* Gives the handle a listener, which is copied, or with nil takes it away. */
+/* Gives the handle a listener, which is copied; nil takes the listener away. */
 OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener* listener);
 
 /* ---- Questions ------------------------------------------------------------------------------ */
 
 /*
- * The place of message `number` (from 1): where the fault stands. 1, or 0 for a bad number or a
- * message without a place, such as one that a call outside of any read gave rise to.
+ * The place of message `number` (from 1): where the fault is. Gives 1, or 0 for a bad number or a
+ * message without a place, such as one caused by a call outside any read.
  */
 OPTXV_EMBEDDING_API int32_t optxv_message_place(optxv_handle handle, int32_t number,
                                                 optxv_place* place);
 
 /*
- * Where option `optnr` got its value last, either of two, and by which road (optxv_road_...). 1, or
- * 0 and optxv_road_none for a bad number or an option that is not set. A value that the program set
- * has no place and the road optxv_road_call. `road` and `through` (the macro or multi-list that
- * handed the value on, else 0) may be nil.
+ * Where option `optnr` last got a value (of two values, whichever came last), and by which road
+ * (optxv_road_...). Gives 1, or 0 and optxv_road_none for a bad number or an option that is not
+ * set. A value that the program set has no place and the road optxv_road_call. `road` and `through`
+ * (the macro or multi-list that handed the value on, else 0) may be nil.
  */
 OPTXV_EMBEDDING_API int32_t optxv_value_place(optxv_handle handle, int32_t optnr,
                                               optxv_place* place, int32_t* road, int32_t* through);
 
 /*
- * The items of option `optnr`, a list of texts: their number, or -1 for a bad number or another
- * kind of option.
+ * The number of items of option `optnr`, a list of texts; -1 for a bad number or an option of
+ * another kind.
  */
 OPTXV_EMBEDDING_API int32_t optxv_list_count(optxv_handle handle, int32_t optnr);
-/* Item `position` from 1: 1, or 0 and an empty text. The bytes are good until the list changes. */
+/* Item `position`, from 1. Gives 1, or 0 and an empty text. Good until the list changes. */
 OPTXV_EMBEDDING_API int32_t optxv_list_item(optxv_handle handle, int32_t optnr, int32_t position,
                                             optxv_text* item);
 
 /*
- * The name of a fault for people and programs, "unknown-option" for optxv_fault_unknown_option:
- * lower-case words between hyphens. Nil for a bad number. Names stay as they are.
+ * The name of a fault for people and programs, such as "unknown-option" for
+ * optxv_fault_unknown_option: lower-case words joined by hyphens. Nil for a bad number. Names stay
+ * as they are.
  */
 OPTXV_EMBEDDING_API const char* optxv_fault_name(int32_t fault);
-/* The name of a field, "usermap" for optxv_field_usermap; nil for a bad number. */
+/* The name of a field, such as "usermap" for optxv_field_usermap; nil for a bad number. */
 OPTXV_EMBEDDING_API const char* optxv_field_name(int32_t field);
 
 /*
  * Record `number` (from 1) of the definition language: its type word; the names of the fields that
- * follow it on its line, with blanks between, as in "usermap default low high hc group text"; and
- * those of each line that continues it, as in "item hc text", empty if there are none. 1, or 0 for
- * a bad number. The texts are constants.
+ * follow that on its line, separated by blanks, as in "usermap default low high hc group text"; and
+ * those of each line that continues it, as in "item hc text", empty if there are none. Gives 1, or
+ * 0 for a bad number. The texts are constants.
  */
 OPTXV_EMBEDDING_API int32_t optxv_record_form(int32_t number, const char** word,
                                               const char** fields, const char** lines);
@@ -383,10 +392,11 @@ OPTXV_EMBEDDING_API int32_t optxv_record_form(int32_t number, const char** word,
 /* ---- Text from memory ----------------------------------------------------------------------- */
 
 /*
- * These two read as optReadDefinition and optReadParameterFile do a file of this name that holds
- * these bytes, of any number: with the same results, values and messages, byte for byte. Nothing is
- * opened but the files that the text names. The name is zero-terminated; nil is the empty name. Its
- * first 255 bytes are taken. 0, or the system's number for a failed read of a file.
+ * These two do what optReadDefinition and optReadParameterFile do with a file of this name that
+ * holds these bytes, any number of them: with the same results, values and messages, byte for byte.
+ * Only the files that the text names are opened. The name is zero-terminated; nil is the empty
+ * name. Its first 255 bytes are taken. Gives 0, or the system's error number if a read of a file
+ * failed.
  * BORROWS: the bytes, for the call.
  */
 OPTXV_EMBEDDING_API int32_t optxv_read_definition_text(optxv_handle handle, const char* name,
@@ -395,9 +405,10 @@ OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const
                                                       const char* bytes, size_t size);
 
 /*
- * What optWriteParameterFile would write, to a function of the program: it is called once, with
- * `context` and the whole text, which is good until it returns. 0; or ENOMEM where memory ran out
- * before the call; or what the function returned, which is the program's own.
+ * Gives what optWriteParameterFile would write to a function of the program: it is called once,
+ * with `context` and the whole text, which is good until it returns. The result is 0, or another
+ * number that the function returned, which is up to the program; or ENOMEM if memory ran out before
+ * the call.
  */
 OPTXV_EMBEDDING_API int32_t optxv_write_parameter_text(
     optxv_handle handle, int32_t (*take)(void* context, const char* bytes, size_t size),

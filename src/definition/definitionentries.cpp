@@ -10,7 +10,7 @@ namespace {
 
 constexpr int maximumindicatorname = 63;
 
-/// The place of a word in a table of words, case ignored, or -1.
+/// The position of a word in a table of words, case ignored, or -1.
 template <class Words>
 int placeof(std::string_view word, const Words& words) {
   const auto* found = std::find_if(words.begin(), words.end(),
@@ -91,7 +91,7 @@ void addmember(definitionreader& record, tmultilistoption& list, std::string_vie
                  member, record.lastfield().place);
 }
 
-/// A comma ends a token and is never passed: read on, it would give empty tokens for ever.
+/// A comma ends a token and is never passed, so reading on would give empty tokens for ever.
 bool nocomma(definitionreader& record) {
   if (record.in.ch() != ',') return true;
   record.report(optxv_fault_comma, "Comma in member list", record.name,
@@ -163,8 +163,7 @@ void readsynonym(definitionreader& record) {
   record.options.addsynonym(record.name, position);
   record.declare({.what = optxv_declared_synonym,
                   .number = record.options.optsynonymcount(),
-                  .option = position + 1,
-                  .target = position + 1},
+                  .option = position + 1},
                  record.name, record.namefield.place);
 }
 
@@ -187,7 +186,7 @@ void readgroup(definitionreader& record) {
 
 namespace {
 
-/// The marks and the place of the text, by what the line names.
+/// What a record marks with: an option, a synonym, and how the listener hears of either.
 struct markset {
   deprecationmark option;
   deprecationmark synonym;

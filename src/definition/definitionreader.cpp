@@ -8,7 +8,8 @@
 
 namespace optxv {
 
-/// One kind of record: what the loop does before the kind's own fields, and who reads those.
+/// One kind of record: what the loop does before the kind's own fields, and the function that reads
+/// those.
 struct recordrow {
   recordform form;
   bool usermap;
@@ -102,7 +103,7 @@ bool definitionreader::continuation() {
 
 // --- Fields ------------------------------------------------------------------------------------
 
-/// Keeps where a field stands that begins at the rest of the line, and tells of it.
+/// Notes the place of a field that begins where `rest` does, and reports the field to the listener.
 void definitionreader::took(std::int32_t field, bool good, std::string_view token,
                             const textplace& rest) {
   field_.field = field;
@@ -114,7 +115,7 @@ void definitionreader::took(std::int32_t field, bool good, std::string_view toke
 
 void definitionreader::tellfield(bool good, const fieldread& at) const {
   options.told->cutlong(at.field == optxv_field_record ? optxv_cut_name : optxv_cut_value, number_,
-                        at.seen, at.place);
+                        at.seen, at.place, at.quotes);
   options.told->tell(&optxv_listener::field, {.field = at.field,
                                               .option = number_,
                                               .good = good ? 1 : 0,
@@ -132,10 +133,28 @@ void definitionreader::telldeclaration(const declaration& facts, std::string_vie
                                                  .place = options.told->placed(place)});
 }
 
+/// Tells of a number that its type's limit stands in for.
+void definitionreader::tellsaturated(std::string_view token) const {
+  if (!saturatedinteger(token)) return;
+  options.told->tell(&optxv_listener::cut, {.what = optxv_cut_number,
+                                            .option = number_,
+                                            .place = options.told->placed(field_.place),
+                                            .kept = textof(token),
+                                            .lost = 0});
+}
+
+/// Reads a token, and keeps how many quotes of it fall away.
+bool definitionreader::nexttoken(shortstring& token) {
+  const bool quote = in.ch() == '"';
+  const bool good = in.nexttoken(token);
+  field_.quotes = quote ? good ? 2 : 1 : 0;
+  return good;
+}
+
 bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
   in.skipbl();
   const textplace rest = in.restplace();
-  const bool good = in.nexttoken(token);
+  const bool good = nexttoken(token);
   took(field, good, token, rest);
   return good;
 }
@@ -145,8 +164,9 @@ void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring token;
-  const bool good = in.nexttoken(token) && strasintex(token, value);
+  const bool good = nexttoken(token) && strasintex(token, value);
   took(field, good, token, rest);
+  if (options.told) tellsaturated(token);
   check(good, optxv_fault_bad_field, words);
 }
 
@@ -154,7 +174,7 @@ void definitionreader::realfield(std::int32_t field, double& value, std::string_
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring token;
-  const bool good = in.nexttoken(token) && strasdoubleex(token, value);
+  const bool good = nexttoken(token) && strasdoubleex(token, value);
   took(field, good, token, rest);
   check(good, optxv_fault_bad_field, words);
 }
@@ -162,9 +182,12 @@ void definitionreader::realfield(std::int32_t field, double& value, std::string_
 void definitionreader::restfield(std::int32_t field) {
   in.skipbl();
   const textplace rest = in.restplace();
-  const std::size_t size = trimright(in.ahead()).size();
+  const std::size_t size = options.told ? trimright(in.ahead()).size() : 0;
   in.restofline(text);
-  took(field, size > 0, text, rest.part(0, size));
+  // No message is about such a field, so that it takes a listener to ask for it.
+  if (!options.told) return;
+  field_ = {field, rest.part(0, size), text, 0};
+  tellfield(size > 0, field_);
 }
 
 void definitionreader::readhelp(std::string_view helpcontextfault) {
@@ -210,7 +233,7 @@ bool definitionreader::beginrecord() {
   return true;
 }
 
-/// Takes the modifier off a type word. An unknown one leaves that of the record before in force.
+/// Takes the modifier off a type word. After an unknown one, that of the record before stays.
 void definitionreader::takemodifier(shortstring& word) {
   const std::size_t dot = word.view().rfind('.');
   if (dot == std::string_view::npos) {
@@ -228,7 +251,7 @@ void definitionreader::takemodifier(shortstring& word) {
   report(optxv_fault_unknown_modifier, concat("Unknown type modifier = ", suffix));
 }
 
-/// Tells of the two fields that begin a record, once it is known whose they are.
+/// Reports the two fields that begin a record, once it is known which option they belong to.
 void definitionreader::tellbegin(const fieldread& type) {
   namefield.seen = name;
   tellfield(true, namefield);
@@ -239,8 +262,8 @@ void definitionreader::readrecord() {
   in.skipbl();
   const textplace rest = in.restplace();
   shortstring word;
-  in.nexttoken(word);
-  field_ = {optxv_field_type, in.since(rest), word};
+  nexttoken(word);
+  field_ = {optxv_field_type, in.since(rest), word, field_.quotes};
   const fieldread type = field_;
   takemodifier(word);
   const recordrow* row = recordrow::find(word);
@@ -251,7 +274,7 @@ void definitionreader::readrecord() {
   if (row == nullptr || row->option)
     check(options.optionasobj(name) == nullptr, optxv_fault_duplicate_option, "Duplicate option",
           namefield);
-  // An unknown word costs a usermap before it is reported: it might have been any option's.
+  // Before an unknown word is reported a usermap is read, as if the word were that of an option.
   if (row == nullptr || row->usermap)
     integerfield(optxv_field_usermap, usermap, "Bad usermap value");
   else
@@ -337,7 +360,8 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   definitionreader(*this, reader).read();
   const int failure = readfailure(optMsgDefineError, "Cannot read option file ", source.name);
   endsource(failure);
-  // A list grows eightfold; what a table needs from here on are a few options made at run time.
+  // A list grows eightfold; from here on a table needs room only for a few options made at run
+  // time.
   optionlist.setcapacity(optionlist.count() + sparecapacity);
   return failure;
 }

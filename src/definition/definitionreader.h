@@ -1,5 +1,5 @@
 // The reader of option definition files: the record loop, the fields that all records share, and
-// the four scalar records. The other record kinds stand in definitionentries.
+// the four plain scalar records. The other kinds of record are in definitionentries.
 #pragma once
 
 #include <cstdint>
@@ -12,14 +12,15 @@
 
 namespace optxv {
 
-/// A field of a record as it was met.
+/// A field of a record as it was read.
 struct fieldread {
   std::int32_t field = optxv_field_none;  ///< optxv_field_...
   textplace place = {};                   ///< as written; empty where it was expected
-  shortstring seen = {};                  ///< the token that stands there
+  shortstring seen = {};                  ///< the token that is there
+  int quotes = 0;                         ///< how many of its bytes as written are its quotes
 };
 
-/// What a definition declares, as the public header numbers it.
+/// What a definition declares, with the numbers of the public header.
 struct declaration {
   std::int32_t what = 0;
   std::int32_t number = 0;
@@ -40,15 +41,16 @@ const recordform* formof(std::int32_t number);
 /// Reads the records of one definition file into an object.
 ///
 /// A record begins on a line whose first character is a letter, or a dot and a letter: name, type
-/// word, fields. The next lines continue it if they begin with a blank and its kind takes such
-/// lines. KEEP: the first other line in record position ends the definition without a word.
+/// word, fields. The next lines continue it if they begin with a space (not a tab) and its kind
+/// takes such lines. KEEP: where a record is expected, the first other line ends the definition
+/// silently.
 ///
 /// No fault ends the reading: each is one message of kind optMsgDefineError, and the record is
-/// completed as far as it can be and kept. KEEP: a field that is missing or bad keeps what the
-/// record before left in it, or what the conversion made of it; so the fields below live as long as
-/// the reader.
+/// completed as far as it can be and kept. KEEP: a field that is missing or bad keeps the value
+/// that the record before left in it, or what the conversion made of it; so the fields below live
+/// as long as the reader.
 ///
-/// BORROWS: the object and the parser, which stands in front of the first line.
+/// BORROWS: the object and the parser. REQUIRES: the parser is before the first line.
 class definitionreader {
  public:
   definitionreader(tzmaoptions& object, tminiparser& parser) : options(object), in(parser) {}
@@ -59,9 +61,8 @@ class definitionreader {
   // --- For the record kinds --------------------------------------------------------------------
 
   /// Reports a fault unless the condition holds, and gives the condition. The message is the words,
-  /// " for option " unless the words have a "synonym" in them or the subject is empty, and the
-  /// subject between double quotes. It stands at the field that was read last, or at a place that
-  /// is given.
+  /// " for option " unless the words contain "synonym" or the subject is empty, and the subject
+  /// between double quotes. Its place is the field that was read last, or the one given.
   bool check(bool condition, std::int32_t fault, std::string_view words) {
     if (!condition) report(fault, words, name, field_);
     return condition;
@@ -70,15 +71,15 @@ class definitionreader {
     if (!condition) report(fault, words, name, at);
     return condition;
   }
-  /// The report of a check that failed, for texts that are made for the occasion.
+  /// Reports a fault as a check that failed does, for words that are put together first.
   void report(std::int32_t fault, std::string_view words, std::string_view subject,
               const fieldread& at);
   void report(std::int32_t fault, std::string_view words) { report(fault, words, name, field_); }
 
   /// Moves to the next line; true if that line continues the record. Otherwise it begins the next
-  /// record, or the file is at its end.
+  /// record, or the text has ended.
   bool continuation();
-  /// Gives up the line that the reader stands on: the next record begins on a fresh one.
+  /// Drops the line that the reader is on: the next record begins on the next line.
   void dropline() { standing_ = false; }
 
   /// Reads a token as a field; false if there is none, or one with an open quote.
@@ -89,21 +90,21 @@ class definitionreader {
   /// Reads what is left of the line into `text`.
   void restfield(std::int32_t field);
   /// Reads the three fields that end every option record: help context, group and text.
-  /// KEEP: the wording for a bad help context differs by record.
+  /// KEEP: the words for a bad help context differ by record.
   void readhelp(std::string_view helpcontextfault = "Bad HC");
 
-  /// What the constructors take last, from the fields read.
+  /// The last argument of the constructors, from the fields read.
   optionhelp help() const { return {usermap, helpcontext, group, text}; }
   /// Enters an option into the table under the record's name.
   void enter(std::unique_ptr<toption> option) {
     options.addoption(name, std::move(option));
     declare({.what = optxv_declared_option, .number = options.getcount()}, name, namefield.place);
   }
-  /// Tells of what the definition declares, by a name and its place.
+  /// Reports to the listener what the definition declares, with its name and the place of that.
   void declare(const declaration& facts, std::string_view declared, const textplace& place) {
     if (options.told) telldeclaration(facts, declared, place);
   }
-  /// The number of the option that the record declares or is about to; 0 for other records.
+  /// The number of the option that the record declares or is about to declare; 0 for other records.
   std::int32_t number() const { return number_; }
   /// The field that was read last.
   const fieldread& lastfield() const { return field_; }
@@ -115,7 +116,7 @@ class definitionreader {
   tzmaoptions& options;
   tminiparser& in;
   shortstring name;     ///< of the record; with its dot for a dot option
-  fieldread namefield;  ///< where that stands
+  fieldread namefield;  ///< where that is
   optionsubtype modifier = optsubRequired;
   std::int32_t usermap = 0;
   std::int32_t integervalue = 0;  ///< the default of the integer kinds, and the items of enumint
@@ -137,6 +138,8 @@ class definitionreader {
   void readbounded(Value& low, Value& high, Value& standard,
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
+  bool nexttoken(shortstring& token);
+  void tellsaturated(std::string_view token) const;
   void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
   void tellfield(bool good, const fieldread& at) const;
   void telldeclaration(const declaration& facts, std::string_view declared,

@@ -30,8 +30,8 @@ auto untilnotinterrupted(Call call) {
   return result;
 }
 
-/// A descriptor, or -1 with errno. A directory is refused, which the system does by itself for
-/// writing alone.
+/// A descriptor, or -1 with errno. A directory is refused; the system itself does so only for
+/// writing.
 int openfile(const char* name, int flags) {
   const int descriptor = untilnotinterrupted([&] { return ::open(name, flags | O_CLOEXEC, 0666); });
   struct stat status;
@@ -48,7 +48,7 @@ constexpr std::uint64_t bitof(int signal) {
   return std::uint64_t{1} << (signal - 1);
 }
 
-/// The signals that are caught without a wish to restart what they interrupt.
+/// The signals that have a handler and do not restart what they interrupt.
 std::uint64_t interruptingsignals() {
   std::uint64_t all = 0;
   for (int signal = 1; signal <= signalcount; ++signal) {
@@ -60,8 +60,8 @@ std::uint64_t interruptingsignals() {
   return all;
 }
 
-/// Holds signals back for its life. A C library whose write is interrupted throws away what it had
-/// held back, so that calling it again would lose text.
+/// Blocks signals as long as it lives. A C library whose write is interrupted throws away what it
+/// had buffered, so that calling it again would lose text.
 class heldback {
  public:
   explicit heldback(std::uint64_t signals) : any_(signals != 0) {
@@ -189,7 +189,7 @@ void textfile::failread(int number) {
   ended_ = true;
 }
 
-/// Sees to it that there is an unread byte; false where the file ends or fails.
+/// Makes sure that there is an unread byte; false if the file ends or a read fails.
 bool textfile::fill() {
   if (next_ < end_) return true;
   if (mode_ != mode::reading || ended_) return false;
@@ -227,6 +227,10 @@ int textfile::readstring(char* dest, int maximum) {
 }
 
 std::size_t textfile::readln() {
+  if (next_ < end_ && *next_ == '\n') {
+    ++next_;
+    return 0;
+  }
   if (mode_ == mode::standardinput) return skipstandard();
   std::size_t skipped = 0;
   char last = '\0';

@@ -1,4 +1,4 @@
-// Text files, read and written in blocks, and texts in memory that are read and written likewise.
+// Text files, read and written in blocks, and texts in memory, read and written in the same way.
 #pragma once
 
 #include <cstddef>
@@ -21,14 +21,14 @@ namespace optxv {
 /// depend on the length of a file or of its lines. System calls that a signal interrupts are
 /// repeated.
 ///
-/// resetmemory and rewritememory open a text in memory instead, whatever the name. Reading it is
-/// reading a file of these bytes, in every respect.
+/// resetmemory and rewritememory open a text in memory instead, whatever the name is. Reading it is
+/// in every respect like reading a file of these bytes.
 ///
-/// Nothing here raises, but for a text in memory that runs out of it. A failure stores the system's
-/// error number where ioresult (runtime.h) finds it, and the operation ends as if the file ended
-/// there; the caller checks when it likes. Text written is held back until the block is full or the
-/// file is closed, so that close must be called, and the error code looked at, by who wants to know
-/// of every failure.
+/// Nothing here raises, except where memory runs out (std::bad_alloc): for the block when a file is
+/// opened, or for a text in memory that grows. Any other failure stores the system's error number,
+/// which ioresult (runtime.h) gives, and the operation ends as if the file ended there; the caller
+/// may check at any time. Text is held back until the block is full or the file is closed. So a
+/// caller that wants to know of every failure must call close, and look at the error code after it.
 ///
 /// INVARIANT: a closed file is at its end, reads as empty, and refuses a write with EBADF.
 class OPTXV_EXPORT textfile {
@@ -47,36 +47,36 @@ class OPTXV_EXPORT textfile {
   /// the system's number. A directory is refused with EISDIR (21).
   void reset();
 
-  /// The same for bytes in memory, as many as there are; this cannot fail. BORROWS: the bytes,
-  /// which stay as they are until the file is closed.
+  /// The same for bytes in memory, any number of them; this cannot fail. BORROWS: the bytes, which
+  /// must not change until the file is closed.
   void resetmemory(std::string_view bytes);
 
-  /// Creates or empties the file, mode 0666 less the umask, and opens it for writing. Otherwise as
-  /// reset.
+  /// Creates the file with mode 0666 less the umask, or empties it, and opens it for writing.
+  /// Otherwise as reset.
   void rewrite();
 
-  /// The same as rewrite for a text in memory, which is emptied and then grows with each write, up
-  /// to what memory there is (std::bad_alloc). BORROWS: the text, until the file is closed.
+  /// The same as rewrite for a text in memory, which is emptied and then grows with each write,
+  /// until memory runs out (std::bad_alloc). BORROWS: the text, until the file is closed.
   void rewritememory(std::string& text);
 
   bool opened() const { return mode_ != mode::closed; }
 
-  /// True where nothing is left to read, found out by looking one byte ahead: so it is seen before
-  /// a read, not only after one. True if the file is not open for reading.
+  /// True if nothing is left to read. This looks one byte ahead, so the end of the file is seen
+  /// before a read fails, not only after. Also true if the file is not open for reading.
   bool eof();
 
-  /// The system's number of the read that failed, after which nothing more is read; 0 if none did.
-  /// It stays until the next open, and nobody's question clears it.
+  /// The system's error number of the read that failed, after which nothing more is read; 0 if none
+  /// did. It stays until the next open; asking for it does not clear it.
   int failure() const { return failure_; }
 
-  /// Reads up to a line feed, the end of the file or maximum bytes, whichever comes first, into
-  /// dest, and gives their number. One carriage return is dropped if the last byte taken is one,
-  /// also if that byte is the one that reached the maximum. The line feed stays unread: a further
-  /// read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
+  /// Reads into dest up to a line feed, the end of the file or maximum bytes, whichever comes
+  /// first, and gives the number of bytes. If the last byte taken is a carriage return it is
+  /// dropped, even if that byte is the one that reached the maximum. The line feed stays unread:
+  /// another read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
   int readstring(char* dest, int maximum);
 
-  /// Skips everything up to the next line feed, and that too. Gives the number of bytes before the
-  /// line feed, less one for a carriage return that is the last of them: what a line lost.
+  /// Skips everything up to and including the next line feed. Gives the number of bytes that the
+  /// line lost: those before the line feed, without a carriage return that is the last of them.
   std::size_t readln();
 
   /// Writes the bytes as they are.
@@ -116,14 +116,14 @@ class OPTXV_EXPORT textfile {
   int descriptor_ = -1;
   std::unique_ptr<char[]> block_;
   int failure_ = 0;
-  // Signals whose handlers break off a write to standard output, bit n - 1 for signal n.
+  // Signals whose handlers interrupt a write to standard output, bit n - 1 for signal n.
   std::uint64_t interrupting_ = 0;
-  // Reading: the bytes not yet taken, which stand in the block or in the caller's memory; none in
-  // every other mode.
+  // Reading: the bytes not yet taken, which are in the block or in the caller's memory; none in any
+  // other mode.
   const char* next_ = nullptr;
   const char* end_ = nullptr;
   std::size_t held_ = 0;         // writing: bytes held back in the block
-  std::string* text_ = nullptr;  // writing to memory: where to
+  std::string* text_ = nullptr;  // writing to memory: the text that grows
 };
 
 }  // namespace optxv

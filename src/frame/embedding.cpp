@@ -34,6 +34,11 @@ std::string_view viewof(const char* text) {
   return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
+/// As much of a name as a bounded string has of it.
+std::string_view nameof(const char* name) {
+  return viewof(name).substr(0, shortstring::maximum);
+}
+
 std::string_view viewof(const char* bytes, std::size_t size) {
   return size == 0 ? std::string_view() : std::string_view(bytes, size);
 }
@@ -98,13 +103,13 @@ int32_t optxv_record_form(int32_t number, const char** word, const char** fields
 int32_t optxv_read_definition_text(optxv_handle handle, const char* name, const char* bytes,
                                    size_t size) {
   return atboundary(
-      [&] { return objectof(handle).readdefinitiontext(viewof(name), viewof(bytes, size)); });
+      [&] { return objectof(handle).readdefinitiontext(nameof(name), viewof(bytes, size)); });
 }
 
 int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const char* bytes,
                                   size_t size) {
   return atboundary(
-      [&] { return objectof(handle).readparametertext(viewof(name), viewof(bytes, size)); });
+      [&] { return objectof(handle).readparametertext(nameof(name), viewof(bytes, size)); });
 }
 
 int32_t optxv_write_parameter_text(optxv_handle handle,

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "foundation/boundedstring.h"
-
 namespace optxv {
 
 listener::listener(const optxv_listener& calls) {
-  // Bytes, since an older program's struct ends earlier than ours.
+  // Copied as bytes, since the struct of an older program ends earlier than ours.
   std::memcpy(&calls_, &calls, std::min(calls.size, sizeof calls_));
 }
 
@@ -36,8 +34,9 @@ void listener::line(const textplace& place, std::string_view text) const {
 }
 
 void listener::cutlong(std::int32_t what, std::int32_t option, std::string_view kept,
-                       const textplace& place) const {
-  const std::int64_t lost = std::int64_t{place.length} - shortstring::maximum;
+                       const textplace& place, int besides) const {
+  const std::int64_t lost =
+      std::int64_t{place.length} - besides - static_cast<std::int64_t>(kept.size());
   if (lost <= 0) return;
   tell(
       &optxv_listener::cut,

@@ -1,5 +1,5 @@
-// The listener of a program, as the readers call it. What each call means and when it comes is told
-// in the public header, optxv/embedding.h.
+// The listener of a program, as the readers call it. The public header, optxv/embedding.h, says
+// what each call means and when it comes.
 #pragma once
 
 #include <cstdint>
@@ -12,16 +12,16 @@
 
 namespace optxv {
 
-/// Bytes as the public header has them. BORROWS: the text.
+/// Bytes in the form of the public header. BORROWS: the text.
 inline optxv_text textof(std::string_view text) {
   return {text.data(), text.size()};
 }
 
-/// Calls the program's functions. It knows the sources that are being read, so that a place within
-/// the innermost needs no file name where it is told.
+/// Calls the program's functions. It knows the sources that are being read, so that the caller need
+/// not give the file name of a place within the innermost one.
 ///
-/// A handle without a listener has no such object: who tells asks for nil first, and nothing is
-/// made up that nobody hears.
+/// A handle without a listener has no such object. Callers check for nil first, and prepare nothing
+/// that nobody would hear.
 /// BORROWS: the context of the program's functions.
 class listener {
  public:
@@ -35,7 +35,7 @@ class listener {
             const std::type_identity_t<Event>& event) const {
     if (calls_.*function != nullptr) (calls_.*function)(calls_.context, &event);
   }
-  /// The same for an event that is a place and no more.
+  /// The same for an event that is only a place.
   void tellplace(void (*optxv_listener::*function)(void*, const optxv_place*),
                  const textplace& place) const {
     tell(function, placed(place));
@@ -44,15 +44,17 @@ class listener {
   /// A place in the source that is being read.
   optxv_place placed(const textplace& place) const;
 
-  /// Begins a source; each is left, innermost first. from: where the source that is being read
-  /// names it. BORROWS: the name.
+  /// Begins a source; each one is left again, innermost first. from: where the source that is being
+  /// read names the new one. BORROWS: the name.
   void enter(std::int32_t kind, const char* name, const textplace& from);
   void leave(std::int32_t error);
 
   void line(const textplace& place, std::string_view text) const;
-  /// Tells of a cut if the text as written is longer than the 255 bytes that are kept of one.
+  /// Reports a cut if less is kept of a text than was written. besides: how many bytes of the
+  /// place are no part of the text, such as its quotes; less than 0 for bytes that only the text
+  /// has.
   void cutlong(std::int32_t what, std::int32_t option, std::string_view kept,
-               const textplace& place) const;
+               const textplace& place, int besides = 0) const;
 
  private:
   optxv_listener calls_ = {};

@@ -10,7 +10,7 @@ namespace optxv {
 
 namespace {
 
-// What a byte is to the readers: one look-up in a table decides whether a scan goes on.
+// The kind of each byte for the readers: one look-up in a table decides whether a scan goes on.
 enum kind : unsigned char {
   letter = 1,
   digit = 2,
@@ -47,7 +47,7 @@ constexpr charset makeinvalideolcommchar() {
   return set;
 }
 
-/// Appends, with position 255 taking the last byte of what does not fit.
+/// Appends a text; if not all of it fits, position 255 gets its last byte.
 void appendrun(shortstring& text, std::string_view run) {
   const int room = shortstring::maximum - text.length();
   const bool fits = run.size() <= static_cast<std::size_t>(room);
@@ -63,7 +63,7 @@ void droptrailingblanks(shortstring& text) {
   text.setlength(static_cast<int>(trimright(text).size()));
 }
 
-/// A set with the marks added, for the scans that are to stop at its members.
+/// A set with the marks added, for scans that stop at its members.
 charset withmarks(charset set) {
   set.add(tminiparser::endofline);
   set.add(tminiparser::endofinput);
@@ -147,7 +147,7 @@ void tminiparser::readslices() {
   if (told_ != nullptr) tellline(lost);
 }
 
-/// Tells of the line that was fetched, and of what did not fit it.
+/// Reports the line that was read, and what was cut off it.
 void tminiparser::tellline(std::int64_t lost) const {
   const textplace whole = {placeline(), 1, held(linelen_)};
   told_->line(whole, {text_, static_cast<std::size_t>(linelen_)});
@@ -160,7 +160,7 @@ void tminiparser::tellline(std::int64_t lost) const {
                  .lost = lost});
 }
 
-/// Tells of what a mark within the line leaves unread.
+/// Reports what a mark within the line leaves unread.
 void tminiparser::tellrest() const {
   if (linepos_ < 1 || linepos_ >= linelen_ || text_[linepos_ - 1] != ch_ || !atmark()) return;
   const std::int64_t lost = linelen_ - linepos_;
@@ -206,7 +206,7 @@ bool tminiparser::nextline() {
   return linelen_ > 0;
 }
 
-/// The steps of nextch that do not stay in the line.
+/// The steps of nextch that leave the line.
 void tminiparser::leaveline() {
   if (ch_ == endofinput) return;
   if (linepos_ == linelen_) {
@@ -219,7 +219,7 @@ void tminiparser::leaveline() {
   }
 }
 
-/// KEEP: a piece behind which exactly one character is left has no mark behind it.
+/// KEEP: a piece that is followed by exactly one more character has no mark at its end.
 void tminiparser::flushecho() {
   if (!echoon_ || linelen_ < 0) return;
   const std::int32_t first = echolist_->count();
@@ -239,9 +239,9 @@ void tminiparser::flushecho() {
 
 // Bulk scans -------------------------------------------------------------------------------------
 
-/// Passes characters up to the first that stop holds for, and hands them to use, in one run if ch_
-/// stands in the line and in two if not. Same result as a step with nextch for each. REQUIRES: stop
-/// holds for both marks, so that a scan does not leave its line.
+/// Passes characters up to the first for which stop holds, and hands them to use: in one run if ch_
+/// is in the line, in two if not. The result is the same as with a nextch for each character.
+/// REQUIRES: stop holds for both marks, so that a scan does not leave its line.
 template <class Stop, class Use>
 void tminiparser::scan(Stop stop, Use use) {
   if (stop(ch_)) return;
@@ -253,8 +253,7 @@ void tminiparser::scan(Stop stop, Use use) {
   if (linepos_ < linelen_) {
     const char* const from = text_ + linepos_;
     const char* const end = text_ + linelen_;
-    const char* to = from;
-    while (to != end && !stop(*to)) ++to;
+    const char* const to = std::find_if(from, end, stop);
     if (to != from) use(std::string_view(from, static_cast<std::size_t>(to - from)));
     linepos_ = to - text_;
   }
@@ -285,6 +284,12 @@ std::string_view tminiparser::ahead() const {
 
 // White space and punctuation --------------------------------------------------------------------
 
+/// Tells of a separator of so many bytes, the last of which is ch().
+void tminiparser::tellseparator(std::int32_t length) const {
+  const textplace last = restplace();
+  told_->tellplace(&optxv_listener::separator, {last.line, last.column + 1 - length, length});
+}
+
 void tminiparser::skipcomment() {
   if (told_ != nullptr) told_->tellplace(&optxv_listener::comment, restplace());
   skipuntil(charset());
@@ -293,11 +298,10 @@ void tminiparser::skipcomment() {
 bool tminiparser::skipbecomes() {
   const bool more = skipbl();
   const bool colon = ch_ == ':';
-  const textplace from = told_ != nullptr ? restplace() : textplace();
   if (colon) nextch();
   if (ch_ == '=') {
+    if (told_ != nullptr) tellseparator(colon ? 2 : 1);
     nextch();
-    if (told_ != nullptr) told_->tellplace(&optxv_listener::separator, since(from));
     return skipbl();
   }
   return more && !colon;
@@ -365,9 +369,8 @@ bool tminiparser::nextkey(shortstring& text, std::int32_t& dashes) {
   return nextident(text);
 }
 
-/// The blanks that fall away are those at the end of 255 bytes, the last of which is the last byte
-/// of the element, however long that is; in front of them stands the delimiter, which takes one
-/// place.
+/// The blanks that are dropped are those at the end of the kept 255 bytes. The first of these bytes
+/// is the delimiter, and the last is the last byte of the element, however long the element is.
 void tminiparser::quotedindex(shortstring& text) {
   const char delimiter = ch_;
   take(text);

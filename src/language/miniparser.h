@@ -1,5 +1,5 @@
-// The one character, token and line reader of the library. Definition files and parameter text are
-// read through it and through nothing else.
+// The library's only reader of characters, tokens and lines. All definition files and all parameter
+// text are read through it.
 #pragma once
 
 #include <algorithm>
@@ -19,10 +19,10 @@
 namespace optxv {
 
 /// The bytes that may not begin an end-of-line comment: 0 to 32, quotes, +, -, the point, digits
-/// and letters. The reader itself never asks; who fills eolcommset does.
+/// and letters. The reader itself does not check this; the code that fills eolcommset does.
 extern const charset invalideolcommchar;
 
-/// What a read of lines reads: the file of a name, or bytes in memory that go under the name.
+/// What a read takes its lines from: the file of that name, or bytes in memory under that name.
 /// BORROWS: both, for the read.
 struct linesource {
   std::string_view name;
@@ -32,46 +32,46 @@ struct linesource {
 /// Reads one source, line by line, with one character of look-ahead.
 ///
 /// A reader is created, given exactly one source (fileopen, textopen, readfromstr or
-/// readfrompchar), and driven with nextline. Each grammar asks for the kind of thing it expects
-/// next; a reader says by its result whether that was there. Nothing is raised and no message is
-/// made.
+/// readfrompchar), and driven with nextline. Each grammar asks for the kind of thing that it
+/// expects next; the result of each function says whether that was there. Nothing is raised and no
+/// message is made.
 ///
-/// ch() is the look-ahead. It is endofline (10) for one step behind the last character of a line,
-/// and endofinput (26) where nothing more can be read; it is endofinput before the first nextline,
-/// and the mark sticks until the next nextline. A blank is a space or a tab.
+/// ch() is the look-ahead. It is endofline (10) for one step after the last character of a line,
+/// and endofinput (26) where nothing more can be read. It is endofinput before the first nextline,
+/// and that mark stays until the next nextline. A blank is a space or a tab.
 /// KEEP: a byte 26 in the text is taken for the mark of that value, and a byte 10 inside a string
-/// ends the line for every reader, though a further nextch steps past it.
+/// ends the line for every function, though one more nextch steps past it.
 ///
-/// File lines: at most 1020 bytes, the rest is lost in silence. Empty lines and lines that begin
-/// with * are passed over. A string is one line, in which * means nothing, and there is no limit of
-/// length under a character pointer.
+/// Lines of a file: at most 1020 bytes; the rest is dropped, and only a listener hears of it. Empty
+/// lines and lines that begin with * are skipped. A string is one line, in which * has no special
+/// meaning; a text given by a character pointer has no limit of length.
 ///
-/// Readers that fill a text keep its first 254 bytes and the last one read if there are more than
-/// 255: position 255 is overwritten by every further byte.
+/// Functions that fill a text with more than 255 bytes keep the first 254 of them and the last one
+/// read: every further byte overwrites position 255.
 ///
-/// Nothing is allocated per line but what the echo list stores.
+/// No memory is allocated per line, except for what the echo list stores.
 class tminiparser : public tobject {
  public:
   static constexpr char endofline = 10;
   static constexpr char endofinput = 26;
 
   /// BORROWS: echolist, which gets a copy of each line while the echo is on; it may be nil if the
-  /// echo is never on. eolcommset is copied: the characters that begin an end-of-line comment.
+  /// echo is never on. eolcommset, the characters that begin an end-of-line comment, is copied.
   tminiparser(txcustomstringlist* echolist, bool echoon, const charset& eolcommset);
   tminiparser(const tminiparser&) = delete;
   tminiparser& operator=(const tminiparser&) = delete;
   /// Closes the file, if there is one.
   ~tminiparser() override = default;
 
-  /// Opens a file; an empty name is the standard input. 0, or the system's error number: then
+  /// Opens a file; an empty name is the standard input. Gives 0, or the system's error number: then
   /// nothing can be read.
   int fileopen(std::string_view name);
   /// Reads bytes in memory, any number of them, as the lines of a file. BORROWS: the bytes, which
   /// must outlive the reading.
   void textopen(std::string_view bytes);
-  /// Opens what there is: the bytes, or else the file. The result is that of fileopen.
+  /// Opens the bytes if there are any, or else the file. The result is that of fileopen.
   int open(const linesource& from);
-  /// The system's number of the read that failed, which ended the lines; 0 if none did.
+  /// The system's error number of the read that failed and so ended the lines; 0 if none did.
   int failure() const { return srcfile_.failure(); }
   /// Reads a copy of the first 255 bytes of text.
   void readfromstr(std::string_view text);
@@ -80,9 +80,9 @@ class tminiparser : public tobject {
   void readfrompchar(const char* text);
   /// Turns the echo on or off from the next line fetched.
   void echoset(bool on) { echoon_ = on; }
-  /// Whom the reader tells of lines, comments, separators and cuts, nil for nobody, and the list
-  /// that gets the places of echoed lines, by the number of the source. Set before the first line.
-  /// BORROWS: both.
+  /// Sets the listener to which lines, comments, separators and cuts are reported (nil for none),
+  /// and the list that gets the places of echoed lines, with `number` as their source. To be called
+  /// before the first line is read. BORROWS: both.
   void reportto(const listener* told, placelist* echoplaces, std::uint16_t number) {
     told_ = told;
     echoplaces_ = echoplaces;
@@ -98,7 +98,8 @@ class tminiparser : public tobject {
 
   // --- Places
 
-  /// What is left of the line, from ch() to the last byte; empty, after that byte, on a mark there.
+  /// What is left of the line, from ch() to the last byte; on the mark at the end of the line, an
+  /// empty place after that byte.
   textplace restplace() const {
     const std::int64_t position = chposition();
     return {placeline(), held(position), held(linelen_ - position + 1)};
@@ -109,61 +110,63 @@ class tminiparser : public tobject {
     return {from.line, from.column, left ? from.length : held(chposition()) - from.column};
   }
 
-  /// Moves to the next line; false if there is none. A string has one line: the second call ends
-  /// it.
+  /// Moves to the next line; false if there is none. A string has one line, so the second call
+  /// gives false.
   bool nextline();
-  /// Moves one character on. On the end-of-line mark it crosses to the next line of a file.
+  /// Moves one character on; from the end-of-line mark of a file, to the next line.
   void nextch() {
     if (linepos_ < linelen_ && ch_ != endofinput)
       ch_ = text_[linepos_++];
     else
       leaveline();
   }
-  /// Gives up the rest of the line.
-  /// KEEP: ch() stays as it is; the nextch behind it gives the end-of-line mark.
+  /// Skips the rest of the line.
+  /// KEEP: ch() stays as it is; the next nextch gives the end-of-line mark.
   void skiptoeol() {
     if (linepos_ < linelen_) skippedat_ = linepos_;
     linepos_ = linelen_;
   }
 
-  /// Passes blanks, and a comment if one begins behind them. True if something else follows on the
+  /// Skips blanks, and a comment if one begins after them. True if something else follows on the
   /// line.
   bool skipbl() {
     while (ch_ == ' ' || ch_ == '\t') nextch();
     if (eolcommset_.has(ch_)) skipcomment();
     return !atmark();
   }
-  /// Passes blanks, an optional = or :=, and blanks again. The result is that of the last skipbl;
-  /// false as well for a : without =, which is then gone.
+  /// Skips blanks, an optional = or :=, and blanks again. The result is that of the last skipbl;
+  /// also false for a : without =, which is then skipped too.
   bool skipbecomes();
-  /// Passes blanks, then wanted if it is there.
+  /// Skips blanks, and then `wanted` if it comes next. True if it did.
   bool skiptochar(char wanted);
-  /// The same for any member of a set. found becomes the character that stood there, in the set or
-  /// not.
+  /// The same for any member of a set. `found` becomes the character after the blanks, whether it
+  /// is in the set or not.
   bool skiptochars(const charset& wanted, char& found);
 
-  /// A token: up to a comma, a blank or the end of the line; or one between double quotes, where a
-  /// quote closes that is followed by a comma or a blank while an odd number of quotes was seen
-  /// since the opening one, or that is the last character of the line. Inner quotes stay. False
-  /// with an empty text if there is nothing; false with the text if the closing quote is missing.
-  /// KEEP: on a comma the token is empty, good, and the comma is not passed.
+  /// A token: up to a comma, a blank or the end of the line; or a text between double quotes. The
+  /// closing quote is one that a comma or a blank follows and up to which, after the opening quote,
+  /// there is an odd number of quotes; or one that is the last character of the line. Inner quotes
+  /// stay. False with an empty text if there is nothing; false with the text if the closing quote
+  /// is missing. KEEP: on a comma the token is empty, the result is true, and the comma is not
+  /// passed.
   bool nexttoken(shortstring& text);
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.
   bool nextident(shortstring& text);
   /// The same without the _.
   bool nextidentx(shortstring& text);
-  /// Passes any - and /, which dashes counts, then an identifier as nextident.
+  /// Passes any - and /, counts them in dashes, and then reads an identifier as nextident does.
   bool nextkey(shortstring& text, std::int32_t& dashes);
-  /// An index of an index list: an identifier, *, or a text between ' or ", which keeps its quotes
-  /// and loses trailing blanks. False with an empty text for anything else, which is not passed.
-  /// KEEP: a missing closing quote is no error; the reader of a file then stands on the next line.
+  /// An index of an index list: an identifier, *, or a text between two ' or two ", which keeps its
+  /// quotes and loses trailing blanks. False with an empty text for anything else, which is not
+  /// passed.
+  /// KEEP: a missing closing quote is no error; the reader of a file is then on the next line.
   bool nextindex(shortstring& text);
-  /// A token that is an integer (strasintex). On a bad one the token is gone.
+  /// A token that is an integer (strasintex). A bad token is passed too.
   bool nextinteger(std::int32_t& value);
-  /// A token that is a real (strasdoubleex). On a bad one the token is gone.
+  /// A token that is a real (strasdoubleex). A bad token is passed too.
   bool nextdouble(double& value);
-  /// What is left of the line behind blanks, less its trailing blanks; empty if a comment begins
+  /// What is left of the line after blanks, without its trailing blanks; empty if a comment begins
   /// there. Leaves the reader on the end-of-line mark.
   void restofline(shortstring& text);
 
@@ -172,17 +175,17 @@ class tminiparser : public tobject {
   /// Passes everything up to a mark or the first member of stop.
   void skipuntil(const charset& stop);
   /// What is left of the line, from ch() up to a mark; nothing is passed.
-  /// BORROWS: good until the next line. REQUIRES: ch() stands in the line (no skiptoeol before).
+  /// BORROWS: good until the next line. REQUIRES: ch() is in the line (no skiptoeol before).
   std::string_view ahead() const;
-  /// Passes count characters of what ahead() gave; all of them lead to the mark.
+  /// Passes count characters of what ahead() gave; passing all of them leads to the mark.
   void pass(std::size_t count) {
     if (count == 0) return;
     linepos_ += static_cast<std::int64_t>(count) - 1;
     nextch();
   }
 
-  /// The same for a value that ends there, and for the comment between that and `size`, the end of
-  /// what ahead() gave.
+  /// Passes all of what ahead() gave: a value, which ends at `end`, and after it a comment, which
+  /// ends at `size`. The comment is reported.
   void passvalue(std::size_t end, std::size_t size) {
     if (told_ != nullptr && end < size)
       told_->tellplace(&optxv_listener::comment, restplace().after(end));
@@ -202,10 +205,11 @@ class tminiparser : public tobject {
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
     constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, 0, largest));
+    return static_cast<std::int32_t>(std::min(number, largest));
   }
 
   void skipcomment();
+  void tellseparator(std::int32_t length) const;
   void tellline(std::int64_t lost) const;
   void tellrest() const;
   void leaveline();
@@ -223,8 +227,8 @@ class tminiparser : public tobject {
 
   // The line is text_[0] to text_[linelen_ - 1]. linepos_ is the position of ch_, from 1, so that
   // text_ + linepos_ is the next character: -1 for a string not yet started, linelen_ + 1 on the
-  // end-of-line mark. linelen_ is -1 at the end of a file. After skiptoeol ch_ does not stand at
-  // linepos_, which is then linelen_, but at skippedat_; that is 0 while there was no such skip.
+  // end-of-line mark. linelen_ is -1 at the end of a file. After skiptoeol linepos_ is linelen_,
+  // and the position of ch_ is skippedat_, which is 0 if no characters were skipped in this way.
   const char* text_ = linebuf_;
   std::int64_t linepos_ = 0;
   std::int64_t linelen_ = 0;
@@ -239,7 +243,7 @@ class tminiparser : public tobject {
   placelist* echoplaces_ = nullptr;
   std::uint16_t sourcenumber_ = 0;
   textfile srcfile_;
-  // The four slices of a file line, one behind the other. A slice that is not full ends the line.
+  // The four slices of a file line, one after another. A slice that is not full ends the line.
   char linebuf_[slicecount * slicelength];
 };
 

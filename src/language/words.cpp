@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t longestword = 5;
 
-/// A short word in upper case as one number, so that words compare as numbers do.
+/// A short word in upper case as one number, so that words can be compared as numbers.
 constexpr std::uint64_t fold(std::string_view word) {
   std::uint64_t folded = 0;
   for (const char c : word) folded = folded << 8 | static_cast<unsigned char>(upcase(c));

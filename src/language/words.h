@@ -7,15 +7,15 @@
 
 namespace optxv {
 
-/// What a word says as a switch, case ignored: 0 for 1, Y, YES, ON, TRUE and T; 1 for 0, N, NO,
-/// OFF, FALSE and F; 2 for anything else.
-/// KEEP: true is 0 and false is 1, as callers of the library know it.
+/// What a word means as a switch, case ignored: the result is 0 for 1, Y, YES, ON, TRUE and T; 1
+/// for 0, N, NO, OFF, FALSE and F; 2 for anything else.
+/// KEEP: true is 0 and false is 1; callers of the library rely on it.
 int checkboolean(std::string_view word);
 
-/// A value as the parameter reader takes it back: between double quotes if it is empty or holds a
-/// tab, a blank or a comma, otherwise as it stands.
-/// KEEP: nothing is escaped, and a value of 254 or 255 bytes loses its closing quote by the cut at
-/// 255 bytes.
+/// A value in the form that the parameter reader reads back: between double quotes if it is empty
+/// or holds a tab, a blank or a comma, otherwise unchanged.
+/// KEEP: nothing is escaped, and a quoted value of 254 or 255 bytes loses its closing quote, since
+/// texts are cut at 255 bytes.
 shortstring strexternal(std::string_view value);
 
 }  // namespace optxv

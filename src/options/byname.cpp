@@ -7,8 +7,8 @@ namespace optxv {
 
 namespace {
 
-constexpr int pathletters = 3;   // what each word of a path key must give
-constexpr int minosfirst = 3;    // letters that count of a first word under Minos
+constexpr int pathletters = 3;   // characters that each word of a key must give under Path
+constexpr int minosfirst = 3;    // characters of the first word that count under Minos
 constexpr int minosletters = 4;  // and of each later word
 
 /// A name that is walked word by word; words are separated by '_'.
@@ -18,7 +18,7 @@ class wordwalk {
   bool atend() const { return position_ == text_.size(); }
   void step() { ++position_; }
   char at() const { return text_[position_ - 1]; }
-  /// Moves on to the next '_' or the last character; stays where it stands on a '_'.
+  /// Moves on to the next '_' or the last character; stays where it is if that is a '_'.
   void finishword() {
     while (!atend() && at() != '_') step();
   }
@@ -28,8 +28,8 @@ class wordwalk {
   std::size_t position_ = 0;  ///< characters passed; at() is the last of them
 };
 
-/// The Path rule: as many words in the key as in the name, each agreeing in its first three
-/// characters at least; what follows in a word has no say.
+/// The Path rule: the key has as many words as the name, and each word agrees in at least its first
+/// three characters; what follows in a word does not matter.
 /// KEEP: a word of fewer than three characters, on either side, never matches.
 bool pathmatches(std::string_view keytext, std::string_view nametext) {
   wordwalk key(keytext);
@@ -59,8 +59,8 @@ bool pathmatches(std::string_view keytext, std::string_view nametext) {
   return key.at() != '_' && name.at() != '_';
 }
 
-/// Takes the next word off a text: the four characters that count of what stands behind its next
-/// '_'. False if there is none.
+/// Takes the next word off a text: of what follows the next '_', the four characters that count.
+/// False if there is none.
 bool takeminosword(std::string_view& text, std::string_view& word) {
   const std::size_t underscore = text.find('_');
   if (underscore == std::string_view::npos) return false;
@@ -70,8 +70,8 @@ bool takeminosword(std::string_view& text, std::string_view& word) {
   return true;
 }
 
-/// The Minos rule: the first three characters agree, the number of words too, and every later word
-/// in its first four characters.
+/// The Minos rule: the first three characters agree, so does the number of words, and every later
+/// word agrees in its first four characters.
 bool minosmatches(std::string_view key, std::string_view name) {
   if (!struequal(key.substr(0, minosfirst), name.substr(0, minosfirst))) return false;
   std::string_view keyword;
@@ -85,7 +85,7 @@ bool minosmatches(std::string_view key, std::string_view name) {
   }
 }
 
-/// The first name in table order that a rule matches with the key, or -1.
+/// The position of the first name in the table that matches the key by a rule, or -1.
 std::int32_t firstmatch(const txstringlist& names, std::string_view key,
                         bool (*matches)(std::string_view, std::string_view)) {
   for (std::int32_t i = 0; i < names.count(); ++i)
@@ -93,7 +93,7 @@ std::int32_t firstmatch(const txstringlist& names, std::string_view key,
   return -1;
 }
 
-/// What the list operations say of a name: nil stands for their two failures.
+/// The two failures of the list operations: no option has the name, or it is no list.
 constexpr std::int32_t unknownname = -2;
 constexpr std::int32_t notalist = -1;
 
@@ -177,7 +177,7 @@ std::int32_t tzmaoptions::optgetsynonym(std::int32_t position, shortstring& syno
 
 namespace {
 
-/// Calls use with the string list of that name and gives its result, or the failure's.
+/// Calls use with the string list of that name and gives its result, or the number of a failure.
 template <class Use>
 std::int32_t withstrlist(tzmaoptions& options, std::string_view name, Use use) {
   toption* option = options.optionasobj(name);

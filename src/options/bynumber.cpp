@@ -9,8 +9,8 @@ namespace optxv {
 
 namespace {
 
-/// Runs an operation on an option as its own class. 1, or 0 where there is no option or where the
-/// operation does not take its kind: an operation says by its parameter's type which it takes.
+/// Runs an operation on an option as its own class. Gives 1, or 0 if there is no option or the
+/// operation does not take its kind: the type of its parameter says which kinds it takes.
 template <class Option, class Operation>
 std::int32_t apply(Option* option, Operation operation) {
   if (option == nullptr) return 0;
@@ -21,7 +21,7 @@ std::int32_t apply(Option* option, Operation operation) {
   });
 }
 
-/// The option, if it holds two values.
+/// The option, if it has two values; else nil.
 const toption* ifpair(const toption* option) {
   return option != nullptr && option->subtype == optsub2Values ? option : nullptr;
 }
@@ -169,8 +169,8 @@ bool tzmaoptions::checkoptnr(std::int32_t& optnr) {
   return option != nullptr;
 }
 
-/// What all setters share: the number, the sub-type and the kind are checked, and what the queue
-/// gained tells whether the value was taken.
+/// What all setters share: the number, the sub-type and the kind are checked, and new errors in the
+/// queue show that the value was not taken.
 template <class Setter>
 std::int32_t tzmaoptions::setbynumber(std::int32_t optnr, bool second, Setter setter) {
   if (!checkoptnr(optnr)) return 0;
@@ -206,7 +206,7 @@ std::int32_t tzmaoptions::optsetstr2nr(std::int32_t optnr, std::string_view text
 
 namespace {
 
-/// Gives an option of a scalar kind the one of three values that fits.
+/// Assigns to an option of a scalar kind the one of three values that fits.
 auto fittingvalue(bool second, std::int32_t integer, double real, std::string_view text) {
   return [=](scalarkind auto& option) {
     using Option = std::remove_cvref_t<decltype(option)>;
@@ -278,7 +278,7 @@ std::int32_t tzmaoptions::optgetenumcount(std::int32_t optnr, std::int32_t& coun
 
 namespace {
 
-/// The option as an enumeration of a kind that has an entry of that number (from 1), else nil.
+/// The option, if it is an enumeration that has an entry of that number (from 1); else nil.
 const toption* ifentry(const toption* option, std::int32_t entry) {
   const bool good = option != nullptr && withkind(*option, [&](const auto& typed) {
                       if constexpr (enumerationkind<std::remove_cvref_t<decltype(typed)>>)

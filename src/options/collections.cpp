@@ -1,5 +1,5 @@
 // The kinds that hold no scalar value: multi-lists, string lists, macros and immediate options.
-// Their headers stand in toption.h.
+// They are declared in toption.h.
 
 #include <unordered_set>
 #include <vector>
@@ -12,15 +12,15 @@ namespace optxv {
 
 namespace {
 
-/// Lists and macros may hang in one another to any depth, and a value goes down through all of
-/// them on the stack. Far deeper than any table made for use, and well within a small stack.
+/// Lists and macros may be nested to any depth, and a value goes down through all of them on the
+/// stack. The limit is far deeper than any real table, and well within a small stack.
 constexpr std::int32_t maximumnesting = 500;
-/// A macro may name a macro twice, and a few dozen such levels would keep one value busy for ever.
-/// Far more than any table made for use, and a matter of seconds.
+/// A macro may name a macro twice, and with a few dozen such levels an assignment would not end.
+/// The limit is far more than any real table needs, and is reached within seconds.
 constexpr std::int32_t maximumhandedon = 5'000'000;
 
-/// One list or macro that is being assigned. A limit that is passed draws a message and ends it.
-/// While it lives, what members get is known to come from it.
+/// One list or macro that is being assigned. A limit that is passed causes a message and ends the
+/// assignment. While this object lives, it is the origin of the values that members get.
 class nesting {
  public:
   nesting(const toption& option, valueroad road)
@@ -36,7 +36,7 @@ class nesting {
     if (!good_) complain(optxv_fault_nesting, "Members nested too deep for option ");
   }
 
-  /// Takes one value more for a member into account; false if it may not go there.
+  /// Counts one more value for a member; false if the member may not get it.
   bool handon() {
     if (!good_ || owner_.handedon > maximumhandedon) return false;
     if (++owner_.handedon <= maximumhandedon) return true;
@@ -44,7 +44,7 @@ class nesting {
     return false;
   }
 
-  /// Says that a part of the text is handed on.
+  /// Notes which piece of the text is handed on next.
   void handpart(std::size_t from, std::size_t size) {
     if (whole_.known()) owner_.assigning.at = whole_.part(from, size);
   }
@@ -63,9 +63,9 @@ class nesting {
   bool good_;
 };
 
-/// Cuts a text at the separator of multi-list values, one token a call.
+/// Cuts a text at the separator of multi-list values, one token per call.
 ///
-/// Blanks in front of a token are passed, those inside and behind belong to it. A token that begins
+/// Blanks before a token are skipped; those within and after it belong to it. A token that begins
 /// with a double quote ends at the next one or at a separator.
 class tokencutter {
  public:
@@ -173,8 +173,8 @@ void tmacrooption::setasstring(std::string_view text) {
 }
 
 void tmacrooption::reset() {
-  // A list of what is still to do in place of recursion: macros may hang in one another to any
-  // depth, and each needs its reset once.
+  // A list of what is still to do, in place of recursion: macros may be nested to any depth, and
+  // each needs to be reset only once.
   std::vector<tmacrooption*> pending = {this};
   std::unordered_set<const toption*> seen = {this};
   while (!pending.empty()) {

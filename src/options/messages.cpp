@@ -21,8 +21,8 @@ messagekind kindat(const txstringlist& queue, std::int32_t index) {
 
 }  // namespace
 
-/// Takes the enter message away that a leave message with the same text follows directly; false
-/// where there is none.
+/// If the last message is the enter message to which this leave message belongs, deletes it and
+/// gives true.
 bool tzmaoptions::undoenter(messagekind kind, std::string_view text) {
   const std::int32_t last = messagelist.count() - 1;
   if (kind != optMsgFileLeave || last < 0 || kindat(messagelist, last) != optMsgFileEnter ||
@@ -101,7 +101,8 @@ int tzmaoptions::readfailure(messagekind kind, std::string_view words, std::stri
 
 void tzmaoptions::stored(const toption& option, std::int32_t which) {
   if (option.position < 0) return;
-  origins.set(option.position, assigning, getcount());
+  if (option.position >= origins.count()) origins.grow(getcount());
+  origins.set(option.position, assigning);
   if (told)
     told->tell(&optxv_listener::stored, {.option = option.position + 1,
                                          .which = which,
@@ -193,7 +194,7 @@ const char* nameat(const std::array<const char*, Count>& names, std::int32_t num
   return number >= 0 && index < Count ? names[index] : nullptr;
 }
 
-// A name left out would be a null pointer at the end.
+// If a name is left out, the last one is a null pointer.
 static_assert(faultnames.back() != nullptr && fieldnames.back() != nullptr);
 
 }  // namespace

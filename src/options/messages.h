@@ -1,5 +1,5 @@
 // The kinds of message: how each is shown and counted. The queue itself is
-// tzmaoptions::messagelist, and its operations are methods of tzmaoptions; their bodies stand in
+// tzmaoptions::messagelist, and its operations are methods of tzmaoptions; their bodies are in
 // messages.cpp.
 #pragma once
 
@@ -18,29 +18,29 @@ enum messagekind : std::uint8_t {
   optMsgHelp,          ///< a line of help
   optMsgDefineError,   ///< a fault in a definition
   optMsgValueError,    ///< a refused value
-  optMsgValueWarning,  ///< a value taken out of bounds
+  optMsgValueWarning,  ///< a value that was taken though it is out of bounds
   optMsgDeprecated,    ///< use of a marked name
   optMsgFileEnter,     ///< a read begins
   optMsgFileLeave,     ///< a read ends
-  optMsgTooManyMsgs,   ///< the queue was full
+  optMsgTooManyMsgs,   ///< the queue is full
   optMsgUserError,     ///< a fault in parameter text, or the caller's own
 };
 
-/// As what the caller's count takes a message.
+/// What a message counts as for the caller.
 enum class severity : std::uint8_t { none, warning, error };
 
-/// What the queue knows of a kind.
+/// What the queue knows about a kind.
 struct messagerow {
   std::string_view constantname;
-  std::string_view prefix;  ///< put in front when the message is fetched
+  std::string_view prefix;  ///< put before the text when the message is fetched
   bool quotes;              ///< the text is shown between double quotes
-  bool located;             ///< "line N: " is put in front while a reader stands in a line
+  bool located;             ///< "line N: " is put before it once a line of a file has been read
   bool counted;             ///< errorcount counts it
   severity reported;        ///< what optErrorCount counts it as
 };
 
-/// KEEP: help lines count in errorcount and not for the caller: the one asks whether an operation
-/// added anything, the other how many faults there were.
+/// KEEP: help lines count in errorcount but not for the caller: the first is asked whether an
+/// operation added anything, the second how many faults there were.
 inline constexpr std::array<messagerow, 10> messagekinds = {{
     {"optMsgInputEcho", ">> ", false, false, false, severity::none},
     {"optMsgHelp", "", false, false, true, severity::none},
@@ -54,14 +54,14 @@ inline constexpr std::array<messagerow, 10> messagekinds = {{
     {"optMsgUserError", "*** Error ", false, true, true, severity::error},
 }};
 
-/// What a message says, as data: the program's listener gets it beside the text.
+/// What a message says, as data: the program's listener gets it together with the text.
 struct messagefacts {
   std::int32_t fault = optxv_fault_none;
-  /// Where the fault stands; if unknown, where the value stands that is being assigned.
+  /// Where the fault is; if unknown, the place of the value that is being assigned is taken.
   textplace place = {};
   std::int32_t option = 0;      ///< the number of the option that it is about
   std::string_view about = {};  ///< the name, key, file or word at fault
-  std::string_view seen = {};   ///< what stood where something else was expected
+  std::string_view seen = {};   ///< what was found where something else was expected
   std::int32_t field = optxv_field_none;
   bool detail = false;  ///< it adds to the message before it
 };

@@ -11,8 +11,8 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
   return hash ^ hash >> 32;
 }
 
-/// A hash of the text that does not tell the case of letters. The last eight bytes go in whole,
-/// some of them a second time.
+/// A hash of the text that ignores the case of letters. The last eight bytes go in together, even
+/// if some of them have gone in before.
 std::uint32_t foldedhash(std::string_view text) {
   constexpr std::size_t step = sizeof(std::uint64_t);
   std::uint64_t hash = text.size();

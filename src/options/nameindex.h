@@ -1,5 +1,5 @@
-// An index of folded names beside a list, so that finding a name costs the same in a table of ten
-// options and of ten thousand.
+// An index of the names in a list, case folded, so that finding a name costs the same in a table of
+// ten options as in one of ten thousand.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@
 
 namespace optxv {
 
-/// Finds the first entry of a list whose name equals a text, ASCII case ignored: the result of the
-/// list's own linear indexof, by an open-addressing hash table of (hash, position) with linear
-/// probing, at most three quarters full.
+/// Finds the first entry of a list whose name equals a text, ASCII case ignored. The result is that
+/// of the list's own linear indexof; it is found by an open-addressing hash table of (hash,
+/// position) with linear probing, at most three quarters full.
 ///
-/// BORROWS: the list, which must outlive the index; names are compared where they stand.
-/// INVARIANT: of several entries with equal names the first one entered is held.
-/// REQUIRES: entries once entered keep their position and name.
+/// BORROWS: the list, which must outlive the index; names are not copied.
+/// INVARIANT: of several entries with equal names the index holds the one that was entered first.
+/// REQUIRES: an entry that was entered keeps its position and name.
 class nameindex {
  public:
   explicit nameindex(const txcustomstringlist& names) : names_(names) {}

@@ -1,4 +1,4 @@
-// The ten kinds of option: what each is called, what its definition record holds, and the one way
+// The ten kinds of option: what each is called, what its definition record holds, and the only way
 // from an option to its class.
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace optxv {
 
-/// How a value travels through the typed getters; the numbers are part of the interface.
+/// The type by which the getters give a value; the numbers are part of the interface.
 enum datatype : std::uint8_t {
   optDataNone,
   optDataInteger,
@@ -21,13 +21,13 @@ enum datatype : std::uint8_t {
   optDataStrList,
 };
 
-/// What the library knows of a kind, without code.
+/// What the library knows about a kind, as data.
 struct kindrow {
   std::string_view keyword;       ///< the type word of the definition language
   std::string_view constantname;  ///< the name of the number in the interface
   datatype data;
   bool usermap;   ///< its record carries the caller's number
-  bool modifier;  ///< its type word may carry a modifier: the kinds with scalar values
+  bool modifier;  ///< its type word may have a modifier: the kinds with scalar values
 };
 
 inline constexpr std::array<kindrow, 10> optionkinds = {{
@@ -46,7 +46,7 @@ inline constexpr std::array<kindrow, 10> optionkinds = {{
 inline constexpr std::array<std::string_view, 5> datatypenames = {
     "optDataNone", "optDataInteger", "optDataDouble", "optDataString", "optDataStrList"};
 
-/// A sub-type: the modifier that gives it in a definition, and its name in the interface.
+/// A sub-type: the modifier that stands for it in a definition, and its name in the interface.
 struct subtyperow {
   std::string_view modifier;
   std::string_view constantname;
@@ -67,9 +67,9 @@ inline const kindrow& kindof(const toption& option) {
   return optionkinds[option.opttype];
 }
 
-/// Calls handler with the option as its own class and gives what it gives; a handler for a const
-/// option gets a const one. This is the only switch on opttype and the only downcast; it has no
-/// default, so that the compiler names a kind that is missing.
+/// Calls handler with the option as its own class and gives the handler's result; a const option
+/// stays const. This is the only switch on opttype and the only downcast; it has no default, so
+/// that the compiler names a kind that is missing.
 template <class Option, class Handler>
 decltype(auto) withkind(Option& option, Handler&& handler) {
   static_assert(std::is_same_v<std::remove_const_t<Option>, toption>);
@@ -102,7 +102,7 @@ decltype(auto) withkind(Option& option, Handler&& handler) {
   __builtin_unreachable();
 }
 
-/// The option as the class asked for, or nil where it is of another kind.
+/// The option as the given class, or nil if it is of another kind.
 template <class Class, class Option>
 auto* askind(Option* option) {
   using target = std::conditional_t<std::is_const_v<Option>, const Class, Class>;

@@ -1,5 +1,5 @@
-// The six scalar kinds: how each is made, and its checked setters, the one place where a value
-// meets its option's bounds or allowed values. Their headers stand in toption.h.
+// The six scalar kinds: how each is made, and its checked setters, the only place where a value is
+// compared with its option's bounds or allowed values. They are declared in toption.h.
 
 #include "foundation/strutilx.h"
 #include "language/listener.h"
@@ -13,7 +13,7 @@ namespace {
 
 /// Stores a value and moves the masks. One that is not allowed is refused with a message, or, under
 /// nobounds, kept with a warning and marked as out of bounds.
-/// KEEP: an allowed value clears the whole of outofbounds, the bit of the other value too.
+/// KEEP: an allowed value clears all of outofbounds, the bit of the other value too.
 template <class Option, class Value, class Complain>
 void checkedstore(Option& option, bool second, const Value& v, bool allowed, Complain complain) {
   if (!allowed) {
@@ -26,7 +26,8 @@ void checkedstore(Option& option, bool second, const Value& v, bool allowed, Com
   option.outofbounds = allowed ? 0 : option.outofbounds | bit;
 }
 
-/// The complaint, in the words of its kind, and what was seen in place of a good value.
+/// Adds the message of a refusal: the words, the option's name, and what was seen instead of a good
+/// value.
 void complain(const toption& option, messagekind kind, std::int32_t fault, std::string_view words,
               std::string_view seen) {
   tzmaoptions& owner = *option.owner;
@@ -36,7 +37,7 @@ void complain(const toption& option, messagekind kind, std::int32_t fault, std::
       kind, facts, [&] { return concat(words, quoted{owner.curoptname}, " saw ", quoted{seen}); });
 }
 
-/// What is told after a complaint.
+/// The facts of a message that adds to the one before it.
 messagefacts detail(const toption& option, std::int32_t fault) {
   return {.fault = fault,
           .option = option.position + 1,
@@ -51,7 +52,7 @@ void sayrange(const Option& option, messagekind kind, Show show) {
   });
 }
 
-/// Number of entries, then the text of each, as "Possible values are  a b c".
+/// Adds the message "Possible values are  a b c". count: of the entries; text: gives that of each.
 template <class Text>
 void saypossible(const toption& option, messagekind kind, std::int32_t count, Text text) {
   option.owner->addmessagefrom(kind, detail(option, optxv_fault_allowed_values), [&] {
@@ -62,7 +63,7 @@ void saypossible(const toption& option, messagekind kind, std::int32_t count, Te
   });
 }
 
-// What is not allowed for each kind, and what is.
+// The two messages for a value that is not allowed: what was wrong, and what is allowed.
 
 void refuse(const tintoption& option, messagekind kind, std::int32_t v) {
   complain(option, kind, optxv_fault_range, "Integer range error for option ", inttostr(v));
@@ -70,7 +71,7 @@ void refuse(const tintoption& option, messagekind kind, std::int32_t v) {
 }
 
 void refuse(const tdbloption& option, messagekind kind, double v) {
-  if (option.owner->queueclosed() && !option.owner->told) return;  // a real's text is costly
+  if (option.owner->queueclosed() && !option.owner->told) return;  // the text of a real is costly
   complain(option, kind, optxv_fault_range, "Double out of range for option ", dbltostr(v));
   sayrange(option, kind, dbltostrex);
 }
@@ -93,7 +94,7 @@ void refuse(const tenumintoption& option, messagekind kind, std::int32_t v) {
               [&](std::int32_t i) { return inttostr(option.item(i).itemvalue); });
 }
 
-/// Tells of a number that its type's limit stands in for.
+/// Reports a number that was replaced by the limit of its type.
 void tellcut(const toption& option, std::string_view text) {
   const tzmaoptions& owner = *option.owner;
   if (!owner.told || !saturatedinteger(text)) return;

@@ -104,8 +104,8 @@ shortstring toption::getname() const {
 
 namespace {
 
-/// Refuses a text with a double quote: the language has no escape, so that one which arrives here
-/// was never closed.
+/// Refuses a text with a double quote, since the language has no escape: a quote that gets here
+/// does not belong to a pair around the value.
 bool badquote(const toption& option, std::string_view text) {
   if (text.find('"') == std::string_view::npos) return false;
   option.owner->addmessage(

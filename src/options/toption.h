@@ -1,8 +1,8 @@
 // The options of one table: the base class, the ten kinds, and the two lists that own them.
 //
 // Operations are plain methods; those that differ by kind go through withkind (optionkinds.h), the
-// only switch on opttype. Virtual are the destructor and reset alone. Fields are public: the
-// readers and writers fill and show them, and tzmaoptions is the one owner of every object here.
+// only switch on opttype. Only the destructor and reset are virtual. Fields are public: the readers
+// and writers fill and show them, and tzmaoptions is the only owner of every object here.
 #pragma once
 
 #include <cstdint>
@@ -64,8 +64,8 @@ class txstringlistobj : public txstringlist {
   ~txstringlistobj() override;
   /// Appends an entry whose name is there already. OWNS: the heap string and the object.
   std::int32_t adopt(pstring name, std::unique_ptr<tobject> object);
-  /// Appends an object under a copy of the name, and gives its place. Without memory the list stays
-  /// as it was, and the object is freed.
+  /// Appends an object under a copy of the name, and gives its 0-based position. If memory runs
+  /// out, the list stays as it was and the object is freed.
   std::int32_t addowned(std::string_view name, std::unique_ptr<tobject> object);
   void freeobject(std::int32_t index) override;
 };
@@ -74,13 +74,13 @@ class txstringlistobj : public txstringlist {
 class txlistobj : public txlist {
  public:
   ~txlistobj() override;
-  /// Appends an item, and gives its place. Without memory the list stays as it was, and the item is
-  /// freed.
+  /// Appends an item, and gives its 0-based position. If memory runs out, the list stays as it was
+  /// and the item is freed.
   std::int32_t addowned(std::unique_ptr<tobject> item);
   void freeitem(std::int32_t index) override;
 };
 
-/// The word under which an owning list holds an object, and the way back.
+/// The word as which an owning list stores an object, and the way back.
 inline void* ownedobject(tobject* object) {
   return object;
 }
@@ -89,7 +89,7 @@ Object* objectof(void* word) {
   return static_cast<Object*>(static_cast<tobject*>(word));
 }
 
-/// A help-bearing item. Its name lives in the list that holds the item.
+/// An item with help. The list that holds the item holds its name too.
 class toptionx : public tobject {
  public:
   toptionx(std::int32_t helpcontext, std::string_view helptext);
@@ -117,8 +117,8 @@ class tlistoptionx : public toptionx {
   std::int32_t itemvalue;
 };
 
-/// The name of an option: its own copy until the option enters a table, and from then on the copy
-/// of the table's entry, so that a name is held once. The size of a pointer.
+/// The name of an option: a copy of its own until the option enters a table, and then the copy in
+/// the table's entry, so that each name is stored once. It has the size of a pointer.
 class optionname {
  public:
   explicit optionname(std::string_view name)
@@ -131,8 +131,8 @@ class optionname {
 
   std::string_view view() const { return getstring(text()); }
   operator std::string_view() const { return view(); }  // NOLINT: a text reads as a view
-  /// Gives the copy away and goes on reading it; nil if it was given away before. REQUIRES: who
-  /// takes it keeps it as long as this object is read.
+  /// Gives the copy away and goes on reading it; nil if it was given away before. REQUIRES: the
+  /// taker keeps it as long as this object is read.
   pstring lend() {
     if ((word_ & lent) != 0) return nullptr;
     word_ |= lent;
@@ -140,7 +140,7 @@ class optionname {
   }
 
  private:
-  /// The low bit of the address, which is 0 in every heap string, marks a copy that is another's.
+  /// The low bit of the address, which is 0 in every heap string, marks a copy that was given away.
   static constexpr std::uintptr_t lent = 1;
   pstring text() const { return reinterpret_cast<pstring>(word_ & ~lent); }
 
@@ -169,20 +169,20 @@ class toption : public toptionx {
   /// `defined`, and to `recent` while the owner tracks recent changes.
   void setdefined(std::int32_t mask);
 
-  /// Makes a scalar option stand at its default as if that had been assigned; the other kinds have
-  /// no default and stay as they are.
+  /// Sets a scalar option to its default, as if that had been assigned; the other kinds have no
+  /// default and stay as they are.
   void usedefined();
 
-  /// Undoes what was assigned: clears `defined`, `recent` and `outofbounds`. The value fields stay
-  /// behind the clear masks.
+  /// Undoes what was assigned: clears `defined`, `recent` and `outofbounds`. The value fields keep
+  /// their old content, which the clear masks hide.
   virtual void reset();
 
   /// The name as users see it: optname, with blanks for underscores under Minos lookup.
   shortstring getname() const;
 
   /// Assigns a text as parameter reading does. An option that takes no value is only marked as set;
-  /// a text with a double quote is refused with a message; an immediate option ignores it. A
-  /// refusal shows in the owner's queue and leaves the option as it was.
+  /// a text with a double quote is refused; an immediate option ignores the text. A refusal leaves
+  /// a message in the owner's queue, and the option as it was.
   void setasstring(std::string_view text);
 
   /// Assigns the second value of a scalar option; the other kinds ignore it.
@@ -200,14 +200,14 @@ class toption : public toptionx {
 
   tzmaoptions* owner;
   optionname optname;                ///< as the definition writes it
-  heapstring deprecatedtext;         ///< told on use of a marked own name
-  heapstring synonymdeprecatedtext;  ///< told on use of a marked synonym
+  heapstring deprecatedtext;         ///< for the message when its own name, if marked, is used
+  heapstring synonymdeprecatedtext;  ///< for the message when a marked synonym of it is used
   std::int32_t group;                ///< as the definition gives it; need not exist
-  std::int32_t refnr;                ///< the caller's number, carried and never looked up
+  std::int32_t refnr;                ///< the caller's number, stored for it and never looked up
   std::int32_t position = -1;        ///< 0-based, in the owner's table; -1 before it enters it
   optionkind opttype;
   optionsubtype subtype = optsubRequired;
-  std::uint8_t deprecation = 0;  ///< set of deprecationmark, a bit each
+  std::uint8_t deprecation = 0;  ///< a set of deprecationmark, one bit each
   std::int32_t defined = 0;
   std::int32_t recent = 0;
   std::int32_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
@@ -216,9 +216,9 @@ class toption : public toptionx {
   toption(optionkind kind, std::string_view name, tzmaoptions* owner, const optionhelp& help);
 };
 
-/// The short forms that the three kinds with an integer value share. Option gives the fields
-/// defaultvalue, value and value2 and the two 12 workers, whose first argument is true for the
-/// second value.
+/// The short forms that the three kinds with an integer value share. Option has the fields
+/// defaultvalue, value and value2, and the functions setasinteger12 and setasstring12, whose first
+/// argument is true for the second value.
 template <class Option>
 class integervalued : public toption {
  public:
@@ -354,7 +354,7 @@ class tenumintoption : public integervalued<tenumintoption> {
   /// The 0-based index of the first entry with that value, or -1.
   std::int32_t indexofvalue(std::int32_t itemvalue) const;
   void setasinteger12(bool second, std::int32_t v);
-  /// KEEP: integer text alone; the real form that a tintoption takes (1e0) is refused here.
+  /// KEEP: only integer text; the real form that a tintoption takes (1e0) is refused here.
   void setasstring12(bool second, std::string_view text);
 
   std::int32_t defaultvalue;
@@ -363,7 +363,7 @@ class tenumintoption : public integervalued<tenumintoption> {
   txlistobj enumitems;  ///< tlistoptionx objects
 };
 
-/// Spreads one text over other options by position. It stores nothing and stays undefined.
+/// Spreads one text over other options by position. It stores nothing and is never set.
 class tmultilistoption : public toption {
  public:
   tmultilistoption(std::string_view name, tzmaoptions* owner, const optionhelp& help);
@@ -372,12 +372,13 @@ class tmultilistoption : public toption {
   void additem(std::int32_t index);
   std::int32_t member(std::int32_t index) const;
   bool hasmember(std::int32_t index) const;
-  /// Cuts the text at charpath() and hands token i to member i. An empty token at the very end is
-  /// none; tokens past the last member draw one message and are lost; a token for member -1 is
-  /// dropped. A multi-list may be a member of itself: that token goes on to its first member, or,
-  /// where that is the list again, ends in a value error.
+  /// Cuts the text at charpath() and hands token i to member i. An empty token at the very end does
+  /// not count; tokens past the last member cause one message and are lost; a token for member -1
+  /// is dropped. A multi-list may be a member of itself: that token goes on to its first member,
+  /// or, if that is the list again, ends in a value error.
   void setasstring(std::string_view text);
-  /// KEEP: this empties `members`, which nothing fills again; later values find too many items.
+  /// KEEP: this empties `members`, which nothing fills again, so every later value has too many
+  /// items.
   void reset() override;
 
   txlist members;  ///< positions as integers in the item words
@@ -397,11 +398,11 @@ class tstrlistoption : public toption {
   txstrings items;
 };
 
-/// Hands one text to each of its members. It stores nothing and stays undefined.
+/// Hands one text to each of its members. It stores nothing and is never set.
 ///
-/// Lists and macros hang in one another at most 500 deep, and one value goes to at most 5,000,000
-/// members: past that an assignment draws a message and ends, so that no table can keep it busy for
-/// ever. What was given before stays.
+/// Lists and macros may be nested at most 500 deep, and one value goes to at most 5,000,000
+/// members: past that an assignment causes a message and ends, so that no table can keep it busy
+/// for ever. The values given before stay.
 class tmacrooption : public toption {
  public:
   tmacrooption(std::string_view name, tzmaoptions* owner, const optionhelp& help);
@@ -410,7 +411,7 @@ class tmacrooption : public toption {
   void additem(toption* option);
   toption* member(std::int32_t index) const;
   void setasstring(std::string_view text);
-  /// Resets every member, members of members included, then the macro itself.
+  /// Resets the macro and every member, members of members included.
   void reset() override;
 
   txlist members;  ///< toption objects, not owned

@@ -1,7 +1,7 @@
 // The option object: one option database with its table, its message queue and its readers.
 //
-// Every exported function is one hop to the method of the same name here. The class is declared in
-// this one header and its bodies stand where their concern lives:
+// Every exported function only calls the method of the same name here. The class is declared in
+// this one header, and the bodies of its methods are in the file of their concern:
 //   options/zmaoptions.cpp          life, table and counts
 //   options/messages.cpp            the message queue
 //   options/bynumber.cpp            access by number
@@ -46,26 +46,26 @@ enum lookuprule : std::uint8_t {
 /// The names of the rules in the definition language, in the order of their numbers.
 inline constexpr std::array<std::string_view, 3> lookupcodes = {"Normal", "Path", "Minos"};
 
-/// Readies the module: empties dllloadpath and fixes charpath from the file-system type of the
-/// platform (0 to 5; any other leaves charpath as it is). The frame calls it when the library
-/// loads.
+/// Prepares the module: empties dllloadpath and sets charpath from the file-system type of the
+/// platform (0 to 5; any other number leaves charpath as it is). The frame calls it when the
+/// library is loaded.
 void initzmaoptions(int osfiletype);
 
-/// The load path that the caller stores and reads back; empty after load, shared by all objects,
-/// and of no effect inside the library.
+/// The load path that the caller stores and reads back. It is empty after loading and shared by all
+/// objects, and has no effect inside the library.
 shortstring& dllloadpath();
 
 /// The character between the values of a multi-list, ':' on POSIX systems.
 char charpath();
 
-/// The empty lists that an object holds for the entries of its parameter text. They are declared
-/// here and defined with their readers, so that the object needs to know them as owning lists only.
-/// BORROWS: owner, which outlives the list.
+/// Make the empty lists that an object holds for the entries of its parameter text. They are
+/// declared here and defined with the readers of the entries, so that the object needs to know the
+/// lists only as owning lists. BORROWS: owner, which outlives the list.
 std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
 std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 
-/// A mark that a definition put on a synonym. What reading heeds is kept with the option, for all
-/// its synonyms; this tells which one was meant.
+/// A mark that a definition put on a synonym. For reading, the mark is kept with the option and
+/// holds for all its synonyms; this says which one the definition named.
 struct synonymmark {
   std::int32_t synonym;  ///< 0-based, in synonymlist
   deprecationmark mark;
@@ -78,13 +78,13 @@ struct synonymmark {
 /// and the indicators. BORROWS: nothing but the reader that a running read holds in `parser`.
 /// INVARIANTS: optionlist only grows and is never sorted, so a number stays good for the life of
 /// the object; `parser` is nil and filedepth 0 whenever no read is running. One thread at a time.
-/// Nothing here prints, and no fault in any text is an exception; what can leave a method is
-/// exhausted memory, or a failed write after a file was opened.
+/// Nothing here prints, and no fault in any text is an exception. The only exceptions that leave a
+/// method are those for memory that ran out, and for a failed write after a file was opened.
 ///
 /// Conventions of the methods of the exported interface: an optnr counts from 1 in table order; a
-/// result is 1 for success and 0 for failure unless told otherwise; a bad number or a wrong kind is
-/// a result, never a message; "cleared" means set to 0 or the empty text before anything else, and
-/// an out argument that is not told as cleared stays untouched on failure.
+/// result is 1 for success and 0 for failure unless another one is described; a bad number or a
+/// wrong kind gives a result, never a message; "cleared" means set to 0 or the empty text before
+/// anything else, and an out argument that is not said to be cleared stays untouched on failure.
 class tzmaoptions : public toptionx {
  public:
   OPTXV_EXPORT tzmaoptions();
@@ -94,7 +94,7 @@ class tzmaoptions : public toptionx {
 
   // --- The table -----------------------------------------------------------------------------
 
-  /// Appends an option under its name, with no check, and gives its 0-based position.
+  /// Appends an option under that name, without any check, and gives its 0-based position.
   /// OWNS: the option from here on.
   std::int32_t addoption(std::string_view name, std::unique_ptr<toption> option);
   /// Appends a synonym for the option at a 0-based position (-1 where none was found).
@@ -114,7 +114,7 @@ class tzmaoptions : public toptionx {
   /// The option of the synonym at a 0-based position, nil for one whose target was not found.
   /// REQUIRES: the position is in synonymlist.
   toption* synonymtarget(std::int32_t position) const;
-  /// The 0-based position in optionlist that it stands for, -1 likewise.
+  /// The 0-based position in optionlist of that option; -1 and REQUIRES likewise.
   std::int32_t synonymposition(std::int32_t position) const;
   /// deffilename without its directory.
   std::string_view getfilename() const;
@@ -138,21 +138,21 @@ class tzmaoptions : public toptionx {
   /// Sets the mode in which each read begins, and gives the old one.
   std::int32_t opteolonlyset(std::int32_t flag);
   void optnoboundsset(std::int32_t flag) { nobounds = flag != 0; }
-  /// Sets the echo for reads to come, and for the one that is running.
+  /// Sets the echo for later reads, and for the one that is running.
   void optechoset(std::int32_t flag);
   /// The audit line of the build. The object is not used.
   static void optversion(shortstring& auditline);
 
   // --- The message queue ---------------------------------------------------------------------
 
-  /// Adds a message. One that leaves a read right behind its own enter message (same text) takes
-  /// that away instead. A queue of maximummessages entries takes one marker in place of the
-  /// message, and nothing after that. The kinds told by a reader get "line N: " in front while it
-  /// stands in a line; the whole is cut at 255 bytes.
-  /// The listener gets the facts with it, whether the queue takes it or not.
+  /// Adds a message. A leave message directly after its own enter message (same text) removes that
+  /// one instead. A queue of maximummessages entries takes one marker in place of the message, and
+  /// nothing after that. The kinds that are `located` get "line N: " before the text once a reader
+  /// has read a line of a file; the whole is cut at 255 bytes.
+  /// The listener gets the message with the facts, whether the queue takes it or not.
   void addmessage(messagekind kind, std::string_view text, const messagefacts& facts = {});
-  /// As addmessage, for a text that is costly to make: make() is asked for it only if the queue
-  /// would take it or somebody listens.
+  /// As addmessage, for a text that is costly to make: make() is called only if the queue would
+  /// take the text or there is a listener.
   template <class Make>
   void addmessagefrom(messagekind kind, const messagefacts& facts, Make make) {
     if (!queueclosed() || told) addmessage(kind, make(), facts);
@@ -163,7 +163,8 @@ class tzmaoptions : public toptionx {
                       std::string_view filename, int code, std::string_view indent = {});
   /// Whether the queue has passed its limit, so that addmessage drops everything.
   bool queueclosed() const { return messagelist.count() > maximummessages; }
-  /// The messages that count as errors inside, help lines among them, from a 0-based position on.
+  /// The number of messages from a 0-based position on that count as errors inside the library,
+  /// help lines among them.
   std::int32_t errorssince(std::int32_t first) const;
   std::int32_t errorcount() const { return errorssince(0); }
 
@@ -171,32 +172,33 @@ class tzmaoptions : public toptionx {
   void optaddmessage(std::string_view text) {
     addmessage(optMsgUserError, text, {.fault = optxv_fault_own});
   }
-  /// Gives message number (from 1) as the user is to see it, and its kind. A bad number gives
-  /// a text that says so and kind optMsgUserError.
+  /// Gives the message of that number (from 1) as the user should see it, and its kind. A bad
+  /// number gives a text that says so and the kind optMsgUserError.
   void optgetmessage(std::int32_t number, shortstring& text, std::int32_t& kind) const;
   void opterrorcount(std::int32_t& errors, std::int32_t& warnings) const;
 
   // --- Facts beside the queue ----------------------------------------------------------------
 
-  /// Notes that an option got a value, by what `assigning` says, and tells of it. which: 1 or 2.
+  /// Notes that an option got a value from where `assigning` says, and reports it to the listener.
+  /// which: 1 or 2.
   void stored(const toption& option, std::int32_t which);
-  /// Readies a reader for a source of that name, and readies `assigning` for what it will assign.
-  /// REQUIRES: the caller puts `assigning` back after the read.
+  /// Prepares a reader for a source of that name, and `assigning` for the values that it will
+  /// assign. REQUIRES: the caller restores `assigning` after the read.
   void beginsource(tminiparser& reader, std::int32_t kind, std::string_view name);
   /// Ends the innermost source.
   void endsource(std::int32_t error);
 
   // --- Readers and writers -------------------------------------------------------------------
 
-  /// Reads a definition file into the table, after adding the option Help. Gives 0, or the system's
-  /// error number with two messages if the file could not be opened or a read failed; what was read
-  /// until then stays. Faults in the text are messages of kind optMsgDefineError. Everything is
-  /// added to what the table holds.
+  /// Adds the option Help and then the options of a definition file to what the table holds. Gives
+  /// 0, or the system's error number with two messages if the file could not be opened or a read
+  /// failed; what was read until then stays. Faults in the text are messages of kind
+  /// optMsgDefineError.
   OPTXV_EXPORT std::int32_t optreaddefinition(std::string_view filename);
   /// Reads a parameter file; the result as for optreaddefinition.
   std::int32_t optreadparameterfile(std::string_view filename);
-  /// As the two above on a file of that name and these bytes, any number of them. Files that the
-  /// text names are files. BORROWS: both texts, for the call.
+  /// As the two above for a file of that name with these bytes, any number of them. Files that the
+  /// text names are opened as files. BORROWS: both texts, for the call.
   std::int32_t readdefinitiontext(std::string_view name, std::string_view bytes);
   std::int32_t readparametertext(std::string_view name, std::string_view bytes);
   /// Reads one line of parameter text.
@@ -204,8 +206,8 @@ class tzmaoptions : public toptionx {
   /// The same for a zero-terminated text of any length; nil reads as empty. BORROWS: the text, for
   /// the call.
   void optreadfrompchar(const char* text);
-  /// Reads the entries of the source that `parser` stands in front of, beginning in end-of-line
-  /// mode (true) or token mode. REQUIRES: a read is running.
+  /// Reads the entries of the source that `parser` was given, beginning in end-of-line mode (true)
+  /// or token mode. REQUIRES: a read is running, and no line has been read.
   void parse(bool toeol);
   /// Writes what has been set as a parameter file; an empty name is standard output. Gives 0, or
   /// the system's error number with two messages. A failed write raises the I/O exception.
@@ -213,7 +215,7 @@ class tzmaoptions : public toptionx {
   /// Writes the same lines to a file, or a text in memory, that is open for writing, and leaves it
   /// open. A failed write raises the I/O exception.
   void writeparameters(textfile& file) const;
-  /// Adds help lines to the queue: of one option by name, or by mode (see writers/help.h).
+  /// Adds help lines to the queue: those of one option by name, or by mode (see writers/help.h).
   void optshowhelp(std::string_view helpstr);
 
   // --- Lookup and access by name -------------------------------------------------------------
@@ -239,21 +241,21 @@ class tzmaoptions : public toptionx {
   /// The synonym at a position from 1 and its option's name, both cleared first. A synonym whose
   /// target was not found gives an empty option name.
   std::int32_t optgetsynonym(std::int32_t position, shortstring& synonym, shortstring& option);
-  /// The number of items; -1 if the option is no string list, -2 if there is none of the name.
+  /// The number of items; -1 if the option is no string list, -2 if no option has that name.
   std::int32_t optlistcountstr(std::string_view name);
   /// The item at a position from 1: 1, or 0 for a bad position, -1, -2. item cleared.
   std::int32_t optreadfromliststr(std::string_view name, std::int32_t position, shortstring& item);
   /// Takes the first item off the list: 1, or 0 for an empty list, -1, -2. item cleared.
   std::int32_t optgetfromliststr(std::string_view name, shortstring& item);
-  /// Takes the first item off the first non-empty string list that the selector admits: those made
-  /// at run time, named "--...", for non-zero, all others for 0. 1, or 0 where none fits.
-  /// KEEP: option becomes the name of each non-empty list looked at, also on failure; item is
+  /// Takes the first item off the first non-empty string list that the selector allows: those made
+  /// at run time, named "--...", for non-zero, all others for 0. Gives 1, or 0 if none fits.
+  /// KEEP: option becomes the name of each non-empty list looked at, even on failure; item is
   /// untouched then.
   std::int32_t optgetfromanystrlist(std::int32_t selector, shortstring& option, shortstring& item);
 
   // --- Access by number: what an option is ---------------------------------------------------
 
-  /// On a bad number defined, recent and refnr are 0, the three others -1.
+  /// For a bad number defined, recent and refnr are 0, the three others -1.
   std::int32_t optgetinfonr(std::int32_t optnr, std::int32_t& defined, std::int32_t& recent,
                             std::int32_t& refnr, std::int32_t& data, std::int32_t& type,
                             std::int32_t& sub) const;
@@ -263,7 +265,7 @@ class tzmaoptions : public toptionx {
   /// KEEP: the name as it stands in the table, underscores and all; optgetopthelpnr gives the
   /// display name. Both cleared first.
   std::int32_t optgethelpnr(std::int32_t optnr, shortstring& name, shortstring& help) const;
-  /// On a bad number the name is empty, the others -1.
+  /// For a bad number the name is empty, the others -1.
   std::int32_t optgetopthelpnr(std::int32_t optnr, shortstring& name, std::int32_t& helpcontext,
                                std::int32_t& group) const;
   /// The group number, or -1.
@@ -272,12 +274,12 @@ class tzmaoptions : public toptionx {
                                std::int32_t& defaultvalue) const;
   std::int32_t optgetboundsdbl(std::int32_t optnr, double& low, double& high,
                                double& defaultvalue) const;
-  /// KEEP: the default of a string option alone, an enumerated string has none here. Cleared.
+  /// KEEP: only the default of a string option; an enumerated string has none here. Cleared.
   std::int32_t optgetdefaultstr(std::int32_t optnr, shortstring& text) const;
 
   // --- Access by number: values --------------------------------------------------------------
 
-  /// All four cleared. The name and the text come for every option; 1 for the scalar kinds alone.
+  /// All four cleared. Every option gives its name and text; the result is 1 only for scalar kinds.
   std::int32_t optgetvaluesnr(std::int32_t optnr, shortstring& name, std::int32_t& integer,
                               double& real, shortstring& text) const;
   std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const;
@@ -295,8 +297,8 @@ class tzmaoptions : public toptionx {
   std::int32_t optsetdbl2nr(std::int32_t optnr, double value);
   std::int32_t optsetstrnr(std::int32_t optnr, std::string_view text);
   std::int32_t optsetstr2nr(std::int32_t optnr, std::string_view text);
-  /// Pick the argument that fits the kind. KEEP: these alone pass by the rules for double quotes
-  /// and for options without a value.
+  /// Assign the one of the arguments that fits the kind. KEEP: only these skip the rules for double
+  /// quotes and for options without a value.
   std::int32_t optsetvaluesnr(std::int32_t optnr, std::int32_t integer, double real,
                               std::string_view text);
   std::int32_t optsetvalues2nr(std::int32_t optnr, std::int32_t integer, double real,
@@ -316,16 +318,17 @@ class tzmaoptions : public toptionx {
   /// Resets every option with a non-zero `recent`; empties dot options and indicators.
   void optresetrecentchanges();
 
-  /// Entries of an enumeration, numbered from 1. Cleared: count -1; value -1 and text empty; help
-  /// context -1 and help empty; text empty and entry -1.
+  /// Entries of an enumeration, numbered from 1. Cleared, in this and the three after it: count to
+  /// -1; value to -1 and text to empty; helpcontext to -1 and help to empty; text to empty and
+  /// entry to -1.
   std::int32_t optgetenumcount(std::int32_t optnr, std::int32_t& count) const;
   std::int32_t optgetenumvalue(std::int32_t optnr, std::int32_t entry, std::int32_t& value,
                                shortstring& text) const;
   std::int32_t optgetenumhelp(std::int32_t optnr, std::int32_t entry, std::int32_t& helpcontext,
                               shortstring& help) const;
-  /// Enumerated strings alone: the current text and its entry, 0 for a text that is none.
+  /// Only for enumerated strings: the current text and its entry, 0 for a text that is not listed.
   std::int32_t optgetenumstrnr(std::int32_t optnr, shortstring& text, std::int32_t& entry) const;
-  /// The group at a position from 1; all cleared.
+  /// The group at a position from 1. All cleared.
   std::int32_t optgetgroupnr(std::int32_t position, shortstring& name, std::int32_t& groupnr,
                              std::int32_t& helpcontext, shortstring& help) const;
   /// The position from 1 of the first group with that number, or -1.
@@ -333,7 +336,7 @@ class tzmaoptions : public toptionx {
   /// The definition language's word for a kind; empty and 0 for a bad number.
   static std::int32_t optgettypename(std::int32_t type, shortstring& name);
   /// The name of a constant: group 1 data types, 2 kinds, 3 sub-types, 4 message kinds.
-  /// KEEP: group 4 ends at 8; the tenth message kind's name is not given out.
+  /// KEEP: group 4 ends at 8; the name of the tenth kind of message is not given.
   static std::int32_t optgetconstname(std::int32_t group, std::int32_t index, shortstring& name);
 
   // --- Dot options and indicators ------------------------------------------------------------
@@ -364,22 +367,22 @@ class tzmaoptions : public toptionx {
   std::unique_ptr<txstringlistobj> dotoptionlist;
   heapstring indicatorkey;
   std::unique_ptr<txlistobj> indicatorlist;  ///< nil without an indicator record
-  std::int32_t filedepth = 0;                ///< parameter files open one inside the other
+  std::int32_t filedepth = 0;                ///< parameter files that are open, one within another
   bool recentenabled = true;
   std::int32_t indicatorerrors = 0;
   std::int32_t dotoptionerrors = 0;
   std::uint8_t lookupmode = lookupNormal;
   charset eolcommset;
-  std::int32_t assigndepth = 0;  ///< lists and macros assigned one inside the other, now
-  std::int32_t handedon = 0;     ///< values that the outermost of them has given to members
+  std::int32_t assigndepth = 0;  ///< lists and macros being assigned, one within another
+  std::int32_t handedon = 0;     ///< values given to members since the outermost of them began
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
   std::unique_ptr<listener> told;  ///< nil without a listener
   sourcenames sources;
-  placelist messageplaces;  ///< beside messagelist
-  originlist origins;       ///< beside optionlist
-  /// Where the value stands that is being assigned; outside of reads a call gives it.
+  placelist messageplaces;  ///< of the entries of messagelist
+  originlist origins;       ///< of the entries of optionlist
+  /// Where the value that is being assigned comes from; outside reads, from a call.
   valueorigin assigning = {.road = roadCall};
   std::vector<synonymmark> synonymmarks;  ///< in definition order
 
@@ -398,15 +401,15 @@ class tzmaoptions : public toptionx {
   void clearentries();
   std::int32_t readdefinition(const linesource& source);
   std::int32_t readparameters(const linesource& source);
-  /// Tells of the read that failed in the text that is being read, and gives its number; 0 if none
-  /// did. The I/O error code is told with it, and cleared.
+  /// If a read of the current source failed, reports that with the system's error number, clears
+  /// the I/O error code and gives the number; else gives 0.
   int readfailure(messagekind kind, std::string_view words, std::string_view filename);
   template <class Setter>
   std::int32_t setbynumber(std::int32_t optnr, bool second, Setter setter);
 };
 
-/// Sets a value aside and puts another in its place for the life of this object; what the reads use
-/// to nest.
+/// Puts another value in place of one for the life of this object, and restores it at the end.
+/// Reads that nest use it.
 template <class Value>
 class replacement {
  public:

@@ -18,7 +18,7 @@ void complain(tzmaoptions& options, std::int32_t fault, const textplace& place,
                          [&] { return concat(words, quoted{key}); });
 }
 
-/// The value of an option of a kind with a number, 0 for any other.
+/// The value of an option of a kind with a number; 0 for any other kind.
 double numericvalue(const toption& option) {
   return withkind(option, [](const auto& typed) -> double {
     using kind = std::remove_cvref_t<decltype(typed)>;
@@ -31,7 +31,7 @@ double numericvalue(const toption& option) {
   });
 }
 
-/// An element without its quotes. The closing one is missing where the element was too long.
+/// An element without its quotes. The closing one is missing if the element was too long.
 std::string_view unquoted(std::string_view index) {
   if (!isquoted(index)) return index;
   const char quote = index.front();
@@ -163,6 +163,10 @@ void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key,
                     ".suffix expected for key ", key, in.ahead());
   const textplace suffixplace = in.since(rest);
   const shortstring suffix = concat('.', word);
+  if (options.told) {
+    options.told->cutlong(optxv_cut_name, 0, key, keyplace);
+    options.told->cutlong(optxv_cut_name, 0, suffix, suffixplace);
+  }
   const std::int32_t position = options.optlookup(suffix);
   if (position < 0) {
     const messagefacts facts = {

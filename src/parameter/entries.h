@@ -1,5 +1,5 @@
 // What dot options and indicators share: the index list of a symbol, how it is read and written,
-// and the rule that an entry is kept whole or not at all.
+// and the rule that either the whole entry is kept or nothing of it.
 #pragma once
 
 #include <algorithm>
@@ -24,21 +24,21 @@ inline constexpr std::size_t maximumidentifier = 63;
 /// The longest index list.
 inline constexpr std::int32_t maximumindices = 20;
 
-/// Whether an index is an element between quotes, which it keeps as it is stored.
+/// Whether an index is an element between quotes; the quotes are stored with it.
 inline bool isquoted(std::string_view index) {
   return index.starts_with('\'') || index.starts_with('"');
 }
 
 /// The indices of one symbol, in the order written.
 ///
-/// Entries come by the thousand, and most of them have one or two short indices. So the texts stand
-/// one behind the other, each behind its length as a heap string has it, and in the list itself
-/// while they are few.
+/// There may be thousands of entries, and most of them have one or two short indices. So the texts
+/// are stored one after another, each after its length as in a heap string, and in the list itself
+/// while they fit there.
 class indexlist {
  public:
   std::int32_t count() const noexcept { return count_; }
 
-  /// Appends the first 255 bytes of an index and gives its place.
+  /// Appends the first 255 bytes of an index and gives its 0-based position.
   std::int32_t add(std::string_view index) {
     const std::string_view kept = keptpart(index);
     const std::size_t taken = 1 + kept.size();
@@ -74,21 +74,21 @@ class indexlist {
   std::int32_t count_ = 0;
   std::size_t used_ = 0;  ///< bytes of the texts
   std::array<char, 40> near_{};
-  std::string far_;  ///< all the texts, once near_ cannot take them any more
+  std::string far_;  ///< all the texts, once they do not fit in near_ any more
 };
 
-/// The three brackets that open an index list, and what closes each.
+/// The three brackets that open an index list, and the partner that closes each.
 inline constexpr charset openingbrackets("([{");
 constexpr char partnerof(char opening) {
   return opening == '(' ? ')' : opening == '[' ? ']' : '}';
 }
 
-/// Reads an index list, if one begins behind the blanks here.
+/// Reads an index list, if one begins here after any blanks.
 ///
-/// Calls element(good, index, place) for each index in turn, or once with good false where
-/// something else stands; when that gives false the reading ends there, in the list, and so does
-/// this, with false. Calls unclosed(partner) if something other than a comma or the partner of the
-/// opening bracket follows an index. Otherwise the reader stands behind the list.
+/// Calls element(good, index, place) for each index in turn, with good false if something else is
+/// there. If that call gives false, the reader stays there, within the list, and the result is
+/// false. Calls unclosed(partner) if something other than a comma or the partner of the opening
+/// bracket follows an index; otherwise the reader ends up after the list.
 template <class Element, class Unclosed>
 bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   char opening = 0;
@@ -108,11 +108,10 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   return true;
 }
 
-/// Runs read(), which adds to list and complains in the queue of options. If it has complained of
-/// an error, whatever it added is deleted, last first, and counted in dropped; a warning costs
-/// nothing.
-/// Gives whether the entry was kept.
-/// KEEP: a full queue takes no message any more, so no error shows there and a faulty entry stays.
+/// Runs read(), which adds to list and puts its messages in the queue of options. If it has
+/// reported an error, whatever it added is deleted, last first, and counted in dropped; a warning
+/// does no harm. Gives whether the entry was kept. KEEP: a full queue takes no more messages, so no
+/// error is seen there and a faulty entry stays.
 template <class List, class Read>
 bool keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Read read) {
   const std::int32_t mark = options.messagelist.count();

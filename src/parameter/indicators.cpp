@@ -10,7 +10,7 @@ namespace optxv {
 
 namespace {
 
-/// A complaint about a symbol or an index, where the reader stands.
+/// A complaint about a symbol or an index, at the place that the reader has reached.
 template <class... Parts>
 void complain(tzmaoptions& options, std::int32_t fault, std::string_view about,
               const Parts&... parts) {
@@ -25,7 +25,7 @@ bool toolong(std::string_view index) {
 /// The two sides of an entry.
 enum class side : bool { equation, variable };
 
-/// Where the two names stand.
+/// Where the two names are.
 struct symbolplaces {
   textplace equation, variable;
 };
@@ -50,8 +50,8 @@ bool takeindex(tindicatorlist& list, side which, std::string_view name, bool goo
   return true;
 }
 
-/// Reads one side: a name and an optional index list. False where there is no name; a fault in the
-/// list leaves the reader there, and the entry goes on.
+/// Reads one side: a name and an optional index list. False if there is no name; after a fault in
+/// the list the reader stays there, and the reading of the entry goes on.
 bool doident(tindicatorlist& list, tminiparser& in, side which, symbolplaces& places) {
   shortstring name;
   in.skipbl();
@@ -63,6 +63,7 @@ bool doident(tindicatorlist& list, tminiparser& in, side which, symbolplaces& pl
   }
   here = in.since(here);
   (which == side::variable ? places.variable : places.equation) = here;
+  if (list.owner->told) list.owner->told->cutlong(optxv_cut_name, 0, name, here);
   if (which == side::variable)
     list.setvariable(name);
   else
@@ -211,7 +212,7 @@ void readindicator(tzmaoptions& options, tminiparser& in) {
 
 namespace {
 
-/// The item of an entry number from 1, nil for a bad one.
+/// The entry of a number from 1, nil for a bad number.
 const tindicatoritem* itemof(const tzmaoptions& options, std::int32_t position) {
   const tindicatorlist* list = indicatorsof(options);
   const bool found = list != nullptr && position >= 1 && position <= list->count();

@@ -1,8 +1,8 @@
 // Indicators: an equation of the caller's model paired with a variable, as in
 // rowtype eqa(i,'a')$vara(i) = yes.
 //
-// The word in front is the name of the definition's indicator record; without such a record there
-// is no list, and parameter text knows no indicators. What an entry means is the caller's affair.
+// The first word is the name of the definition's indicator record; without such a record there is
+// no list, and parameter text has no indicators. What an entry means is left to the caller.
 #pragma once
 
 #include <cstdint>
@@ -32,8 +32,8 @@ class tindicatoritem : public tobject {
 
 /// The entries of one object, in the order of the text.
 ///
-/// The operations that build an entry complain in the owner's queue and store what they are given
-/// all the same; whoever reads an entry takes a bad one away.
+/// The operations that build an entry report faults in the owner's queue, but store what they are
+/// given all the same; the reader of the entry then deletes a bad one.
 /// OWNS: the entries. BORROWS: owner, which outlives the list.
 class tindicatorlist : public txlistobj {
  public:
@@ -51,7 +51,7 @@ class tindicatorlist : public txlistobj {
   /// indices, case ignored.
   void addvardim(std::string_view index);
 
-  /// Writes a line an entry, good as parameter text: rowtype eqa(i,'a')$vara(i)=1. Raises
+  /// Writes the entries as parameter text, one per line: rowtype eqa(i,'a')$vara(i)=1. Raises
   /// einouterror if the file cannot be written.
   void writetoparams(textfile& file) const;
 
@@ -68,8 +68,9 @@ inline tindicatorlist* indicatorsof(const tzmaoptions& options) {
   return static_cast<tindicatorlist*>(options.indicatorlist.get());
 }
 
-/// Reads an entry behind its keyword, in either reading mode. A good one ends with its value; the
-/// line of a bad one is read to its end, and the entry is dropped and counted in indicatorerrors.
+/// Reads what follows the keyword of an entry, in either reading mode. A good entry ends with its
+/// value. After a bad one the rest of the line is skipped, and the entry is dropped and counted in
+/// indicatorerrors.
 /// REQUIRES: options has an indicator list; in is the reader of options.
 void readindicator(tzmaoptions& options, tminiparser& in);
 

@@ -16,9 +16,9 @@ constexpr std::int32_t maximumfiledepth = 9;
 constexpr int joinedwords = 3;  // words that may follow the first of a key under Minos
 constexpr std::string_view runtimeprefix = "--";
 
-/// What may touch a key: the end of the line, a dot, a blank or an equals sign.
+/// What may come directly after a key: the end of the line, a dot, a blank or an equals sign.
 constexpr charset keyends("\n. \t=");
-/// What says that no further word of a key follows.
+/// What shows that no further word of a key follows.
 constexpr charset valuestarts("=0123456789+-.");
 
 /// Reads the entries of one text: one run of parse.
@@ -48,10 +48,12 @@ class entryreader {
   bool usable(const toption& option);
   void checkremainder();
 
+  bool runtime() const { return dashes_ > 1; }
+
   void readtyped(readvalue& value) { toeol_ ? readrest(in_, value) : readtoken(in_, value); }
   void readplainrest(readvalue& value);
   void tellkey(const toption* option) const;
-  /// Adds a fault: the words, and the subject between double quotes.
+  /// Adds the message of a fault: the words, and the subject between double quotes.
   void fault(std::int32_t code, std::string_view words, std::string_view subject,
              const textplace& place, std::int32_t option = 0) {
     const messagefacts facts = {.fault = code, .place = place, .option = option, .about = subject};
@@ -83,11 +85,11 @@ bool entryreader::readentry() {
     readindicator(options_, in_);
     return true;
   }
-  if (dashes_ > 1) key_ = concat(runtimeprefix, key_);
+  if (runtime()) key_ = concat(runtimeprefix, key_);
   toption* option = findoption();
   options_.assigning.at = keyplace_;
   if (options_.told) tellkey(option);
-  if (key_.view().starts_with(runtimeprefix))
+  if (runtime())
     runtimeoption(option);
   else if (option == nullptr)
     unknownkey();
@@ -119,7 +121,9 @@ bool entryreader::readkey() {
 
 void entryreader::tellkey(const toption* option) const {
   const bool own = option == nullptr || options_.getobjects(options_.optlookup(key_)) == option;
-  options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_);
+  // The place of joined words has blanks that the name has not, so that it may be the longer one.
+  if (key_.length() == shortstring::maximum)
+    options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_, runtime() ? -2 : 0);
   options_.told->tell(&optxv_listener::key,
                       {.option = option != nullptr ? option->position + 1 : 0,
                        .synonym = own ? 0 : options_.synonymindex.find(key_) + 1,
@@ -130,8 +134,8 @@ void entryreader::tellkey(const toption* option) const {
 
 /// The option that the key names, or nil. Under Minos lookup, whose names hold '_' where the user
 /// writes blanks, further words of the line join a key that is not known yet.
-/// KEEP: a key typed with '_' is not known, though the words that join it may make it so, and what
-/// was joined stays in the key for the messages, an empty word too.
+/// KEEP: a key typed with '_' is not known by itself, though it may be with the words that join it.
+/// What was joined stays in the key for the messages, even an empty word.
 toption* entryreader::findoption() {
   toption* option = options_.optionasobj(key_);
   if (options_.lookupmode != lookupMinos) return option;
@@ -146,8 +150,8 @@ toption* entryreader::findoption() {
   return option;
 }
 
-/// KEEP: in token mode the token that is dropped is the separator where there is one, so that the
-/// value behind it reads as a bad key.
+/// KEEP: in token mode the token that is dropped is the separator if there is one, so that the
+/// value after it is read as a bad key.
 void entryreader::unknownkey() {
   fault(optxv_fault_unknown_option, "Unknown option ", key_, keyplace_);
   shortstring dropped;
@@ -157,8 +161,8 @@ void entryreader::unknownkey() {
     in_.nexttoken(dropped);
 }
 
-/// Adds the value to the list option that the key stands for, which is made on its first use.
-/// Quotes are not looked at in end-of-line mode.
+/// Adds the value to the list option that the key stands for, which is made on its first use. In
+/// end-of-line mode quotes have no special meaning.
 void entryreader::runtimeoption(toption* option) {
   if (option == nullptr) {
     auto made = std::make_unique<tstrlistoption>(key_, &options_, optionhelp());
@@ -225,7 +229,7 @@ void entryreader::immediatevalue(immediateaction action, std::string_view value)
 
 void entryreader::plain(toption& option) {
   if (option.subtype == optsubNoValue || (option.subtype == optsubOptional && !in_.skipbl())) {
-    usable(option);  // KEEP: even an obsolete option goes to its default here
+    usable(option);  // KEEP: even an obsolete option is set to its default here
     option.usedefined();
   } else if (!in_.skipbecomes()) {
     fault(optxv_fault_value_expected, "Value expected for key ", option.getname(), in_.restplace(),
@@ -238,12 +242,12 @@ void entryreader::plain(toption& option) {
   if (toeol_) checkremainder();
 }
 
-/// KEEP: an unclosed quote in token mode is dropped without a word.
+/// KEEP: in token mode a value with an unclosed quote is dropped without a message.
 void entryreader::assignone(toption& option) {
   readvalue value;
   readtyped(value);
-  const bool wanted = usable(option);
   beginvalue(options_, value, &option);
+  const bool wanted = usable(option);
   if (wanted && value.good) option.setasstring(value.text);
 }
 
@@ -255,11 +259,11 @@ void entryreader::assigntwo(toption& option) {
   assign2(option, first, second);
 }
 
-/// Stores two values; one that is '*' leaves its half as it is, and a first value that stands alone
+/// Stores two values. One that is '*' leaves its half as it is, and a first value without a second
 /// goes to both.
 void entryreader::assign2(toption& option, const readvalue& first, const readvalue& second) {
-  const bool wanted = usable(option);
   beginvalue(options_, first, &option);
+  const bool wanted = usable(option);
   if (wanted && first.good && first.text != "*") {
     option.setasstring(first.text);
     if (!second.good) option.setasstring2(first.text);
@@ -269,7 +273,7 @@ void entryreader::assign2(toption& option, const readvalue& first, const readval
   if (wanted && second.good && second.text != "*") option.setasstring2(second.text);
 }
 
-/// Tells of the use of a marked name; false if the name is obsolete, so that its value is dropped.
+/// Reports the use of a marked name; false if the name is obsolete, so that its value is dropped.
 /// A key that is not the option's own name counts as a synonym of it.
 bool entryreader::usable(const toption& option) {
   if (option.deprecation == 0) return true;
@@ -290,8 +294,8 @@ bool entryreader::usable(const toption& option) {
   return !obsolete;
 }
 
-/// KEEP: giving up the line leaves the character on which the remainder began to be read as a key,
-/// so that a second message follows this one.
+/// KEEP: the rest of the line is skipped, but the character on which it began stays and is read as
+/// a key, so that a second message follows this one.
 void entryreader::checkremainder() {
   if (!in_.skipbl()) return;
   options_.addmessage(
@@ -300,7 +304,8 @@ void entryreader::checkremainder() {
   in_.skiptoeol();
 }
 
-/// What the readers of one line of text share: the messages round it, and a reader of its own.
+/// What the readers of one line of text share: the messages before and after it, and a reader of
+/// its own.
 template <class Start>
 void readtext(tzmaoptions& options, std::string_view source, Start start) {
   tminiparser reader(&options.messagelist, options.echoflag, options.eolcommset);

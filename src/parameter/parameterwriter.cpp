@@ -1,10 +1,10 @@
 // The writer of parameter files, tzmaoptions::optwriteparameterfile.
 //
 // A file holds a line for every value that has been set, in table order, then the dot options, then
-// the indicators. A value beyond its bounds stands between two lines that turn the test of bounds
-// off and on; that of a dot option does not. Reading a file gives the same values again wherever
-// the language can say them: it has no escape, so that quotes within quotes, blanks at the ends of
-// a text, a comment character and a name that the rule of lookup does not find stay behind.
+// the indicators. A value out of its bounds is written between two lines that turn the test of
+// bounds off and on; that of a dot option is not. Reading a file gives the same values again
+// wherever the language can express them. It has no escape, so quotes within quotes, blanks at the
+// ends of a text, a comment character and a name that the rule of lookup does not find are lost.
 
 #include "foundation/runtime.h"
 #include "language/words.h"
@@ -18,7 +18,7 @@ namespace optxv {
 
 namespace {
 
-/// The name in the table of the first option that turns the test of bounds off, or the empty text.
+/// The table's name of the first option that turns the test of bounds off, or the empty text.
 std::string_view boundsswitch(const tzmaoptions& options) {
   for (std::int32_t i = 0; i < options.getcount(); ++i) {
     const auto* option = askind<timmediateoption>(options.getobjects(i));
@@ -41,7 +41,7 @@ void writescalar(textfile& file, const toption& option) {
   endline(file);
 }
 
-/// KEEP: under the name of the table, where a scalar option goes under its display name.
+/// KEEP: under the table's name, while a scalar option is written under its display name.
 void writeitems(textfile& file, std::string_view tablename, const txstrings& items) {
   for (std::int32_t i = 0; i < items.count(); ++i) {
     file.write(tablename);
@@ -51,7 +51,7 @@ void writeitems(textfile& file, std::string_view tablename, const txstrings& ite
   }
 }
 
-/// The kinds that hold neither a scalar value nor items leave no trace in a file.
+/// Writes nothing for the kinds that hold neither a scalar value nor items.
 void writeoption(textfile& file, std::string_view tablename, const toption& option) {
   withkind(option, [&](const auto& typed) {
     using kind = std::remove_cvref_t<decltype(typed)>;
@@ -68,7 +68,7 @@ void writeswitch(textfile& file, std::string_view name, std::string_view state) 
   endline(file);
 }
 
-/// KEEP: the switch lines also go out where the table has no such switch, without a name.
+/// KEEP: the switch lines are written even if the table has no such switch, then without a name.
 void writetable(textfile& file, const tzmaoptions& options) {
   const std::string_view nobounds = boundsswitch(options);
   for (std::int32_t i = 0; i < options.getcount(); ++i) {

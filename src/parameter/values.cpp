@@ -17,8 +17,8 @@ std::size_t plainend(std::string_view line, const charset& comment) {
   return static_cast<std::size_t>(std::find_if(line.begin(), line.end(), stops) - line.begin());
 }
 
-/// The end of a quoted value, whose opening quote is gone: the first comment character that stands
-/// outside of quotes.
+/// The end of a quoted value, given without its opening quote: the first comment character that is
+/// outside quotes.
 std::size_t quotedend(std::string_view line, const charset& comment) {
   bool inside = true;
   for (std::size_t i = 0; i < line.size(); ++i) {
@@ -73,8 +73,9 @@ void readrest(tminiparser& in, readvalue& value) {
     value.text = quotedvalue(line.substr(1, end - 1));
     placequoted(value, line.substr(0, end), place);
   } else {
-    value.text = trim(line.substr(0, std::min(end, longestvalue)));
-    value.place = value.written = place.part(0, trimright(line.substr(0, end)).size());
+    const std::string_view text = trimright(line.substr(0, end));
+    value.text = text.size() <= longestvalue ? text : trimright(text.substr(0, longestvalue));
+    value.place = value.written = place.part(0, text.size());
   }
   in.passvalue(end, line.size());
 }
@@ -90,10 +91,8 @@ void readtoken(tminiparser& in, readvalue& value) {
   value.place = value.written.after(1).shorter(value.good ? 1 : 0);
 }
 
-void beginvalue(tzmaoptions& options, const readvalue& value, const toption* option,
-                std::int32_t which) {
-  options.assigning.at = value.place;
-  if (!options.told) return;
+void tellvalue(const tzmaoptions& options, const readvalue& value, const toption* option,
+               std::int32_t which) {
   const std::int32_t number = option != nullptr ? option->position + 1 : 0;
   options.told->cutlong(optxv_cut_value, number, value.text, value.place);
   options.told->tell(&optxv_listener::value, {.option = number,

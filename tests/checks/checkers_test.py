@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The checkers of the tree, each shown trees that break one rule, and one that breaks none."""
+"""The checkers of the tree: each is given trees that break one rule, and one that breaks none."""
 import sys
 import tempfile
 import unittest
@@ -28,7 +28,7 @@ GOOD = {
     'tests/command/glyph_test.cpp': '',
     'tests/base/text_test.cpp': '', 'tests/top/main_test.cpp': '', 'tests/top/extra_test.cpp': ''}
 
-# What is laid over the good tree (None takes a file away), and a piece of the one fault expected.
+# What changes in the good tree (None removes a file), and a piece of the one fault that is expected.
 BAD_INCLUDES = [
     ('up', {'src/base/solo.h': '#include "mid/high.h"\n'}, 'base may not include this'),
     ('public header below', {'src/base/text.h': '#include <optxv/optxv.h>\n'}, 'base may not include this'),
@@ -43,7 +43,7 @@ BAD_INCLUDES = [
     ('foreign library of another room', {'command/cli/run.cpp': '#include <lib/all.hpp>\n'}, 'what floors.txt grants'),
     ('another tree', {'command/jobs/print.cpp': '#include "base/text.h"\n'}, 'command/jobs may not include this'),
     ('unit of no tree', {'checks/floors.txt': '0 lost\n' + FLOORS}, 'not a row'),
-    ('no floor', {'src/attic/old.h': ''}, 'stands on no floor'),
+    ('no floor', {'src/attic/old.h': ''}, 'is on no floor'),
     ('grant of a higher floor', {'checks/floors.txt': FLOORS.replace('0 base', '0 base side')}, 'may not be granted'),
     ('grant of no unit', {'checks/floors.txt': FLOORS.replace('3 cli *', '3 cli * src/attic')}, 'may not be granted'),
     ('grant of a later tree', {'checks/floors.txt': FLOORS.replace('3 top *', '3 top * command/page')},
@@ -61,7 +61,7 @@ BAD_FILES = [
     ('stale program', {'command/cli/run.h': ''}, 'no longer holds: program command/cli/run'),
     ('no such header', {'src/top/main.h': None, 'src/top/main.cpp': None}, 'no such header'),
     ('word of another tree', {'command/page/low.h': '', 'command/jobs/low.h': ''}, 'taken by command/jobs/low'),
-    ('too deep', {'src/top/inner/deep.h': ''}, 'stand in a folder of src/'),
+    ('too deep', {'src/top/inner/deep.h': ''}, 'belong in a folder of src/'),
     ('machine path', {'docs/notes.md': 'see ' + '/home' + '/me/notes'}, 'a path of one machine'),
 ]
 

@@ -7,7 +7,7 @@
 namespace optxv {
 namespace {
 
-/// A text of a row whole: "~" is a name of 64 characters, "^" and "%" are a record.
+/// The text of a row in full: "~" is a name of 64 characters, "^" and "%" are a record each.
 std::string longer(const std::string& text) {
   const std::string named = replaced(text, "~", std::string(64, 'n'));
   return replaced(replaced(named, "^", "l strlist 1 0 0"), "%", "x integer 1 0 0 9 0 0");
@@ -20,7 +20,7 @@ std::string flat(std::string text) {
   return text;
 }
 
-/// What the table holds behind number 1, a line an option and one for each thing in it.
+/// What the table holds after number 1: one line per option and one for each thing in it.
 lines described(optiontable& table) {
   lines all;
   const auto add = [&](const auto&... parts) { all.push_back((str(parts) + ...)); };
@@ -63,8 +63,8 @@ lines described(optiontable& table) {
   return all;
 }
 
-/// What a definition sets beside the table: "name:number:hc:text" a group, "name>position" a
-/// synonym, the lookup rule, the comment characters and the indicator's key.
+/// What a definition sets apart from the options: groups as "name:number:hc:text", synonyms as
+/// "name>position", the lookup rule, the comment characters and the indicator's key.
 std::string settings(const tzmaoptions& options) {
   std::string all;
   for (std::int32_t i = 1; i <= options.optgroupcount(); ++i) {
@@ -166,7 +166,7 @@ a indicator t\nb indicator\n~ indicator >> D2: Indicator redefined@b' | D3: Indi
   }
 }
 
-TEST(Definition, EndsInSilence) {
+TEST(Definition, EndsSilently) {
   // Text >> the number of options, Help among them.
   constexpr std::string_view rows = R"(
 ^ >> 2

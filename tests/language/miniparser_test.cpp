@@ -18,7 +18,7 @@ std::string xs(std::size_t count) {
   return std::string(count, 'x');
 }
 
-// What one call of a reader says: + or -, what it gave out, and behind ^ the character it left.
+// What one call of a reader gives: + or -, the texts it gave, and after ^ the character it left.
 template <class Reader>
 std::string told(Reader& reader, unsigned number) {
   shortstring text;
@@ -157,7 +157,7 @@ struct stepreader : tminiparser {
   }
 };
 
-// Characters with everything that the rules tell apart, now and then many.
+// Characters of every kind that the rules distinguish, sometimes many of one kind.
 std::string randomline(std::mt19937& random) {
   using namespace std::string_view_literals;
   constexpr std::string_view parts = "\"\"\"\"\",,    \t''*!=:-/_abcZ94.\r$\n\x1A\xE9\0"sv;

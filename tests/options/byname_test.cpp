@@ -12,7 +12,7 @@
 namespace optxv {
 namespace {
 
-// The three rules, stated a second time, step by step and with positions from 1.
+// The three rules, written a second time, step by step and with positions from 1.
 
 char up(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;

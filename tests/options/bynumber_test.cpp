@@ -1,4 +1,4 @@
-// Access by number, and what an interface asks of the module as a whole.
+// Access by number, and what an interface needs of the module as a whole.
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ constexpr std::string_view table =
     "nv integer.NV 20 2 0 9 34 6 no value\n"  // 13
     "syn synonym i\n";
 
-/// Numbers in one text, made from the left to the right.
+/// Numbers in one text, made from left to right.
 std::string digits(std::initializer_list<std::int32_t> numbers) {
   std::string all;
   for (const std::int32_t number : numbers) all += std::to_string(number);
@@ -54,7 +54,7 @@ TEST(Getters, TakeTheirKindsAndSubtypes) {
     const tzmaoptions& o = *options;
     std::string results = digits({o.optgetintnr(number, n[0]), o.optgetint2nr(number, n[1]),
                                   o.optgetdblnr(number, d[0]), o.optgetdbl2nr(number, d[1])});
-    EXPECT_EQ(n[0] == 77, results[0] == '0');  // what is not told as cleared stays
+    EXPECT_EQ(n[0] == 77, results[0] == '0');  // what is not said to be cleared stays
     results += digits({o.optgetstrnr(number, t[0]), o.optgetstr2nr(number, t[1]),
                        o.optgetboundsint(number, n[0], n[1], n[2]),
                        o.optgetboundsdbl(number, d[0], d[1], d[2]),
@@ -96,7 +96,7 @@ TEST(Setters, TakeTheirKindsAndSubtypes) {
   }
 }
 
-TEST(Setters, TellFromTheQueueWhetherTheValueWasTaken) {
+TEST(Setters, SeeByTheQueueWhetherTheValueWasTaken) {
   optiontable options(table);
   options->optaddmessage("an error before");
   EXPECT_EQ(options->optsetintnr(2, 11) + options->optsetdblnr(3, 1.5), 0);
@@ -148,7 +148,7 @@ TEST(OptionKinds, HaveNamesInTheInterface) {
       EXPECT_EQ(result, name.empty() ? 0 : 1) << group << ' ' << i;
       if (result == 1) all += (i == 0 ? "|" : ",") + str(name);
     }
-  EXPECT_EQ(all,  // the tenth kind of message has a name too, which is not given out
+  EXPECT_EQ(all,  // the tenth kind of message has a name too, which no call gives
             "|integer,double,string,boolean,enumstr,enumint,multilist,strlist,macro,immediate|"
             "optDataNone,optDataInteger,optDataDouble,optDataString,optDataStrList|optTypeInteger,"
             "optTypeDouble,optTypeString,optTypeBoolean,optTypeEnumStr,optTypeEnumInt,"

@@ -62,11 +62,12 @@ TEST(MessageQueue, ClosesWithOneMarker) {
   options.addmessage(optMsgFileLeave, "f");
   EXPECT_EQ(message(options, 5001), std::make_pair("Maximum of 5000 messages reached"s, 8));
   fill(options, 3);
-  options.addmessagefrom(optMsgHelp, {}, [] { return ADD_FAILURE() << "made for nothing", "text"; });
+  options.addmessagefrom(optMsgHelp, {},
+                         [] { return ADD_FAILURE() << "made for nothing", "text"; });
   EXPECT_EQ(options.optmessagecount(), 5001);
 }
 
-TEST(MessageQueue, EchoedLinesPassByTheLimit) {
+TEST(MessageQueue, EchoedLinesAreNotLimited) {
   optiontable table;
   table->optechoset(1);
   fill(*table, 5000);

@@ -25,8 +25,8 @@ constexpr std::string_view table =
     "both macro 0 0\n x\n y\nouter macro 0 0\n both\n l\n"
     "empty multilist 15 0 0\nover multilist 16 0 0\n m both y\n";
 
-// Rows: option ("!" in front: under nobounds) >> texts assigned in turn ("2:" in front: the second
-// value) >> what is then set >> messages.
+// Rows: option ("!" before it: under nobounds) >> texts assigned in turn ("2:" before one: the
+// second value) >> what is then set >> messages.
 constexpr std::string_view assignments = R"(
 i >> 10;2:1e1 >> i=10/10
 i >> 5;11 >> i=5 >> V Integer range error for option 'i' saw '11' | V    Valid range is 0 to 10
@@ -50,7 +50,7 @@ e >> gamma >>  >> V Unknown value for option 'e' saw 'gamma' | V    Possible val
 !e >> 2:;alpha >> e=Alpha/ >> W Unknown value for option 'e' saw ''
     W    Possible values are  Alpha beta
 !n >> 2:5 >> n=/5!2 >> W Unknown value for option 'n' saw '5' | W    Possible values are  4 -8 1000
-# For NV, being mentioned is a value: nothing is looked at, and what the field held shows.
+# For NV, being mentioned is the value: the text is not looked at, and the field keeps its value.
 nv >> x"y >> nv=0
 nv >> 2:8 >> nv=/8
 nv >> 2:"8 >>  >> V Bad double-quote in value

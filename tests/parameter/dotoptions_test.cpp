@@ -64,7 +64,7 @@ x.scale('a >> >> E Closing bracket ')' expected for .option 'x' | E Value expect
 x.scale(&) 1 >> x.scale(&)=1
 x.scale(&,*,*) 1 >> >> E Too many dimensions for .option 'x'
     E Too many dimensions for .option 'x' >> 1
-# Too long for its closing quote, it is given without the opening one.
+# An element that is too long for its closing quote is given without the opening one.
 x.scale('^') 1 >> x.scale(^)=1
 )";
   std::string all = replaced(str(rows), "~", std::string(63, 'n'));
@@ -91,8 +91,8 @@ TEST(DotOptions, NumbersOutOfRange) {
   EXPECT_EQ(t.option(".scale").getasstring(), "3");  // an attribute holds the last value
 }
 
-// The message of the read itself is one of those that fill the queue. The value is refused all the
-// same, so that the entry has the default.
+// The message of the read itself is one of those that fill the queue. The value is still refused,
+// so the entry has the default.
 TEST(DotOptions, FullQueueKeepsFaultyEntries) {
   for (const auto& [before, kept] : {std::pair{4999, false}, {5000, true}}) {
     optiontable t(definition);

@@ -38,7 +38,7 @@ std::string entriesof(const tzmaoptions& options) {
 }
 
 TEST(Indicators, EntriesAndFaults) {
-  // Text >> entries >> messages >> the number that was dropped. A fault takes the line with it.
+  // Text >> entries >> messages >> the number that was dropped. A fault ends the line.
   // ~ is a name of 63 characters, & stands for 20 indices "i".
   constexpr std::string_view rows = R"(
 rowtype eqa('a')$vara('a') = yes >> eqa('a')$vara('a')=1

@@ -46,7 +46,7 @@ TEST(Entries, InBothModes) {
 steplim : 5 >> >> E4 'steplim' | E6 | E1 '5'
 steplim,5 >> >> E2 'steplim'
 -x.y 5 >> >> E3 'x'
-# What is left of the line reads as one more entry, of the character at which it began.
+# The character at which the rest of the line begins is read as one more entry.
 nv , x >> nv=7 >> E6 | E1 '\n'
 two 100 5 >> two=/5 >> V Integer range error for option 'two' saw '100'
     V    Valid range is 0 to 99
@@ -95,7 +95,7 @@ bad one two three four max iter 6 >> max_iter=6 >> E3 'bad_one_two_three'
 )");
 }
 
-TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
+TEST(MarkedNames, AreReportedAndObsoleteOnesDropped) {
   const std::string base =
       "x integer 1 0 0 99 0 0\ntwo integer.TWO 3 0 0 9 0 0\nnv integer.NV 4 7 0 9 0 0\n"
       "s synonym x\nt synonym x\nmsg immediate Message 0 0\n";
@@ -116,7 +116,7 @@ TEST(MarkedNames, AreToldOfAndObsoleteOnesDropped) {
     for (const bool toeol : {true, false}) check(base + marks, toeol, rows);
 }
 
-TEST(Files, TellTheLineAndGoOn) {
+TEST(Files, NameTheLineOfAFaultAndGoOn) {
   optiontable options(str(table) + "old deprecated\n syn Use steplim\n");
   options.read("* text\n\nfoo 1\n   \nsteplim x\n5 6\r\nnv x\nmsg told\ntwo 100 ! x\nsyn 7");
   const std::string range =
@@ -150,14 +150,14 @@ TEST(Files, NestNineLevelsDeep) {
 TEST(Files, ThatCannotBeOpened) {
   optiontable options(table);
   EXPECT_EQ(options->optreadparameterfile("/nowhere/x"), ENOENT);
-  options.read("\nrf /nowhere/x steplim 5\nfoo\n");  // told by a reader that has no line yet
+  options.read("\nrf /nowhere/x steplim 5\nfoo\n");  // reported while no line has been read
   const std::string queue =
       "E Cannot open parameter file '/nowhere/x' | E Error code = 2; No such file or directory | ";
   EXPECT_EQ(options.brief(), queue + queue + "E3: Unknown option 'foo'");
   EXPECT_EQ(options.state(), "steplim=5");
 }
 
-// A text in memory under the name of a file leaves what the file leaves: messages, state, result.
+// A text in memory under the name of a file has the effects of the file: messages, state, result.
 TEST(Texts, ReadAsTheFileOfTheirName) {
   const std::string values = "* remark\n\nsteplim 5\r\nfoo 1\nopt";
   for (const std::string& text : {std::string(), values, values + "\n" + std::string(1030, 'x'),
@@ -175,7 +175,7 @@ TEST(Texts, ReadAsTheFileOfTheirName) {
   }
 }
 
-// A read that fails is told before the file is left, and what was read stays.
+// A read that fails is reported before the file is left, and what was read stays.
 TEST(Files, ThatCannotBeRead) {
   optiontable options(table);
   options.read("\nrf /proc/self/mem\nfoo\n");

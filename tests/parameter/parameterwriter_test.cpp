@@ -41,11 +41,12 @@ TEST(ParameterWriter, Bytes) {
        "count=7\npair=3 10\ntol=0.25\nquiet\nflag=1\nname=\"\"\nboth=\"a b\" c\nway=down\n"
        "level=1\npaths=\"a b\"\npaths=\"x,y\"\npaths=\"\"\n--late=\"one two\"\n"
        "x.scale('a',*) = 2.5\nx.scale = 1E-7\nrow e(i,'a')$v(i)=0\n"},
-      // A value beyond its bounds stands between two lines under the first switch of the table.
+      // A value out of its bounds is between two lines that use the first switch of the table.
       {definition, "free_way 1\ncount 101\npair 5 -1\nway left\nlevel 2\n",
        "free_way 1\ncount=101\nfree_way 0\nfree_way 1\npair=5 -1\nfree_way 0\nfree_way 1\n"
        "way=\"\"\nfree_way 0\nfree_way 1\nlevel=2\nfree_way 0\n"},
-      // Several words show as users write them, but for the lists and the switch.
+      // Names of several words are written as users write them, except for the lists and the
+      // switch.
       {"Minos lookup\nmax_step integer 1 1 0 9 0 1 Step\npath_list strlist 1 0 1 Paths\n" +
            nobounds,
        "max step 5\npath list a_b\n", "max step=5\npath_list=a_b\n"},
@@ -87,8 +88,8 @@ TEST(ParameterWriter, FilesThatCannotBeWritten) {
   }
 }
 
-// A text that both reading modes take back: no double quote, no blank at either end, no line end,
-// short enough for its quotes, and not the star that stands for no change.
+// A text that both reading modes read back: no double quote, no blank at either end, no line end,
+// short enough for its quotes, and not the star that means no change.
 std::string randomtext(std::mt19937& random) {
   constexpr std::string_view inner = "aZ09_.:;=,*'()$%-+/\\ \t\x80\xFF!#";
   std::string text;
@@ -121,7 +122,7 @@ void setrandomvalues(optiontable& t, std::mt19937& random) {
     if (random() % 5 == 0 || option.optname.view() == ".scale") continue;
     double real = 0;
     std::string text;
-    const auto draw = [&] {  // beyond 0 and 1 a switch has no text that is read back
+    const auto draw = [&] {  // only 0 and 1 of a switch have a text that is read back
       const double edges[] = {0, 1, -1, INT_MAX, INT_MIN};
       real = random() % 2 == 0 ? edges[random() % 5] : double(random() % 4096) / 64 - 9;
       if (option.opttype == optTypeBoolean) real = std::int32_t(real) & 1;
