@@ -68,8 +68,14 @@ std::int32_t optionset::errorcount() const {
   return errors;
 }
 
-std::int32_t optionset::writeparameters(std::string_view file) {
-  return optwriteparameterfile(handle_, bounded(file).data());
+std::string optionset::parametertext() const {
+  std::string text;
+  const auto take = [](void* into, const char* bytes, std::size_t size) -> std::int32_t {
+    static_cast<std::string*>(into)->assign(bytes, size);
+    return 0;
+  };
+  optxv_write_parameter_text(handle_, take, &text);
+  return text;
 }
 
 void optionset::showhelp(std::string_view request) {
@@ -133,18 +139,14 @@ std::vector<std::string> optionset::items(std::int32_t optnr) const {
   return result;
 }
 
+std::int32_t optionset::itemcount(std::int32_t optnr) const {
+  return std::max(optxv_list_count(handle_, optnr), 0);
+}
+
 std::int32_t optionset::find(std::string_view name) const {
   std::int32_t optnr = 0, refnr = 0;
   optfindstr(handle_, bounded(name).data(), &optnr, &refnr);
   return optnr;
-}
-
-std::vector<std::string> optionset::synonyms() const {
-  std::vector<std::string> result;
-  bounded synonym, option;
-  for (std::int32_t i = 1; optgetsynonym(handle_, i, synonym.data(), option.data()) == 1; i++)
-    result.push_back(synonym.text());
-  return result;
 }
 
 std::vector<dotoption> optionset::dotoptions(std::int32_t& dropped) const {

@@ -52,10 +52,11 @@ class optionset {
   optionset(const optionset&) = delete;
   optionset& operator=(const optionset&) = delete;
 
-  /// These three give 0 or a system error number. The first two read a text as a file of that name.
+  /// These two read a text as a file of that name, and give 0 or a system error number.
   std::int32_t readdefinition(const std::string& name, std::string_view text);
   std::int32_t readparameters(const std::string& name, std::string_view text);
-  std::int32_t writeparameters(std::string_view file);
+  /// What is set, as a parameter file.
+  std::string parametertext() const;
   /// Reads one line of parameter text.
   void readline(std::string_view text);
   void showhelp(std::string_view request);
@@ -82,9 +83,9 @@ class optionset {
   double real2(std::int32_t optnr) const;
   /// The items of a list of texts; none for another kind of option.
   std::vector<std::string> items(std::int32_t optnr) const;
+  std::int32_t itemcount(std::int32_t optnr) const;
   /// The number of the option of that name or synonym; -1 if there is none.
   std::int32_t find(std::string_view name) const;
-  std::vector<std::string> synonyms() const;
 
   /// The entries, and how many were dropped for their faults.
   std::vector<dotoption> dotoptions(std::int32_t& dropped) const;

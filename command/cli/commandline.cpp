@@ -9,7 +9,8 @@
 #include "cli/selftext.h"
 #include "cli/subcommands.h"
 #include "output/reporter.h"
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {

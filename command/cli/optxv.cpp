@@ -6,8 +6,8 @@
 #include <new>
 
 #include "cli/commandline.h"
+#include "output/failure.h"
 #include "output/reporter.h"
-#include "text/source.h"
 
 namespace {
 
@@ -18,18 +18,15 @@ namespace {
   std::_Exit(command::statusunusable);
 }
 
-/// Whether all that was printed has arrived.
-bool flushed() {
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
-  command::put(stderr,
-               "standard output: error: cannot be written: " + command::systemtext(errno) + '\n');
-  return false;
+/// The exit status, once all that was printed has arrived; or that of this failure.
+int flushed(int status) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  return command::tell({.what = "standard output: cannot be written", .error = errno});
 }
 
 }  // namespace
 
 int main(int count, char** words) {
   std::set_new_handler(outofmemory);
-  const int status = command::runcommandline(count, words);
-  return flushed() ? status : command::statusunusable;
+  return flushed(command::runcommandline(count, words));
 }

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "output/pageparts.h"
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {

@@ -1,11 +1,16 @@
-// help: what the library says of the options, by name or by number.
+// help: what a definition says of its options, by group, by name, or by words to look for.
 
-#include <memory>
+#include <algorithm>
+#include <charconv>
 
-#include "analysis/run.h"
-#include "output/lines.h"
+#include "output/failure.h"
+#include "output/reporter.h"
+#include "output/tables.h"
+#include "tasks/helpwriter.h"
+#include "tasks/product.h"
 #include "tasks/tasks.h"
-#include "text/textform.h"
+#include "text/names.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -20,58 +25,101 @@ bool isnumber(const std::string& text) {
   return !text.empty() && text.find_first_not_of("+-0123456789") == text.npos;
 }
 
-/// The library answers a name that it does not know with the help by group, and says nothing.
-void tellunknown(run& read, const std::string& topic) {
-  if (topic.empty() || isnumber(topic) || read.options().find(withunderscores(topic)) > 0) return;
-  put(stderr, "optxv: note: no option is called " + inquotes(topic) + '\n');
-  const std::vector<std::string> nearest = read.names().nearest(topic);
-  if (!nearest.empty()) put(stderr, "optxv: note: " + question(nearest) + '\n');
+/// The number of the option of that name or synonym; 0 if there is none.
+std::int32_t optionof(const optionset& options, const std::string& name) {
+  if (name.size() > optionset::longesttext) return 0;
+  return std::max(options.find(withunderscores(name)), 0);
 }
 
-/// What the library says on a topic, as lines. A warning goes out at once.
-std::string helptext(optionset& options, std::string_view topic) {
+int unknown(run& read, const std::string& name) {
+  const std::vector<std::string> nearest = read.names().nearest(name);
+  failure told{.what = "no option is called " + inquotes(name)};
+  told.notes.push_back(nearest.empty() ? "--search looks through the names and texts of all options"
+                                       : question(nearest));
+  tell(told);
+  return statuserrors;
+}
+
+int unfound(const std::vector<std::string>& words) {
+  std::string all;
+  for (const std::string& each : words) all += (all.empty() ? "" : " and ") + inquotes(each);
+  tell({.what = "no option has " + all + " in its names and texts"});
+  return statuserrors;
+}
+
+/// What the library says by itself, line by line. A warning goes out at once.
+std::string librarytext(optionset& options, const std::string& mode) {
   std::string text;
-  options.clearmessages();
-  options.showhelp(topic);
+  options.showhelp(mode);
   for (std::int32_t position = 1; position <= options.messagecount(); position++) {
     const message each = options.messageat(position);
     if (each.kind == optMsgTooManyMsgs)
-      put(stderr, "optxv: warning: the help is cut short: " + printable(each.text) + '\n');
+      tellwarning("the help is cut short: " + each.text);
     else
-      text += withoutcontrols(each.text) + '\n';
+      text += printableline(each.text) + '\n';
   }
   return text;
 }
 
-bool isblank(const std::string& text) {
-  return text.find_first_not_of('\n') == text.npos;
+/// The library prints its list for debugging as it is, so that this one stands in for it.
+std::string modetext(optionset& options, const helpwriter& writer, const std::string& mode) {
+  constexpr std::int32_t debugging = 4;
+  std::int32_t number = 0;
+  std::from_chars(mode.data(), mode.data() + mode.size(), number);
+  if (number < 1 || (number & debugging) == 0) return librarytext(options, mode);
+  const std::int32_t others = number & ~debugging;
+  return writer.debuglist() + (others == 0 ? "" : librarytext(options, std::to_string(others)));
 }
 
 /// The help by group is empty where the definition names no group that is shown.
-void puthelp(optionset& options, const std::string& topic) {
-  constexpr std::string_view alphabetical = "2";
-  std::string text = helptext(options, topic);
-  if (isblank(text)) {
-    put(stderr, "optxv: note: no option stands in a group that the help shows\n");
-    text = helptext(options, alphabetical);
-  }
-  put(stdout, text);
+std::string alltext(const helpwriter& writer) {
+  std::string text = writer.bygroup();
+  if (!text.empty()) return text;
+  tellnote("no option stands in a group that the help shows");
+  return writer.byname();
+}
+
+/// For somebody who asked for an option by another name.
+std::string synonymline(const optxv::optionfacts& option, const std::string& name) {
+  const bool other = std::ranges::any_of(
+      option.synonyms, [&](const optxv::synonymfacts& each) { return samename(each.name, name); });
+  return other ? printable(name) + " is a synonym for " + printable(option.name) + '\n' : "";
+}
+
+int puttopic(run& read, const optxv::tablefacts& table, const helpwriter& writer,
+             const std::string& topic) {
+  const std::int32_t optnr = optionof(read.options(), topic);
+  if (optnr == 0) return unknown(read, topic);
+  put(stdout,
+      synonymline(table.options[static_cast<std::size_t>(optnr) - 1], topic) + writer.block(optnr));
+  return 0;
+}
+
+int putmatches(const helpwriter& writer, const std::vector<std::string>& words) {
+  const std::vector<std::int32_t> found = writer.search(words);
+  if (found.empty()) return unfound(words);
+  for (const std::int32_t optnr : found) put(stdout, writer.block(optnr));
+  return 0;
+}
+
+/// Prints what is asked for; 1 if there is no such thing.
+int puthelp(run& read, const request& given) {
+  const optxv::tablefacts table = optxv::describe(tableof(read));
+  const helpwriter writer(table, terminalwidth(stdout));
+  if (!given.search.empty()) return putmatches(writer, given.search);
+  if (!given.topic.empty() && !isnumber(given.topic))
+    return puttopic(read, table, writer, given.topic);
+  put(stdout,
+      given.topic.empty() ? alltext(writer) : modetext(read.options(), writer, given.topic));
+  return 0;
 }
 
 }  // namespace
 
 int help(const request& given) {
-  const std::unique_ptr<reporter> report = makelines(stderr);
-  run read([&](const finding& found) { report->take(found); });
-  if (given.topic.size() > optionset::longesttext) {
-    put(stderr, "optxv: error: the name has more bytes than any option can have\n");
-    return statusunusable;
-  }
-  if (read.read(readingof(given))) {
-    tellunknown(read, given.topic);
-    puthelp(read.options(), given.topic);
-  }
-  return read.total().status();
+  run read(tostandarderror());
+  if (!read.read(readingof(given))) return read.total().status();
+  return std::max(puthelp(read, given), read.total().status());
 }
 
 }  // namespace command

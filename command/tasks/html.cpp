@@ -1,12 +1,12 @@
 // html: the raw definition as a table.
 
-#include "tasks/documents.h"
+#include "tasks/product.h"
 #include "tasks/tasks.h"
 
 namespace command {
 
 int html(const request& given) {
-  return document(given, &optxv::tzmaoptionwriter::writeashtml);
+  return document(given, &optxv::tzmaoptionwriter::htmltext);
 }
 
 }  // namespace command

@@ -1,12 +1,12 @@
 // include: the numbers of the options for Object Pascal.
 
-#include "tasks/documents.h"
+#include "tasks/product.h"
 #include "tasks/tasks.h"
 
 namespace command {
 
 int include(const request& given) {
-  return document(given, &optxv::tzmaoptionwriter::writedelphiinc);
+  return document(given, &optxv::tzmaoptionwriter::delphiinctext);
 }
 
 }  // namespace command

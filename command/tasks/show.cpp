@@ -2,13 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <nlohmann/json.hpp>
 
-#include "output/lines.h"
+#include "output/reporter.h"
 #include "output/tables.h"
+#include "tasks/entryforms.h"
+#include "tasks/product.h"
 #include "tasks/tasks.h"
-#include "text/textform.h"
+#include "text/printable.h"
+#include "writers/facts.h"
 
 namespace command {
 namespace {
@@ -17,16 +19,6 @@ constexpr std::int32_t firstset = 1, secondset = 2;  // the bits of the masks
 
 constexpr std::array<std::string_view, 4> modifiers = {"", ".NV", ".OPT", ".TWO"};
 
-/// The limits that go by a name, and how the library writes them out.
-struct limitname {
-  std::int32_t type;
-  std::string_view digits, name;
-};
-constexpr std::array<limitname, 4> limitnames = {{{optTypeInteger, "2147483647", "maxint"},
-                                                  {optTypeInteger, "-2147483648", "minint"},
-                                                  {optTypeDouble, "1E299", "maxdouble"},
-                                                  {optTypeDouble, "-1E299", "mindouble"}}};
-
 /// An option with what has been read into it. The defaults come from a second option set that has
 /// read the definition and nothing else: there every value is the default.
 class optionview {
@@ -34,7 +26,7 @@ class optionview {
   optionview(const optionset& options, const optionset& fresh, std::int32_t optnr)
       : options_(options), fresh_(fresh), optnr_(optnr), info_(options.info(optnr)) {}
 
-  bool isset() const { return info_.defined != 0 || !items().empty(); }
+  bool isset() const { return info_.defined != 0 || (islist() && options_.itemcount(optnr_) > 0); }
   bool islist() const { return info_.type == optTypeStrList; }
   bool istwo() const { return info_.sub == optsub2Values && isscalar(); }
   /// Whether the option has a value of its own.
@@ -55,16 +47,14 @@ class optionview {
   }
 
   std::vector<std::string> values() const {
-    if (islist()) return items();
+    if (islist()) return shownitems();
     if (!isscalar()) return {};
-    std::vector<std::string> result = {shown(options_.value(optnr_))};
-    if (istwo()) result[0] += ' ' + shown(options_.value2(optnr_));
+    std::vector<std::string> result = {shown(options_)};
+    if (istwo()) result[0] += ' ' + shown(options_, true);
     return result;
   }
 
-  std::string defaultvalue() const {
-    return isscalar() ? shown(fresh_.value(optnr_)) : std::string();
-  }
+  std::string defaultvalue() const { return isscalar() ? shown(fresh_) : std::string(); }
 
   std::string_view whatisset() const {
     if (!isset()) return "-";
@@ -87,12 +77,20 @@ class optionview {
   }
 
  private:
+  std::vector<std::string> shownitems() const {
+    std::vector<std::string> result = items();
+    for (std::string& each : result) each = printable(each);
+    return result;
+  }
+
   /// The value as parameter text would give it: a limit goes by its name, as in the help.
-  std::string shown(const std::string& value) const {
-    if (istext()) return externalform(value);
-    for (const limitname& each : limitnames)
-      if (each.type == info_.type && each.digits == value) return std::string(each.name);
-    return printable(value);
+  std::string shown(const optionset& from, bool second = false) const {
+    if (info_.type == optTypeInteger)
+      return optxv::numbertext(second ? from.integer2(optnr_) : from.integer(optnr_));
+    if (info_.type == optTypeDouble)
+      return optxv::numbertext(second ? from.real2(optnr_) : from.real(optnr_));
+    const std::string value = second ? from.value2(optnr_) : from.value(optnr_);
+    return istext() ? externalform(value) : value;
   }
 
   nlohmann::ordered_json typed(const optionset& from, bool second) const {
@@ -121,35 +119,6 @@ std::vector<optionview> chosen(const optionset& options, const optionset& fresh,
 
 // --- Dot options and indicators
 
-std::string realtext(double value) {
-  std::array<char, 32> text{};
-  const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-  return {text.data(), result.ptr};
-}
-
-std::string withlabels(const std::string& symbol, const std::vector<std::string>& labels) {
-  std::string list;
-  for (const std::string& label : labels) list += (list.empty() ? "(" : ",") + printable(label);
-  return printable(symbol) + list + (list.empty() ? "" : ")");
-}
-
-/// A label comes without its quotes; a star stands for all.
-std::string requoted(const std::string& label) {
-  const char quote = label.find('\'') == label.npos ? '\'' : '"';
-  return label == "*" ? label : quote + label + quote;
-}
-
-std::string dotline(const optionset& options, const dotoption& each) {
-  std::vector<std::string> labels;
-  for (const std::string& label : each.labels) labels.push_back(requoted(label));
-  return withlabels(each.symbol + options.name(each.optnr), labels) + " = " + realtext(each.value);
-}
-
-std::string indicatorline(const indicator& each) {
-  return withlabels(each.equation, each.equationlabels) + '$' +
-         withlabels(each.variable, each.variablelabels) + " = " + std::to_string(each.mark);
-}
-
 void addsection(std::string& text, std::string_view title, const std::vector<std::string>& lines,
                 std::int32_t dropped) {
   if (lines.empty() && dropped == 0) return;
@@ -162,12 +131,10 @@ void addsection(std::string& text, std::string_view title, const std::vector<std
 std::string entrysections(const optionset& options) {
   std::string text;
   std::int32_t dropped = 0;
-  std::vector<std::string> lines;
-  for (const dotoption& each : options.dotoptions(dropped)) lines.push_back(dotline(options, each));
-  addsection(text, "Dot options", lines, dropped);
-  lines.clear();
-  for (const indicator& each : options.indicators(dropped)) lines.push_back(indicatorline(each));
-  addsection(text, "Indicators", lines, dropped);
+  const std::vector<std::string> dots = dotlines(options, dropped);
+  addsection(text, "Dot options", dots, dropped);
+  const std::vector<std::string> marks = indicatorlines(options, dropped);
+  addsection(text, "Indicators", marks, dropped);
   return text;
 }
 
@@ -209,15 +176,17 @@ std::string optiontable(const std::vector<optionview>& options) {
   return width > 0 && tablewidth(content) > width ? stacked(options) : tabletext(content);
 }
 
-std::string countline(const optionset& options, const optionset& fresh) {
-  const std::size_t set = chosen(options, fresh, false).size();
-  return grouped(set) + " of " + counted(static_cast<std::size_t>(options.count()), "option") +
+std::string countline(const std::vector<optionview>& shown, std::int32_t count) {
+  const auto set = static_cast<std::size_t>(std::ranges::count_if(shown, &optionview::isset));
+  return grouped(set) + " of " + counted(static_cast<std::size_t>(count), "option") +
          (set == 1 ? " is set\n" : " are set\n");
 }
 
 std::string astable(const optionset& options, const optionset& fresh, bool all) {
-  const std::string rows = optiontable(chosen(options, fresh, all));
-  return rows + (rows.empty() ? "" : "\n") + countline(options, fresh) + entrysections(options);
+  const std::vector<optionview> shown = chosen(options, fresh, all);
+  const std::string rows = optiontable(shown);
+  return rows + (rows.empty() ? "" : "\n") + countline(shown, options.count()) +
+         entrysections(options);
 }
 
 // --- JSON
@@ -239,18 +208,17 @@ std::string asjson(const optionset& options, const optionset& fresh, bool all) {
                      {"variablelabels", each.variablelabels},
                      {"value", each.mark}});
   const ordered_json all_ = {{"options", rows}, {"dotoptions", dots}, {"indicators", marks}};
-  return all_.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n';
+  return printablejson(all_.dump(2, ' ', false, ordered_json::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace
 
 int show(const request& given) {
-  const std::unique_ptr<reporter> report = makelines(stderr);
-  run read([&](const finding& found) { report->take(found); });
+  run read(tostandarderror());
   if (!read.read(readingof(given))) return read.total().status();
-  optionset& options = read.options();
   optionset fresh;
   read.readdefinition(fresh);
+  const optionset& options = read.options();
   put(stdout, given.json ? asjson(options, fresh, given.all) : astable(options, fresh, given.all));
   return read.total().status();
 }

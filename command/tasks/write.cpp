@@ -1,29 +1,21 @@
 // write: what is set, as a parameter file.
 
-#include <cerrno>
-#include <optional>
-
-#include "output/lines.h"
-#include "output/outputs.h"
+#include "output/failure.h"
+#include "tasks/product.h"
+#include "tasks/readback.h"
 #include "tasks/tasks.h"
-#include "text/textform.h"
 
 namespace command {
 
 int write(const request& given) {
-  const std::unique_ptr<reporter> report = makelines(stderr);
-  run read([&](const finding& found) { report->take(found); });
+  run read(tostandarderror());
   if (!read.read(readingof(given))) return read.total().status();
-  optionset& options = read.options();
-  // By way of a file in memory: the library ends the process if a write fails, and a full disk is
-  // no reason for that.
-  const std::optional<std::string> text =
-      captured([&](const std::string& name) { return options.writeparameters(name); });
-  const int error = text ? deliver(given.output, *text) : errno;
-  if (error == 0) return read.total().status();
-  const std::string where = given.output.empty() ? "standard output" : printable(given.output);
-  put(stderr, where + ": error: cannot be written: " + systemtext(error) + '\n');
-  return statusunusable;
+  if (const int status = withheld(given, read, given.output); status != 0) return status;
+  const std::string text = read.options().parametertext();
+  const int status = delivered(given, read, given.output, text);
+  if (status != statusfailed)
+    for (const std::string& each : readbacklosses(read, text)) tellwarning(each);
+  return status;
 }
 
 }  // namespace command

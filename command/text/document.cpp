@@ -67,8 +67,7 @@ std::string readfailure::words() const {
 }
 
 textdocument::textdocument(std::string name, std::string text)
-    : textdocument(std::move(name),
-                   std::make_shared<content>(content{std::move(text), {}, false})) {}
+    : textdocument(std::move(name), std::make_shared<content>(content{std::move(text), {}})) {}
 
 readresult textdocument::read(const std::string& name, std::size_t limit) {
   if (name != "-") return readfile(name, limit);
@@ -87,8 +86,7 @@ readresult textdocument::readfile(const std::string& name, std::size_t limit) {
 readresult textdocument::readdescriptor(const std::string& name, int file, std::size_t limit) try {
   struct stat status = {};
   if (fstat(file, &status) != 0) return readfailure{errno, limit};
-  const bool regular = S_ISREG(status.st_mode) && name != "-";
-  const auto shared = std::make_shared<content>(content{{}, identityof(status), regular});
+  const auto shared = std::make_shared<content>(content{{}, identityof(status)});
   const int error = readsized(file, status, shared->text, limit);
   if (error != 0) return readfailure{error, limit};
   return textdocument(name, shared);

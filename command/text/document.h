@@ -50,8 +50,6 @@ class textdocument {
   std::string_view text() const { return content_->text; }
   /// Of the file, as it was when it was opened; no file for a text that was in memory.
   identity id() const { return content_->id; }
-  /// Whether it is a regular file that was opened by its name, which can be opened once more.
-  bool isregular() const { return content_->regular; }
   /// The same text under another name.
   textdocument named(std::string name) const;
 
@@ -64,7 +62,6 @@ class textdocument {
   struct content {
     std::string text;
     identity id;
-    bool regular = false;
     std::vector<std::uint32_t> feeds = {};  ///< line feeds before each block, once made
   };
   textdocument(std::string name, std::shared_ptr<content> shared)

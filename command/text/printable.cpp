@@ -7,12 +7,26 @@
 namespace command {
 namespace {
 
+constexpr std::string_view digits = "0123456789ABCDEF";
+
 void addescaped(std::string& result, std::string_view bytes) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
     result += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
   }
+}
+
+void addunit(std::string& result, std::uint32_t unit) {
+  result += "\\u";
+  for (int shift = 12; shift >= 0; shift -= 4) result += digits[unit >> shift & 15];
+}
+
+/// A character as JSON escapes it: in one unit of UTF-16, or in two.
+void addunits(std::string& result, std::uint32_t code) {
+  constexpr std::uint32_t onlyone = 0x10000;
+  if (code < onlyone) return addunit(result, code);
+  addunit(result, 0xD800 + ((code - onlyone) >> 10));
+  addunit(result, 0xDC00 + ((code - onlyone) & 0x3FF));
 }
 
 }  // namespace
@@ -35,6 +49,31 @@ std::string printableline(std::string_view line) {
   std::string blanks(line);
   std::ranges::replace(blanks, '\t', ' ');
   return printable(blanks);
+}
+
+std::string printablelines(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    result += printableline(text.substr(0, end));
+    if (end < text.size()) result += '\n';
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return result;
+}
+
+std::string printablejson(std::string_view json) {
+  std::string result;
+  while (!json.empty()) {
+    const character next = firstcharacter(json);
+    const std::size_t size = std::max<std::size_t>(next.bytes, 1);
+    if (json.front() == '\n' || next.bytes == 0 || isshown(next.code))
+      result += json.substr(0, size);
+    else
+      addunits(result, next.code);
+    json.remove_prefix(size);
+  }
+  return result;
 }
 
 std::size_t columns(std::string_view text) {

@@ -17,6 +17,13 @@ std::string printable(std::string_view text);
 /// those of a help text or of a source.
 std::string printableline(std::string_view line);
 
+/// A text of many lines: each as printableline, and its line feed as it is.
+std::string printablelines(std::string_view text);
+
+/// JSON with all characters in it that could act on a terminal or hide from the eye as \uNNNN,
+/// which says the same. REQUIRES: good UTF-8.
+std::string printablejson(std::string_view json);
+
 /// The columns of a terminal that a printable text takes. Wide characters of East Asia count two,
 /// combining ones none.
 std::size_t columns(std::string_view text);

@@ -117,4 +117,12 @@ tablefacts describe(const tzmaoptions& options) {
   return table;
 }
 
+std::string numbertext(std::int32_t number) {
+  return text(numberform(number));
+}
+
+std::string numbertext(double number) {
+  return text(numberform(number));
+}
+
 }  // namespace optxv

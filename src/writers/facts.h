@@ -68,4 +68,8 @@ struct tablefacts {
 /// The facts of a table. Synonyms and members whose target was not found are left out.
 OPTXV_EXPORT tablefacts describe(const tzmaoptions& options);
 
+/// A number in the form in which a definition holds it: a limit by its name, such as maxint.
+OPTXV_EXPORT std::string numbertext(std::int32_t number);
+OPTXV_EXPORT std::string numbertext(double number);
+
 }  // namespace optxv

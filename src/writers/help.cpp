@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unordered_map>
+#include <vector>
 
 #include "foundation/numtext.h"
 #include "foundation/strutilx.h"
@@ -77,6 +79,7 @@ class helpwriter {
 
   void collect();
   const toption* optionof(std::int32_t entry) const;
+  std::unordered_map<std::int32_t, std::vector<std::int32_t>> entriesbygroup() const;
   void summary(bool marks);
   void entryline(std::int32_t entry, const toption& option, bool marks);
   shortstring entryname(std::int32_t entry, const toption& option, bool marks) const;
@@ -193,7 +196,16 @@ const toption* helpwriter::optionof(std::int32_t entry) const {
   return options_.synonymtarget(options_.synonymindex.find(items_.getname(entry)));
 }
 
+/// The entries of each group number, in their order.
+std::unordered_map<std::int32_t, std::vector<std::int32_t>> helpwriter::entriesbygroup() const {
+  std::unordered_map<std::int32_t, std::vector<std::int32_t>> entries;
+  for (std::int32_t entry = 0; entry < items_.count(); ++entry)
+    if (const toption* option = optionof(entry)) entries[option->group].push_back(entry);
+  return entries;
+}
+
 void helpwriter::summary(bool marks) {
+  auto entries = entriesbygroup();
   blankline();
   addbuf("Options summary by group");
   for (std::int32_t g = 0; g < options_.getgroupcount(); ++g) {
@@ -201,10 +213,8 @@ void helpwriter::summary(bool marks) {
     if (group.helpcontext <= 0) continue;
     blankline();
     addline(group.helptext.view());
-    for (std::int32_t entry = 0; entry < items_.count(); ++entry)
-      if (const toption* option = optionof(entry);
-          option != nullptr && option->group == group.groupnr)
-        entryline(entry, *option, marks);
+    for (const std::int32_t entry : entries[group.groupnr])
+      entryline(entry, *optionof(entry), marks);
   }
 }
 

@@ -10,7 +10,6 @@
 
 #include "support/scratchfolder.h"
 #include "text/shelf.h"
-#include "text/source.h"
 
 namespace optxv::test {
 namespace {
@@ -115,9 +114,6 @@ TEST_F(Document, NamesAreOfAnyLength) {
   std::ofstream(deep + '/' + std::string(200, 'f')) << "text";
   const readresult result = textdocument::read(deep + '/' + std::string(200, 'f'));
   EXPECT_EQ(textof(result), "text");
-  const std::string copy = command::readablepath(std::get<textdocument>(result));
-  EXPECT_LT(copy.size(), 256U);
-  EXPECT_EQ(textof(textdocument::read(copy)), "text");
 }
 
 TEST_F(Document, AShelfReadsEachFileOnce) {

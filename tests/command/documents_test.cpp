@@ -58,11 +58,12 @@ TEST_F(Documents, GoToStandardOutputOrWholeIntoAFile) {
 
 TEST_F(Documents, FailuresAreNamedWithTheReason) {
   const std::pair<std::string, std::string> rows[] = {
-      {"html none", "none: No such file or directory"},
-      {"definition s.def -o .", ".: Is a directory"},
-      {"html s.def >/dev/full", "standard output: No space left on device"},
-      {"reference s.def -o none/site", "none/site: No such file or directory"},
-      {"reference s.def -o s.def", "s.def/index.html: Not a directory"}};
+      {"definition s.def -o .", ".: cannot be opened: Is a directory"},
+      {"html s.def -o none/x", "none/x: cannot be opened: No such file or directory"},
+      {"html s.def -o /dev/full", "/dev/full: cannot be written: No space left on device"},
+      {"html s.def >/dev/full", "standard output: cannot be written: No space left on device"},
+      {"reference s.def -o none/site", "none/site: cannot be made: No such file or directory"},
+      {"reference s.def -o s.def", "s.def/index.html: cannot be opened: Not a directory"}};
   for (const auto& [arguments, complaint] : rows) {
     const outcome got = run(arguments);
     EXPECT_EQ(got.err + std::to_string(got.status), "optxv: error: " + complaint + "\n2")
@@ -72,10 +73,10 @@ TEST_F(Documents, FailuresAreNamedWithTheReason) {
   EXPECT_EQ(names(), std::set<std::string>{"s.def"});
 }
 
-TEST_F(Documents, AFaultyDefinitionIsDocumentedAsFarAsItWasRead) {
+TEST_F(Documents, AFaultyDefinitionIsDocumentedAsFarAsItWasReadIfForced) {
   save("bad.def", "good boolean 1 0 1 1 G\nbad integr 1 1 0 9 1 1 x\n");
   for (const std::string form : {"html", "definition", "include", "reference -o site"}) {
-    const outcome got = run(form + " bad.def");
+    const outcome got = run(form + " --force bad.def");
     EXPECT_EQ(got.status, 1) << form;
     EXPECT_NE((got.out + get("site/index.html")).find("good"), std::string::npos) << form;
     EXPECT_EQ(got.err.find("bad.def:2:5: error: Unknown option type"), 0U) << form << got.err;

@@ -65,6 +65,13 @@ TEST(Printable, ColumnsAreThoseOfATerminal) {
   for (const auto& [text, width] : rows) EXPECT_EQ(columns(text), width) << text;
 }
 
+TEST(Printable, LinesAndJsonKeepTheirForm) {
+  EXPECT_EQ(command::printablelines("a\x1B\n\n\tb\n"), "a\\x1B\n\n b\n");
+  EXPECT_EQ(command::printablelines("\nlast"), "\nlast");
+  EXPECT_EQ(command::printablejson("[\n  \"\u00E9\u009B\x7F\u202E\U000E0001\"\n]"),
+            "[\n  \"\u00E9\\u009B\\u007F\\u202E\\uDB40\\uDC01\"\n]");
+}
+
 TEST(Printable, ValuesAndNumbersForPeople) {
   EXPECT_EQ(command::externalform("plain"), "plain");
   EXPECT_EQ(command::externalform(""), "\"\"");
