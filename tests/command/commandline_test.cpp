@@ -49,8 +49,9 @@ TEST_F(Commandline, WordsThatAskForText) {
        "Write a reference of the options for a browser, with a search box\n"
        "Usage: optxv reference DEFINITION -o FOLDER [FLAGS]\n\nWords:\n  DEFINITION   ",
        ""},
-      {"--help >/dev/full", 2, "", "standard output: error: cannot be written: No space left"},
-      {"--subcommands >&-", 2, "", "standard output: error: cannot be written: Bad file"}};
+      {"--help >/dev/full", 2, "",
+       "optxv: error: standard output: cannot be written: No space left"},
+      {"--subcommands >&-", 2, "", "optxv: error: standard output: cannot be written: Bad file"}};
   for (const row& each : rows) expect(each);
 }
 
