@@ -60,6 +60,16 @@ bool path(const std::string& key, const std::string& name) {
   return key[i - 1] != '_' && name[j - 1] != '_';
 }
 
+/// The first name that the key finds, by the whole name or by a rule above.
+std::int32_t walked(std::uint8_t mode, const std::string& key, const lines& names) {
+  for (std::size_t i = 0; i < names.size(); ++i)
+    if ((mode == lookupNormal && !key.empty() && same(key, names[i])) ||
+        (mode == lookupPath && path(key, names[i])) ||
+        (mode == lookupMinos && minos(key, names[i])))
+      return static_cast<std::int32_t>(i);
+  return -1;
+}
+
 TEST(Lookup, AgreesWithTheRulesWordByWord) {
   std::mt19937 random(5);
   const lines parts = {"abc", "ABCD", "abcde", "abd",  "ab",    "a",     "_",     "_",
@@ -75,19 +85,45 @@ TEST(Lookup, AgreesWithTheRulesWordByWord) {
       names.push_back(text(random() % 8 == 0 ? "a" : ""));
       const std::string& name = names.back();
       options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
-    }
-    for (int queries = 0; queries < 300; ++queries) {
-      const std::string key = text("");
-      for (std::uint8_t mode = 0; mode < 5; ++mode) {
-        options.lookupmode = mode;
-        std::int32_t first = -1;
-        for (std::size_t i = 0; first < 0 && i < names.size(); ++i)
-          if ((mode == 0 && !key.empty() && same(key, names[i])) ||
-              (mode == 1 && path(key, names[i])) || (mode == 2 && minos(key, names[i])))
-            first = static_cast<std::int32_t>(i);
-        ASSERT_EQ(options.optlookup(key), first) << key << " in mode " << int{mode};
+      for (int queries = 0; queries < 15; ++queries) {
+        const std::string key = text("");
+        options.lookupmode = static_cast<std::uint8_t>(random() % 5);
+        ASSERT_EQ(options.optlookup(key), walked(options.lookupmode, key, names))
+            << key << " in mode " << int{options.lookupmode};
       }
     }
+  }
+}
+
+TEST(Lookup, PathAndMinosByExample) {
+  // Rows: key >> name >> the rules that match.
+  constexpr std::string_view rows = R"(
+ite_lim >> iteration_limit >> Path
+ITE_LIMI >> iteration_limit >> Path Minos
+iterate_limit >> iteration_limit >> Path Minos
+iteXYZ_limXYZ >> iteration_limit >> Path
+it_lim >> iteration_limit >>
+ite >> iteration_limit >>
+ite_lim_it >> iteration_limit >>
+ite_limi_ >> iteration_limit >>
+a_long_name >> a_long_name >> Minos
+a_long_naming >> a_long_name >>
+tolerances >> tol >> Path Minos
+to >> to >> Minos
+abc_ >> abc_ >> Minos
+_abc >> _abcd >>
+_abcd >> _abcde >> Minos
+)";
+  for (const lines& row : rowsof(rows)) {
+    optiontable options;
+    const std::string& name = row[1];
+    options->addoption(name, std::make_unique<tstrlistoption>(name, &*options, optionhelp()));
+    lines rules;
+    for (const lookuprule rule : {lookupPath, lookupMinos}) {
+      options->lookupmode = rule;
+      if (options->optlookup(row[0]) == 0) rules.push_back(str(lookupcodes[rule]));
+    }
+    EXPECT_EQ(joined(rules, " "), row[2]) << row[0] << " for " << row[1];
   }
 }
 
@@ -126,6 +162,66 @@ TEST(StringLists, GiveTheirItems) {
   }
   EXPECT_EQ(joined(seen),  // the last list that was looked at
             "1 --run 2 | 1 b 1 | 1 b 3 | 0 --run item | 1 --run 4 | 0 name item");
+}
+
+/// String lists as plainly as can be: names and their items, taken from the front.
+struct plainlists {
+  /// The last list that was looked at, and the item if one was found.
+  std::pair<std::string, std::string> takeany(bool dashed) {
+    std::string seen;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (items[i].empty()) continue;
+      seen = names[i];
+      if (seen.starts_with("--") == dashed) return {seen, take(i)};
+    }
+    return {seen, ""};
+  }
+  std::string take(std::size_t i) {
+    if (items[i].empty()) return "";
+    const std::string first = items[i].front();
+    items[i].erase(items[i].begin());
+    return first;
+  }
+  lines names;
+  std::vector<lines> items;
+};
+
+TEST(StringLists, AreEmptiedFromTheFront) {
+  std::mt19937 random(6);
+  plainlists plain;
+  tzmaoptions options;
+  for (const char* name : {"a", "--b", "c", "--d", "e"}) {
+    plain.names.emplace_back(name);
+    options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
+  }
+  plain.items.resize(plain.names.size());
+  for (int steps = 0; steps < 4000; ++steps) {
+    const std::size_t i = random() % plain.names.size();
+    toption& list = *options.getobjects(static_cast<std::int32_t>(i));
+    // Lists fill for a while, and are emptied for a while.
+    if (const std::size_t what = random() % 8 + (steps % 400 < 200 ? 0 : 3); what < 5) {
+      plain.items[i].push_back(std::to_string(steps));
+      list.setasstring(plain.items[i].back());
+    } else if (what < 7) {
+      shortstring item;
+      options.optgetfromliststr(plain.names[i], item);
+      ASSERT_EQ(str(item), plain.take(i)) << steps;
+    } else if (random() % 50 == 0) {
+      plain.items[i].clear();
+      list.reset();
+    } else {
+      const bool dashed = random() % 2 == 0;
+      shortstring name, item;
+      const std::int32_t result = options.optgetfromanystrlist(dashed ? 2 : 0, name, item);
+      ASSERT_EQ(std::pair(str(name), str(item)), plain.takeany(dashed)) << steps;
+      ASSERT_EQ(result, item.empty() ? 0 : 1);
+    }
+    shortstring last;
+    const auto count = static_cast<std::int32_t>(plain.items[i].size());
+    ASSERT_EQ(options.optlistcountstr(plain.names[i]), count) << steps;
+    options.optreadfromliststr(plain.names[i], count, last);
+    ASSERT_EQ(str(last), count > 0 ? plain.items[i].back() : "") << steps;
+  }
 }
 
 }  // namespace

@@ -92,5 +92,26 @@ TEST(Indicators, NumbersOutOfRange) {
   }
 }
 
+// With the queue full no fault shows, so that an entry stays as it was read, however long.
+TEST(Indicators, OverlongListsAreStored) {
+  lines equation, variable;
+  for (int i = 0; i < 60; ++i) equation.push_back("i" + std::to_string(i));
+  for (int i = 59; i >= 0; i -= 7) variable.push_back("I" + std::to_string(i));
+  const auto entry = [&] {
+    return "rowtype e(" + joined(equation, ",") + ")$v(" + joined(variable, ",") + ")";
+  };
+  optiontable full(definition);
+  while (!full->queueclosed()) full->optaddmessage("full");
+  full.read(entry() + " 1");
+  EXPECT_EQ(entriesof(full.options), entry().substr(8) + "=1");
+  variable.push_back("i60");
+  variable.push_back("i19");
+  optiontable open(definition);
+  lines messages(40, "E Too many dimensions for equation 'e'");
+  messages.push_back("E Index 'i60' not controled for variable 'v'");
+  EXPECT_EQ(open.read(entry() + " 1").brief(), joined(messages));
+  EXPECT_EQ(open->indicatorerrors, 1);
+}
+
 }  // namespace
 }  // namespace optxv
