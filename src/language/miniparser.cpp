@@ -142,7 +142,7 @@ void tminiparser::readslices() {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
     if (linelen_ < std::int64_t{slice} * slicelength) break;
   }
-  const std::int64_t lost = srcfile_.readln();
+  const auto lost = static_cast<std::int64_t>(srcfile_.readln());
   ++linenr_;
   if (told_ != nullptr) tellline(lost);
 }
