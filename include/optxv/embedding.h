@@ -84,7 +84,8 @@ typedef struct optxv_source {
 
 /* What was cut off a text, or off a number. */
 enum {
-  optxv_cut_line = 0,  /* the bytes of a line after the first 1,020 */
+  optxv_cut_line = 0,  /* the bytes of a line after the first 1,020, or after a carriage return in
+                          the middle of it that is its byte 255, 510, 765 or 1,020 */
   optxv_cut_rest = 1,  /* the rest of a line after a byte 26 (or, in a string, a line feed) */
   optxv_cut_name = 2,  /* a name of more than 255 bytes */
   optxv_cut_value = 3, /* a value, or a field of a definition, of more than 255 bytes */

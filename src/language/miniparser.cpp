@@ -142,7 +142,7 @@ void tminiparser::readslices() {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
     if (linelen_ < std::int64_t{slice} * slicelength) break;
   }
-  const std::int64_t lost = srcfile_.readln();
+  const auto lost = static_cast<std::int64_t>(srcfile_.readln());
   ++linenr_;
   if (told_ != nullptr) tellline(lost);
 }
@@ -151,11 +151,13 @@ void tminiparser::readslices() {
 void tminiparser::tellline(std::int64_t lost) const {
   const textplace whole = {placeline(), 1, held(linelen_)};
   told_->line(whole, {text_, static_cast<std::size_t>(linelen_)});
+  // A slice that is not full lost its carriage return, which stands in front of what follows.
+  const std::int64_t dropped = linelen_ % slicelength != 0 ? 1 : 0;
   if (lost > 0)
     told_->tell(&optxv_listener::cut,
                 {.what = optxv_cut_line,
                  .option = 0,
-                 .place = told_->placed({whole.line, held(linelen_ + 1), held(lost)}),
+                 .place = told_->placed({whole.line, held(linelen_ + dropped + 1), held(lost)}),
                  .kept = {},
                  .lost = lost});
 }
