@@ -7,18 +7,18 @@
 namespace command {
 namespace {
 
-constexpr std::string_view digits = "0123456789ABCDEF";
+constexpr std::string_view hexdigits = "0123456789ABCDEF";
 
 void addescaped(std::string& result, std::string_view bytes) {
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
-    result += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+    result += {'\\', 'x', hexdigits[byte >> 4], hexdigits[byte & 15]};
   }
 }
 
 void addunit(std::string& result, std::uint32_t unit) {
   result += "\\u";
-  for (int shift = 12; shift >= 0; shift -= 4) result += digits[unit >> shift & 15];
+  for (int shift = 12; shift >= 0; shift -= 4) result += hexdigits[unit >> shift & 15];
 }
 
 /// A character as JSON escapes it: in one unit of UTF-16, or in two.
