@@ -102,7 +102,7 @@ class tminiparser : public tobject {
   /// empty place after that byte.
   textplace restplace() const {
     const std::int64_t position = chposition();
-    return {placeline(), held(position), held(linelen_ - position + 1)};
+    return {placeline(), held(position), held(std::max<std::int64_t>(linelen_ - position + 1, 0))};
   }
   /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
   textplace since(const textplace& from) const {
