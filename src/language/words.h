@@ -12,8 +12,12 @@ namespace optxv {
 /// KEEP: true is 0 and false is 1, as callers of the library know it.
 int checkboolean(std::string_view word);
 
-/// A value as the parameter reader takes it back: between double quotes if it is empty or holds a
-/// tab, a blank or a comma, otherwise as it stands.
+/// Whether the parameter reader takes a value back only between double quotes: it is empty or holds
+/// a tab, a blank or a comma.
+bool needsquotes(std::string_view value);
+
+/// A value as the parameter reader takes it back: between double quotes if it needs them, otherwise
+/// as it stands.
 /// KEEP: nothing is escaped, and a value of 254 or 255 bytes loses its closing quote by the cut at
 /// 255 bytes.
 shortstring strexternal(std::string_view value);

@@ -41,12 +41,15 @@ void writescalar(textfile& file, const toption& option) {
   endline(file);
 }
 
+/// An item goes out in full, unlike a scalar value, which its quotes may push beyond the end of a
+/// bounded text.
 /// KEEP: under the name of the table, where a scalar option goes under its display name.
 void writeitems(textfile& file, std::string_view tablename, const txstrings& items) {
   for (std::int32_t i = 0; i < items.count(); ++i) {
-    file.write(tablename);
-    file.write("=");
-    file.write(strexternal(items.get(i)));
+    const std::string_view quote = needsquotes(items.get(i)) ? "\"" : "";
+    for (const std::string_view part :
+         {tablename, std::string_view("="), quote, items.get(i), quote})
+      file.write(part);
     endline(file);
   }
 }
