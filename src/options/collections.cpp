@@ -15,9 +15,10 @@ namespace {
 /// Lists and macros may hang in one another to any depth, and a value goes down through all of
 /// them on the stack. Far deeper than any table made for use, and well within a small stack.
 constexpr std::int32_t maximumnesting = 500;
-/// A macro may name a macro twice, and a few dozen such levels would keep one value busy for ever.
-/// Far more than any table made for use, and a matter of seconds.
-constexpr std::int32_t maximumhandedon = 5'000'000;
+/// A macro may name a macro twice, and a few dozen such levels would keep one entry busy for ever.
+/// Far more than any table made for use, and a matter of milliseconds. All that an entry hands on
+/// counts, on whatever level.
+constexpr std::int32_t maximumhandedon = 100'000;
 
 /// One list or macro that is being assigned. A limit that is passed draws a message and ends it.
 /// While it lives, what members get is known to come from it.
