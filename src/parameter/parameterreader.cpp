@@ -13,6 +13,8 @@ namespace optxv {
 namespace {
 
 constexpr std::int32_t maximumfiledepth = 9;
+/// A file that reads itself a few times would be opened a few times to the ninth.
+constexpr std::int32_t maximumfiles = 10'000;
 constexpr int joinedwords = 3;  // words that may follow the first of a key under Minos
 constexpr std::string_view runtimeprefix = "--";
 
@@ -300,10 +302,22 @@ void entryreader::checkremainder() {
   in_.skiptoeol();
 }
 
+/// Whether the outermost read may open one file more; at the first that it may not, a message says
+/// so.
+bool mayopen(tzmaoptions& options, std::string_view name) {
+  if (options.filesopened > maximumfiles) return false;
+  if (++options.filesopened <= maximumfiles) return true;
+  options.addmessage(optMsgUserError,
+                     concat("More than ", inttostr(maximumfiles), " files; the rest ignored"),
+                     {.fault = optxv_fault_file_nesting, .about = name});
+  return false;
+}
+
 /// What the readers of one line of text share: the messages round it, and a reader of its own.
 template <class Start>
 void readtext(tzmaoptions& options, std::string_view source, Start start) {
   tminiparser reader(&options.messagelist, options.echoflag, options.eolcommset);
+  if (options.parser == nullptr) options.filesopened = 0;
   const replacement<tminiparser*> running(options.parser, &reader);
   const replacement<valueorigin> origin(options.assigning, options.assigning);
   options.beginsource(reader, optxv_source_string, source);
@@ -330,14 +344,18 @@ void tzmaoptions::optreadfrompchar(const char* text) {
 }
 
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
-  return readparameters({filename});
+  return readparameters({.name = filename, .nodevices = parser != nullptr});
 }
 
 std::int32_t tzmaoptions::readparametertext(std::string_view name, std::string_view bytes) {
   return readparameters({name, bytes});
 }
 
+/// KEEP: a file that may not be opened any more is no failure, as one that is nested too deep is
+/// none.
 std::int32_t tzmaoptions::readparameters(const linesource& source) {
+  if (parser == nullptr) filesopened = 0;
+  if (!mayopen(*this, source.name)) return 0;
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {
