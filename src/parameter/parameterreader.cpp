@@ -258,7 +258,7 @@ void entryreader::assigntwo(toption& option) {
 }
 
 /// Stores two values; one that is '*' leaves its half as it is, and a first value that stands alone
-/// goes to both.
+/// goes to both. KEEP: in token mode a comma after the first is a second value that is empty.
 void entryreader::assign2(toption& option, const readvalue& first, const readvalue& second) {
   const bool wanted = usable(option);
   beginvalue(options_, first, &option);
@@ -266,7 +266,7 @@ void entryreader::assign2(toption& option, const readvalue& first, const readval
     option.setasstring(first.text);
     if (!second.good) option.setasstring2(first.text);
   }
-  if (second.written.length == 0) return;
+  if (!second.good && second.written.length == 0) return;
   beginvalue(options_, second, &option, 2);
   if (wanted && second.good && second.text != "*") option.setasstring2(second.text);
 }

@@ -67,6 +67,8 @@ steplim , b yes >> b=1 >> VI 'steplim' saw ''
 s "a, b",b yes >> s=a, b b=1
 s "ab"c" d" b yes >> b=1 >> VQ
 p a "b >> p=a/a
+p a,b yes >> p=a/ b=1
+two 1,b yes >> two=1 b=1 >> VI 'two' saw ''
 --x a --x "b c" b yes >> b=1 --x=[a|b c]
 eol what steplim 5 6 >> >> VI 'steplim' saw '5 6'
 )");
