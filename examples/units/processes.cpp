@@ -18,7 +18,7 @@ std::string text(std::string_view s) {
 
 // What a user wrote after the name of the solver, and what the program puts before it.
 void arguments(optxv::texecarglist& list) {
-  list.splitappend("steplim=500 title=\"spring run\" \"\" trace");
+  list.splitappend("steplim=500 title=\"spring run\" trace");
   list.splitprepend("model.dat -q");
   for (std::int32_t i = 0; i < list.count(); ++i)
     std::printf("%d %s\n", i, text(list.get(i)).c_str());

@@ -235,7 +235,7 @@ enum {
   optxv_fault_unknown_value = 13, /* a value that the enumeration does not have */
   optxv_fault_list_overflow = 14, /* more values than the multi-list has members */
   optxv_fault_nesting = 15,       /* lists and macros nested too deep */
-  optxv_fault_handed_on = 16,     /* a value handed on too often */
+  optxv_fault_handed_on = 16,     /* values handed on too often in one entry */
   optxv_fault_own = 17,           /* a message of the program or of the parameter file */
   /* details, which add to the message before them */
   optxv_fault_allowed_range = 18,
@@ -245,7 +245,7 @@ enum {
   optxv_fault_cannot_open = 21, /* about: the file */
   optxv_fault_cannot_read = 22,
   optxv_fault_cannot_write = 23,
-  optxv_fault_file_nesting = 24,
+  optxv_fault_file_nesting = 24, /* files too deep in one another, or too many in one read */
   optxv_fault_queue_full = 25,
   /* dot options and indicators */
   optxv_fault_suffix_expected = 26,

@@ -282,6 +282,8 @@ OPTXV_API int32_t coptreaddefinition(optHandle handle, const char* filename);
  * optMsgUserError. Whatever is wrong inside is a message that begins with the number of the line,
  * and the read goes on. The messages about the file stand between one of kind optMsgFileEnter and
  * one of kind optMsgFileLeave; if there are none, neither are those two.
+ *
+ * The empty name stands for standard input, here and in optReadDefinition.
  */
 OPTXV_API int32_t optreadparameterfile(optHandle handle, const unsigned char* filename);
 OPTXV_API int32_t coptreadparameterfile(optHandle handle, const char* filename);
@@ -301,7 +303,9 @@ OPTXV_API void optreadfrompchar(optHandle handle, const char* text);
 
 /*
  * Writes a file of parameter text that sets what is set now: the options, in table order, then the
- * dot options and the indicators. The empty name stands for standard output.
+ * dot options and the indicators. The empty name stands for standard output. The file says what the
+ * language can say, which has no escapes: a value with a line feed, which only a call can give,
+ * comes out as two lines and does not survive.
  *
  * Result 0, or the system's error number of the failed open, with two messages of kind
  * optMsgUserError. A failure later than that ends the process; see FAULTS OF THE RUN.

@@ -175,7 +175,7 @@ void txlist::setcapacity(std::int32_t n) {
 // txstrings
 
 int txstrings::compare(std::int32_t i, std::int32_t j) {
-  return pstrcmp(item(i), item(j));
+  return pstrucmp(item(i), item(j));
 }
 void txstrings::freeitem(std::int32_t i) {
   disposestring(item(i));
@@ -215,7 +215,7 @@ void txcustomstringlist::exchange(std::int32_t i, std::int32_t j) {
 }
 
 int txcustomstringlist::compare(std::int32_t i, std::int32_t j) {
-  return pstrcmp(flist[i].fname, flist[j].fname);
+  return pstrucmp(flist[i].fname, flist[j].fname);
 }
 
 void txcustomstringlist::grow() {

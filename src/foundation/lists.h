@@ -122,8 +122,11 @@ class OPTXV_EXPORT txstrings : public txlist {
  public:
   ~txstrings() override { clear(); }
 
-  /// pstrcmp of two items: by bytes, case matters.
+  /// pstrucmp of two items: case ignored, as it is in indexof.
   int compare(std::int32_t i, std::int32_t j) override;
+  /// Releases the text of item i. KEEP: the item still points at it, so that nothing may be done
+  /// with it but to store over it in flist or to close the gap: get, put, indexof, a second
+  /// freeitem and clear would all reach for what is gone.
   void freeitem(std::int32_t i) override;
 
   std::int32_t add(std::string_view s);
@@ -159,7 +162,7 @@ class OPTXV_EXPORT txcustomstringlist : public tquicksortclass {
   ~txcustomstringlist() override { clear(); }
 
   void exchange(std::int32_t i, std::int32_t j) override;
-  /// pstrcmp of two names: by bytes, case matters.
+  /// pstrucmp of two names: case ignored, as it is in indexof.
   int compare(std::int32_t i, std::int32_t j) override;
   /// Makes room; called only when count() equals capacity().
   virtual void grow();
@@ -182,7 +185,9 @@ class OPTXV_EXPORT txcustomstringlist : public tquicksortclass {
   /// The first equal name, case ignored. KEEP: an empty name is never found.
   std::int32_t indexof(std::string_view s) const noexcept;
   std::int32_t indexofobject(const void* obj) const noexcept;
-  /// Releases the name of entry i, and its word through freeobject; the entry itself stays.
+  /// Releases the name of entry i, and its word through freeobject; the entry itself stays. KEEP:
+  /// it still points at both, so that a caller may only store over them in flist: every operation
+  /// that looks at the entry, clear too, would reach for what is gone.
   void freeitem(std::int32_t i);
   void delete_(std::int32_t i);
   /// Releases all entries, the last one first, and the array.

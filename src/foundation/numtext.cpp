@@ -11,6 +11,8 @@
 #include <limits>
 #include <system_error>
 
+#include "foundation/arithmetic.h"
+
 namespace optxv {
 
 namespace {
@@ -152,6 +154,7 @@ double convertreal(cursor& c) {
   const std::int64_t exponent = passexponent(c);
   double value = 0;
   const char* text = c.text.data();
+  const plainarithmetic plain;
   const auto result = std::from_chars(text + start, text + c.at, value);
   if (result.ec == std::errc::result_out_of_range) return beyondreals(mantissa, exponent);
   return value;
@@ -210,6 +213,7 @@ shortstring formatreal(double value, int width, int decimals, bool exponent) {
   std::array<char, mostdecimals + 64> buffer;
   const int kept = std::clamp(decimals, 0, mostdecimals);
   const auto form = exponent ? std::chars_format::scientific : std::chars_format::fixed;
+  const plainarithmetic plain;
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, form, kept).ptr;
   if (exponent)
@@ -247,7 +251,9 @@ shortstring _Q9_Str_d2(double value, int width, int decimals) {
 std::int64_t round(double value) {
   constexpr double limit = 9223372036854775808.0;  // 2 to the power of 63
   if (std::isnan(value)) return 0;
-  const double sum = value < 0 ? value - 0.5 : value + 0.5;
+  const plainarithmetic plain;
+  const volatile double half = std::signbit(value) ? -0.5 : 0.5;
+  const volatile double sum = value + half;
   if (sum >= limit) return std::numeric_limits<std::int64_t>::max();
   if (sum < -limit) return std::numeric_limits<std::int64_t>::min();
   return static_cast<std::int64_t>(sum);

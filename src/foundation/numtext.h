@@ -2,8 +2,9 @@
 //
 // Everything here has exactly the results of the C library's conversions in its default locale
 // (strtol, strtod, printf of ISO C), whatever locale the host program has set: it is built on
-// std::from_chars and std::to_chars, which know no locale. The trimmed and symbolic forms that
-// users see are made of these in strutilx.
+// std::from_chars and std::to_chars, which know no locale. Nor does it depend on the mode of
+// arithmetic (rounding, denormals taken for 0), which stays as it was. The trimmed and symbolic
+// forms that users see are made of these in strutilx.
 #pragma once
 
 #include <cstdint>

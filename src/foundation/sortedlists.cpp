@@ -3,6 +3,7 @@
 #include <cstring>
 #include <functional>
 
+#include "foundation/arithmetic.h"
 #include "foundation/numtext.h"
 
 namespace optxv {
@@ -141,7 +142,7 @@ void txstrstrlist::setasinteger(std::string_view key, std::int32_t n) {
 }
 
 void txstrstrlist::setasdouble(std::string_view key, double x) {
-  setasstring(key, x == 0 ? shortstring() : _Q9_Str_d0(x));
+  setasstring(key, iszero(x) ? shortstring() : _Q9_Str_d0(x));
 }
 
 // tbooleanbitarray

@@ -19,8 +19,6 @@ namespace optxv {
 /// sorts. What else disturbs the order (exchange, setname) is the caller's business, and clear
 /// changes nothing of what the list knows.
 ///
-/// KEEP: the case of letters matters in sorting and not in searching, so a list that setsorted put
-/// in order may not find a name that differs from its neighbours in case.
 /// KEEP: the first name added to an empty list clears the mark of being sorted, and it stays
 /// cleared until setsorted or an endupdate; in the meantime names still go to their places.
 ///
@@ -33,7 +31,8 @@ class OPTXV_EXPORT txsortedstringlist : public txcustomstringlist {
   void beginupdate() noexcept { countupdates(1); }
   /// Sorts if this closes the outermost bracket and the list is not marked as sorted.
   void endupdate();
-  /// Sorts by bytes if b is true and the list is not marked as sorted; then marks it as b says.
+  /// Sorts, case ignored, if b is true and the list is not marked as sorted; then marks it as b
+  /// says.
   void setsorted(bool b);
   bool sorted() const noexcept { return fsorted; }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "foundation/arithmetic.h"
 #include "foundation/numtext.h"
 #include "foundation/runtime.h"
 
@@ -467,7 +468,7 @@ bool isplain(double x) noexcept {
 }  // namespace
 
 shortstring dbltostr(double x) noexcept {
-  if (x == 0) return "0";
+  if (iszero(x)) return "0";
   const shortstring padded = _Q9_Str_d0(x);
   const std::string_view text = padded.view().substr(padded.view().find_first_not_of(' '));
   const std::size_t e = text.find('E');
@@ -552,7 +553,7 @@ bool strasintex2(std::string_view s, std::int32_t& n) noexcept {
   n = 0;
   double d = 0;
   if (!strasdoubleex(s, d)) return false;
-  if (d < -2147483648.0 || d > 2147483647.0 || d != std::trunc(d)) return false;
+  if (d < -2147483648.0 || d > 2147483647.0 || d != std::trunc(d) || isdenormal(d)) return false;
   n = static_cast<std::int32_t>(d);
   return true;
 }

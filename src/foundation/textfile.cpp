@@ -17,6 +17,7 @@ namespace optxv {
 namespace {
 
 constexpr std::size_t blocksize = std::size_t{64} << 10;
+constexpr std::size_t longestline = std::size_t{1} << 30;
 
 void fail(int number) {
   errno = number;
@@ -30,15 +31,29 @@ auto untilnotinterrupted(Call call) {
   return result;
 }
 
-/// A descriptor, or -1 with errno. A directory is refused; the system itself does so only for
-/// writing.
-int openfile(const char* name, int flags) {
-  const int descriptor = untilnotinterrupted([&] { return ::open(name, flags | O_CLOEXEC, 0666); });
+/// Whether a device may give bytes without an end: neither a terminal nor the null device.
+bool mayneverend(int descriptor, const struct stat& device) {
+  struct stat null;
+  return ::isatty(descriptor) == 0 &&
+         (::stat("/dev/null", &null) != 0 || null.st_rdev != device.st_rdev);
+}
+
+/// The system's number for what is refused although it can be opened, else 0. Directories are;
+/// the system itself refuses them only for writing.
+int refusal(int descriptor, bool nodevices) {
   struct stat status;
-  if (descriptor < 0 || ::fstat(descriptor, &status) != 0 || !S_ISDIR(status.st_mode))
-    return descriptor;
+  if (::fstat(descriptor, &status) != 0) return 0;
+  if (S_ISDIR(status.st_mode)) return EISDIR;
+  return nodevices && S_ISCHR(status.st_mode) && mayneverend(descriptor, status) ? ENOTSUP : 0;
+}
+
+/// A descriptor, or -1 with errno.
+int openfile(const char* name, int flags, bool nodevices) {
+  const int descriptor = untilnotinterrupted([&] { return ::open(name, flags | O_CLOEXEC, 0666); });
+  const int refused = descriptor < 0 ? 0 : refusal(descriptor, nodevices);
+  if (refused == 0) return descriptor;
   ::close(descriptor);
-  errno = EISDIR;
+  errno = refused;
   return -1;
 }
 
@@ -120,7 +135,7 @@ int textfile::readstandard(char* dest, int maximum) {
 std::size_t textfile::skipstandard() {
   std::size_t skipped = 0;
   char last = '\0';
-  for (int c = getstandard(); c != EOF; c = getstandard(), ++skipped) {
+  for (int c = getstandard(); c != EOF && !endless(skipped); c = getstandard(), ++skipped) {
     if (c == '\n') return withoutreturn(skipped, last);
     last = static_cast<char>(c);
   }
@@ -144,20 +159,20 @@ void textfile::begin() {
   failure_ = 0;
 }
 
-void textfile::open(int flags, mode opened, mode standard) {
+void textfile::open(int flags, bool nodevices, mode opened, mode standard) {
   begin();
   if (standard_) {
     mode_ = standard;
     return;
   }
-  descriptor_ = openfile(name_, flags);
+  descriptor_ = openfile(name_, flags, nodevices);
   if (descriptor_ < 0) return fail(errno);
   block_ = std::make_unique_for_overwrite<char[]>(blocksize);
   mode_ = opened;
 }
 
-void textfile::reset() {
-  open(O_RDONLY, mode::reading, mode::standardinput);
+void textfile::reset(bool nodevices) {
+  open(O_RDONLY, nodevices, mode::reading, mode::standardinput);
 }
 
 /// The bytes are a block that is full from the start, with the end of the file after it.
@@ -170,7 +185,7 @@ void textfile::resetmemory(std::string_view bytes) {
 }
 
 void textfile::rewrite() {
-  open(O_WRONLY | O_CREAT | O_TRUNC, mode::writing, mode::standardoutput);
+  open(O_WRONLY | O_CREAT | O_TRUNC, false, mode::writing, mode::standardoutput);
   if (mode_ == mode::standardoutput) interrupting_ = interruptingsignals();
 }
 
@@ -187,6 +202,15 @@ void textfile::failread(int number) {
   fail(number);
   failure_ = number;
   ended_ = true;
+}
+
+/// Whether a line from which so much was skipped is taken for one without an end; then nothing more
+/// is read.
+bool textfile::endless(std::size_t skipped) {
+  if (skipped < longestline) return false;
+  failread(EFBIG);
+  next_ = end_;
+  return true;
 }
 
 /// Makes sure that there is an unread byte; false if the file ends or a read fails.
@@ -234,10 +258,11 @@ std::size_t textfile::readln() {
   if (mode_ == mode::standardinput) return skipstandard();
   std::size_t skipped = 0;
   char last = '\0';
-  while (fill()) {
-    const auto left = static_cast<std::size_t>(end_ - next_);
+  while (!endless(skipped) && fill()) {
+    const auto left = std::min(static_cast<std::size_t>(end_ - next_), longestline - skipped);
     const void* linefeed = *next_ == '\n' ? next_ : std::memchr(next_, '\n', left);
-    const char* const stop = linefeed == nullptr ? end_ : static_cast<const char*>(linefeed);
+    const char* const stop =
+        linefeed == nullptr ? next_ + left : static_cast<const char*>(linefeed);
     if (stop != next_) last = stop[-1];
     skipped += static_cast<std::size_t>(stop - next_);
     next_ = stop;

@@ -18,8 +18,9 @@ namespace optxv {
 /// the standard input or output: the host's own stdio stream, which is used as it is, flushed but
 /// never closed and never given another buffer. Every other file is a descriptor of this object,
 /// close-on-exec, with a block of 64 KiB that lives while the file is open; memory use does not
-/// depend on the length of a file or of its lines. System calls that a signal interrupts are
-/// repeated.
+/// depend on the length of a file or of its lines. A line that goes on for 1 GiB past what was read
+/// of it is taken for one without an end: the read fails with EFBIG (27). System calls that a
+/// signal interrupts are repeated.
 ///
 /// resetmemory and rewritememory open a text in memory instead, whatever the name is. Reading it is
 /// in every respect like reading a file of these bytes.
@@ -44,8 +45,9 @@ class OPTXV_EXPORT textfile {
   void assign(std::string_view name);
 
   /// Opens for reading from the start; an open file is closed first. The error code becomes 0 or
-  /// the system's number. A directory is refused with EISDIR (21).
-  void reset();
+  /// the system's number. A directory is refused with EISDIR (21), and with nodevices a named
+  /// character device too, other than a terminal or the null device, with ENOTSUP (95 on Linux).
+  void reset(bool nodevices = false);
 
   /// The same for bytes in memory, any number of them; this cannot fail. BORROWS: the bytes, which
   /// must not change until the file is closed.
@@ -100,8 +102,9 @@ class OPTXV_EXPORT textfile {
   };
 
   void begin();
-  void open(int flags, mode opened, mode standard);
+  void open(int flags, bool nodevices, mode opened, mode standard);
   bool fill();
+  bool endless(std::size_t skipped);
   void failread(int number);
   int getstandard();
   int readstandard(char* dest, int maximum);

@@ -82,9 +82,9 @@ tminiparser::tminiparser(txcustomstringlist* echolist, bool echoon, const charse
 
 // Sources ----------------------------------------------------------------------------------------
 
-int tminiparser::fileopen(std::string_view name) {
+int tminiparser::fileopen(std::string_view name, bool nodevices) {
   srcfile_.assign(name);
-  srcfile_.reset();
+  srcfile_.reset(nodevices);
   return startlines(ioresult());
 }
 
@@ -94,7 +94,7 @@ void tminiparser::textopen(std::string_view bytes) {
 }
 
 int tminiparser::open(const linesource& from) {
-  if (!from.bytes) return fileopen(from.name);
+  if (!from.bytes) return fileopen(from.name, from.nodevices);
   textopen(*from.bytes);
   return 0;
 }

@@ -27,6 +27,7 @@ extern const charset invalideolcommchar;
 struct linesource {
   std::string_view name;
   std::optional<std::string_view> bytes = std::nullopt;
+  bool nodevices = false;  ///< as textfile::reset
 };
 
 /// Reads one source, line by line, with one character of look-ahead.
@@ -65,7 +66,7 @@ class tminiparser : public tobject {
 
   /// Opens a file; an empty name is the standard input. Gives 0, or the system's error number: then
   /// nothing can be read.
-  int fileopen(std::string_view name);
+  int fileopen(std::string_view name, bool nodevices = false);
   /// Reads bytes in memory, any number of them, as the lines of a file. BORROWS: the bytes, which
   /// must outlive the reading.
   void textopen(std::string_view bytes);

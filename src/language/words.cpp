@@ -44,9 +44,12 @@ int checkboolean(std::string_view word) {
   }
 }
 
+bool needsquotes(std::string_view value) {
+  return value.empty() || value.find_first_of(separators) != std::string_view::npos;
+}
+
 shortstring strexternal(std::string_view value) {
-  if (!value.empty() && value.find_first_of(separators) == std::string_view::npos) return value;
-  return concat(quoted{value});
+  return needsquotes(value) ? concat(quoted{value}) : shortstring(value);
 }
 
 }  // namespace optxv

@@ -12,8 +12,12 @@ namespace optxv {
 /// KEEP: true is 0 and false is 1; callers of the library rely on it.
 int checkboolean(std::string_view word);
 
-/// A value in the form that the parameter reader reads back: between double quotes if it is empty
-/// or holds a tab, a blank or a comma, otherwise unchanged.
+/// Whether the parameter reader reads a value back only from between double quotes: it is empty or
+/// holds a tab, a blank or a comma.
+bool needsquotes(std::string_view value);
+
+/// A value in the form that the parameter reader reads back: between double quotes if it needs
+/// them, otherwise unchanged.
 /// KEEP: nothing is escaped, and a quoted value of 254 or 255 bytes loses its closing quote, since
 /// texts are cut at 255 bytes.
 shortstring strexternal(std::string_view value);

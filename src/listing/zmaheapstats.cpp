@@ -32,26 +32,25 @@ struct slotcounts {
   }
 };
 
-void writenice(tzmalist& list, std::int64_t value, std::int32_t width) {
-  list.wrstrfmt(int64tonicestr(value), width);
-}
+/// How a number reads: with its digits in groups of three, or plain.
+using numbertext = shortstring (*)(std::int64_t) noexcept;
 
-void writecounts(tzmalist& list, const slotcounts& counts) {
-  writenice(list, counts.gets, 16);
-  writenice(list, counts.frees, 16);
-  writenice(list, counts.onlist, 17);
-  writenice(list, counts.used, 16);
+void writecounts(tzmalist& list, const slotcounts& counts, numbertext text) {
+  list.wrstrfmt(text(counts.gets), 16);
+  list.wrstrfmt(text(counts.frees), 16);
+  list.wrstrfmt(text(counts.onlist), 17);
+  list.wrstrfmt(text(counts.used), 16);
   list.wrln();
 }
 
 void writerow(tzmalist& list, int n, const slotcounts& row) {
   list.wrintfmt(n, 3);
-  writenice(list, row.bytes / kilobyte, 11);
+  list.wrstrfmt(int64tonicestr(row.bytes / kilobyte), 11);
   list.wrstr(" Kb");
   list.wrintfmt(heapunitbytes * (n - 1) + 1, 4);
   list.wrch('-');
   list.wrintfmt(heapunitbytes * n, 3);
-  writecounts(list, row);
+  writecounts(list, row, int64tonicestr);
 }
 
 slotcounts writerows(tzmalist& list) {
@@ -69,9 +68,9 @@ slotcounts writerows(tzmalist& list) {
 void writetotals(tzmalist& list, const slotcounts& totals) {
   list.wrstrln(fillstr('-', 90));
   list.wrstr("Totals");
-  writenice(list, totals.bytes / kilobyte, 16);
+  list.wrstrfmt(inttostr(totals.bytes / kilobyte), 16);
   list.wrstr(" Kb");
-  writecounts(list, totals);
+  writecounts(list, totals, inttostr);
 }
 
 void writeblocks(tzmalist& list) {
@@ -99,7 +98,7 @@ void writesystemheap(tzmalist& list) {
       {"ReAlloc Free Memory= ", heap.reallocfree / kilobyte, " Kb"},
   };
   list.wrstrln("System Heap:");
-  for (const auto& row : rows) list.wrstrln(concat(row.label, int64tonicestr(row.value), row.unit));
+  for (const auto& row : rows) list.wrstrln(concat(row.label, inttostr(row.value), row.unit));
   list.wrln();
 }
 

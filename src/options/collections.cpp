@@ -15,9 +15,10 @@ namespace {
 /// Lists and macros may be nested to any depth, and a value goes down through all of them on the
 /// stack. The limit is far deeper than any real table, and well within a small stack.
 constexpr std::int32_t maximumnesting = 500;
-/// A macro may name a macro twice, and with a few dozen such levels an assignment would not end.
-/// The limit is far more than any real table needs, and is reached within seconds.
-constexpr std::int32_t maximumhandedon = 5'000'000;
+/// A macro may name a macro twice, and with a few dozen such levels an entry would not end. The
+/// limit is far more than any real table needs, and is reached within milliseconds. All that an
+/// entry hands on counts, on whatever level.
+constexpr std::int32_t maximumhandedon = 100'000;
 
 /// One list or macro that is being assigned. A limit that is passed causes a message and ends the
 /// assignment. While this object lives, it is the origin of the values that members get.

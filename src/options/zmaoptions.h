@@ -374,6 +374,7 @@ class tzmaoptions : public toptionx {
   heapstring indicatorkey;
   std::unique_ptr<txlistobj> indicatorlist;  ///< nil without an indicator record
   std::int32_t filedepth = 0;                ///< parameter files that are open, one within another
+  std::int32_t filesopened = 0;              ///< parameter files of the outermost read so far
   bool recentenabled = true;
   std::int32_t indicatorerrors = 0;
   std::int32_t dotoptionerrors = 0;

@@ -13,6 +13,8 @@ namespace optxv {
 namespace {
 
 constexpr std::int32_t maximumfiledepth = 9;
+/// A file that reads itself a few times would be opened a few times to the ninth.
+constexpr std::int32_t maximumfiles = 10'000;
 constexpr int joinedwords = 3;  // words that may follow the first of a key under Minos
 constexpr std::string_view runtimeprefix = "--";
 
@@ -260,7 +262,7 @@ void entryreader::assigntwo(toption& option) {
 }
 
 /// Stores two values. One that is '*' leaves its half as it is, and a first value without a second
-/// goes to both.
+/// goes to both. KEEP: in token mode a comma after the first is an empty second value.
 void entryreader::assign2(toption& option, const readvalue& first, const readvalue& second) {
   beginvalue(options_, first, &option);
   const bool wanted = usable(option);
@@ -268,7 +270,7 @@ void entryreader::assign2(toption& option, const readvalue& first, const readval
     option.setasstring(first.text);
     if (!second.good) option.setasstring2(first.text);
   }
-  if (second.written.length == 0) return;
+  if (!second.good && second.written.length == 0) return;
   beginvalue(options_, second, &option, 2);
   if (wanted && second.good && second.text != "*") option.setasstring2(second.text);
 }
@@ -304,11 +306,23 @@ void entryreader::checkremainder() {
   in_.skiptoeol();
 }
 
+/// Whether the outermost read may open one file more; at the first that it may not, a message says
+/// so.
+bool mayopen(tzmaoptions& options, std::string_view name) {
+  if (options.filesopened > maximumfiles) return false;
+  if (++options.filesopened <= maximumfiles) return true;
+  options.addmessage(optMsgUserError,
+                     concat("More than ", inttostr(maximumfiles), " files; the rest ignored"),
+                     {.fault = optxv_fault_file_nesting, .about = name});
+  return false;
+}
+
 /// What the readers of one line of text share: the messages before and after it, and a reader of
 /// its own.
 template <class Start>
 void readtext(tzmaoptions& options, std::string_view source, Start start) {
   tminiparser reader(&options.messagelist, options.echoflag, options.eolcommset);
+  if (options.parser == nullptr) options.filesopened = 0;
   const replacement<tminiparser*> running(options.parser, &reader);
   const replacement<valueorigin> origin(options.assigning, options.assigning);
   options.beginsource(reader, optxv_source_string, source);
@@ -335,14 +349,18 @@ void tzmaoptions::optreadfrompchar(const char* text) {
 }
 
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
-  return readparameters({filename});
+  return readparameters({.name = filename, .nodevices = parser != nullptr});
 }
 
 std::int32_t tzmaoptions::readparametertext(std::string_view name, std::string_view bytes) {
   return readparameters({name, bytes});
 }
 
+/// KEEP: a file that may not be opened any more is no failure, as one that is nested too deep is
+/// none.
 std::int32_t tzmaoptions::readparameters(const linesource& source) {
+  if (parser == nullptr) filesopened = 0;
+  if (!mayopen(*this, source.name)) return 0;
   tminiparser reader(&messagelist, echoflag, eolcommset);
   const replacement<tminiparser*> running(parser, &reader);
   if (const int code = reader.open(source); code != 0) {

@@ -41,12 +41,14 @@ void writescalar(textfile& file, const toption& option) {
   endline(file);
 }
 
+/// An item goes out in full, unlike a scalar value, whose quotes may not fit a bounded text.
 /// KEEP: under the table's name, while a scalar option is written under its display name.
 void writeitems(textfile& file, std::string_view tablename, const tstrlistoption& list) {
   for (std::int32_t i = 0; i < list.count(); ++i) {
-    file.write(tablename);
-    file.write("=");
-    file.write(strexternal(list.item(i)));
+    const std::string_view item = list.item(i);
+    const std::string_view quote = needsquotes(item) ? "\"" : "";
+    for (const std::string_view part : {tablename, std::string_view("="), quote, item, quote})
+      file.write(part);
     endline(file);
   }
 }

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <limits>
 #include <string_view>
 
 #include "foundation/pchutil.h"
@@ -18,7 +19,11 @@ namespace {
 
 constexpr std::int64_t nanosecondsofsecond = 1'000'000'000;
 
+/// A time beyond what the result holds becomes its nearest limit.
 std::int64_t nanosecondsof(const timespec& time) noexcept {
+  using limits = std::numeric_limits<std::int64_t>;
+  if (time.tv_sec >= limits::max() / nanosecondsofsecond) return limits::max();
+  if (time.tv_sec < limits::min() / nanosecondsofsecond) return limits::min();
   return std::int64_t{time.tv_sec} * nanosecondsofsecond + time.tv_nsec;
 }
 

@@ -25,9 +25,11 @@ int get_env(const char* name, char* value, std::size_t size) noexcept;
 
 /// Where to store what is reported of a file.
 struct filestat {
-  std::int64_t& size;      ///< bytes
-  std::int64_t& modified;  ///< nanoseconds since 1 January 1970 UTC
-  std::int32_t& mode;      ///< st_mode of POSIX: the kind and the permissions
+  std::int64_t& size;  ///< bytes
+  /// Nanoseconds since 1 January 1970 UTC; a time before 1677 or after 2262 is the lowest or the
+  /// highest number.
+  std::int64_t& modified;
+  std::int32_t& mode;  ///< st_mode of POSIX: the kind and the permissions
 };
 int get_file_stat(std::int32_t handle, const filestat& out) noexcept;
 /// Follows symbolic links; a nil name is an empty one.

@@ -45,7 +45,8 @@ class wordsof {
  public:
   explicit wordsof(const char* text) noexcept : at_(text == nullptr ? "" : text) {}
 
-  /// Stores the next word; false, with an empty one, at the end.
+  /// Stores the next word; false, with an empty one, at the end. KEEP: a pair of quotes that stands
+  /// alone is the end as well.
   bool next(shortstring& word) noexcept {
     word.clear();
     skip();
@@ -60,17 +61,10 @@ class wordsof {
   }
 
  private:
-  /// Skips what separates words, and pairs of quotes with nothing between them.
+  /// Skips what separates words, and then a pair of quotes with nothing between them.
   void skip() noexcept {
-    for (;;) {
-      if (*at_ != '\0' && parts(*at_)) {
-        ++at_;
-      } else if (at_[0] == '"' && at_[1] == '"') {
-        at_ += 2;
-      } else {
-        return;
-      }
-    }
+    while (*at_ != '\0' && parts(*at_)) ++at_;
+    if (at_[0] == '"' && at_[1] == '"') at_ += 2;
   }
 
   void quotedstretch(shortstring& word) noexcept {

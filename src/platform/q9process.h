@@ -57,6 +57,8 @@ class OPTXV_EXPORT texecarglist : public tobject {
   /// to the next double quote or to the end; the quotes themselves are dropped, wherever they
   /// stand, and none can be escaped. A word is cut at 255 bytes. A pair of quotes with nothing in
   /// it is no argument. The text ends at a zero byte.
+  /// KEEP: such a pair that stands alone is an empty word, and an empty word ends the text: a "" b
+  /// is the one word a.
   std::int32_t split(bool append, std::string_view s);
   std::int32_t splitappend(std::string_view s) { return split(true, s); }
   std::int32_t splitprepend(std::string_view s) { return split(false, s); }

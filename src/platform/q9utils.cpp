@@ -12,6 +12,7 @@
 #include <new>
 #include <string>
 
+#include "foundation/arithmetic.h"
 #include "foundation/numtext.h"
 #include "platform/arguments.h"
 #include "platform/q9platform.h"
@@ -103,6 +104,10 @@ shortstring programdirectory() noexcept {
 std::size_t extensionstart(std::string_view name) noexcept {
   const std::size_t last = name.find_last_of("./");
   return last == std::string_view::npos || name[last] == delimiter ? name.size() : last;
+}
+
+bool belowzero(double x) noexcept {
+  return std::signbit(x) && !iszero(x) && !std::isnan(x);
 }
 
 constexpr int mostdecimals = 14;  // after the point of a real's default text
@@ -220,19 +225,24 @@ shortstring replacefileext(std::string_view name, std::string_view ext) noexcept
 
 shortstring floattoe(double x, int decimals) noexcept {
   decimals = std::clamp(decimals, 0, mostdecimals);
-  const double magnitude = std::fabs(x);
-  const bool plain = magnitude == 0 || !std::isfinite(magnitude);
-  const shortstring shown = _Q9_Str_d0(plain ? magnitude : roundedmagnitude(magnitude, decimals));
+  const plainarithmetic plain;
+  const volatile double magnitude = std::fabs(x);
+  const bool asis = iszero(magnitude) || !std::isfinite(magnitude);
+  const volatile double shownvalue = asis ? magnitude : roundedmagnitude(magnitude, decimals);
+  const shortstring shown = _Q9_Str_d0(shownvalue);
   const std::string_view text = shown.view().substr(shown.view().find_last_of(' ') + 1);
   const std::size_t exponent = text.find('E');
-  const std::string_view sign = x < 0 ? " -" : "  ";
+  const std::string_view sign = belowzero(x) ? " -" : "  ";
   if (exponent == std::string_view::npos) return concat(sign, text);
   return concat(sign, text.substr(0, static_cast<std::size_t>(decimals) + 2),
                 text.substr(exponent));
 }
 
 double realround(double x) noexcept {
-  return std::trunc(x >= 0 ? x + 0.5 : x - 0.5);
+  const plainarithmetic plain;
+  const volatile double half = belowzero(x) ? -0.5 : 0.5;
+  const volatile double sum = x + half;
+  return std::trunc(sum);
 }
 double realtrunc(double x) noexcept {
   return std::trunc(x);

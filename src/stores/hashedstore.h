@@ -51,10 +51,11 @@ class OPTXV_EXPORT tlinkeddata : public tobject {
   /// The same, with the data copied out; false at the end.
   bool getnextrecord(linkedrecord*& cursor, std::int32_t* key, void* data);
 
-  /// Reallocates an array to count() + 1 pointers, size becoming that number, and writes the keys
-  /// of all records to it from index 1 on, in the order of the list; index 0 gets nil.
-  /// REQUIRES: the array is nil and size 0, or they are what an earlier call left.
-  /// OWNS: the caller, who frees it with xreallocmem to 0 bytes. BORROWS: the keys stay the list's.
+  /// Reallocates an array to count() + 1 pointers and writes the keys of all records to it from
+  /// index 1 on, in the order of the list; index 0 gets nil. size counts in pointers, not in bytes,
+  /// before and after. REQUIRES: the array is nil and size 0, or they are what an earlier call
+  /// left. OWNS: the caller, who frees it with xreallocmem from size times sizeof *array to 0
+  /// bytes. BORROWS: the keys stay the list's.
   void createlist(const std::int32_t**& array, std::int64_t& size) const;
 
   /// Frees the records whose data equals that, byte by byte, and finds the tail again; returns

@@ -1,12 +1,13 @@
 #include "writers/help.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <unordered_map>
 #include <vector>
 
 #include "foundation/numtext.h"
+#include "foundation/runtime.h"
 #include "foundation/strutilx.h"
+#include "foundation/textfile.h"
 #include "options/optionkinds.h"
 #include "options/zmaoptions.h"
 #include "writers/valueforms.h"
@@ -249,12 +250,15 @@ void helpwriter::definitions() {
 
 /// The one thing that the option functions ever print, and only when asked to.
 void helpwriter::debuglisting() const {
-  std::fputc('\n', stdout);
+  textfile output;
+  output.rewrite();
+  output.writeln();
   for (std::int32_t entry = 0; entry < items_.count(); ++entry) {
-    const std::string_view name = items_.getname(entry);
-    std::fwrite(name.data(), 1, name.size(), stdout);
-    std::fputs(items_.getobject(entry) == nullptr ? " *****Nil = Syn\n" : " \n", stdout);
+    output.write(items_.getname(entry));
+    output.write(items_.getobject(entry) == nullptr ? " *****Nil = Syn\n" : " \n");
   }
+  output.close();
+  ioresult();  // nobody is told of a failure
 }
 
 }  // namespace

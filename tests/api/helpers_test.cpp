@@ -46,6 +46,22 @@ TEST(Helpers, ReportOnTheSystemAndFiles) {
   EXPECT_EQ(size, 7);
   EXPECT_EQ(modified, 1'600'000'000'123'000'000);
   EXPECT_EQ(mode & S_IFMT, S_IFREG);
+
+  const int descriptor = open(file.c_str(), O_RDONLY);
+  EXPECT_EQ(get_file_stat(descriptor, &size, &modified, &mode), 0);
+  close(descriptor);
+  EXPECT_EQ(get_file_stat(descriptor, &size, &modified, &mode), EBADF);
+  // The last second of 2262 that nanoseconds count, the next one, and years that not every file
+  // system knows.
+  for (const time_t second : {9223372035, 9223372036, 12000000000}) {
+    const timespec late[2] = {{1, 0}, {second, 500000000}};
+    struct stat status {};
+    if (utimensat(AT_FDCWD, file.c_str(), late, 0) != 0 || stat(file.c_str(), &status) != 0 ||
+        status.st_mtim.tv_sec != second)
+      continue;
+    EXPECT_EQ(get_file_stat_by_name(file.c_str(), &size, &modified, &mode), 0);
+    EXPECT_EQ(modified, second == 9223372035 ? 9'223'372'035'500'000'000 : INT64_MAX) << second;
+  }
 }
 
 }  // namespace

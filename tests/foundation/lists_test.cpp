@@ -93,9 +93,18 @@ TEST(Names, KeepTheirWordsBesideThem) {
     list.putobject(2, &c), list.setname(0, list.getname(0).substr(2)), list.exchange(0, 3);
     EXPECT_EQ(list.text() + log, "- beta2 beta3 pha1 ");
     list.delete_(1), list.add("Z"), list.sortn(list.count());
-    EXPECT_EQ(list.text() + log, "- Z- beta3 pha1 2") << "by bytes, nil first";
+    EXPECT_EQ(list.text() + log, "- beta3 pha1 Z- 2") << "case ignored, nil first";
   }
-  EXPECT_EQ(log, "213--") << "the rest from the last to the first";
+  EXPECT_EQ(log, "2-13-") << "the rest from the last to the first";
+}
+
+TEST(Texts, AreSortedAsTheyAreSought) {
+  txstrings list;
+  for (const char* const text : {"b", "A", "", "C", "a_", "aB"}) list.add(text);
+  list.sort();
+  std::string sorted;
+  for (std::int32_t i = 0; i < list.count(); ++i) sorted.append(list.get(i)) += ' ';
+  EXPECT_EQ(sorted, " A aB a_ b C ");
 }
 
 }  // namespace

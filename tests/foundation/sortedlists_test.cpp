@@ -38,16 +38,20 @@ TEST(SortedNames, StandWhereTheseStepsPutThem) {
     EXPECT_EQ(std::pair(all(list), list.sorted()), std::pair(names, sorted)) << steps;
   };
   give("", "", true), give("+a +b +c +B", "a B b c ", false), give("+b s +a", "a b ", true);
-  give("( +b ( +a ) +c", "b a c ", false), give("( +b +A ( +a ) +B )", "A B a b ", true);
+  give("( +b ( +a ) +c", "b a c ", false), give("( +b +A +C +a )", "a A b C ", true);
   give("+a +a s x +b", "b ", false), give("( +c +b x +z +a )", "a z ", true);
   give(") ( +c +a", "a c ", false), give("+b +a s =z s", "z b ", true);
 }
 
 TEST(SortedNames, AreFoundByBinarySearch) {
   const std::tuple<std::string, std::string, bool, std::int32_t, std::int32_t> rows[] = {
-      {"", "a", false, 0, -1},           {"+a +c +e s", "C", true, 1, 1},
-      {"+a +c +e s", "d", false, 2, -1}, {"+a +a +a +a s", "A", true, 1, 1},
-      {"( +c +b +a", "c", false, 3, 0},  {"( +a +B )", "b", true, 0, 0}};
+      {"", "a", false, 0, -1},
+      {"+a +c +e s", "C", true, 1, 1},
+      {"+a +c +e s", "d", false, 2, -1},
+      {"+a +a +a +a s", "A", true, 1, 1},
+      {"( +c +b +a", "c", false, 3, 0},
+      {"( +b +A +C +a )", "c", true, 3, 3},
+      {"( +b +A +C +a )", "B", true, 2, 2}};
   for (const auto& [steps, name, found, at, indexof] : rows) {
     txsortedstringlist list;
     perform(list, steps);

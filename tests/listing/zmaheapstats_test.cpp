@@ -39,12 +39,12 @@ TEST(HeapReport, OfPiecesBlocksAndLargeOnes) {
  31          0 Kb 241-248               1               0                0               1
  32      1,000 Kb 249-256           4,000               0                0           4,000
 ------------------------------------------------------------------------------------------
-Totals           1,000 Kb           4,003               1                1           4,002
+Totals            1000 Kb            4003               1                1            4002
 Memory Allocated   = 1,024 Kb (In 2 blocks of 512 Kb each)
 
 System Heap:
-Memory High mark   = 2,001 Kb
-Memory allocated   = 2,001 Kb
+Memory High mark   = 2001 Kb
+Memory allocated   = 2001 Kb
 #GetMem            = 3
 #FreeMem           = 0
 #ReAllocMem        = 1

@@ -138,6 +138,22 @@ TEST(MultiList, MayBeAMemberOfItself) {
   EXPECT_EQ(options.brief(), "V Members nested too deep for option 'endless'");
 }
 
+// What an entry hands on is counted on all levels together.
+TEST(Nesting, HandsOnAHundredThousandValues) {
+  std::string definition = "list strlist 1 0 0\nm0 macro 0 0\n list\n";
+  for (int i = 1; i <= 20; ++i) {
+    const std::string below = " m" + std::to_string(i - 1) + '\n';
+    definition += "m" + std::to_string(i) + " macro 0 0\n" + below + below;
+  }
+  optiontable options(definition + "both multilist 1 0 0\n m15 m20\n");
+  const auto& list = static_cast<const tstrlistoption&>(options.option("list"));
+  options->setasstring("m15", "x");
+  EXPECT_EQ(options.brief() + std::to_string(list.count()), "32768");
+  options->setasstring("both", "y:z");
+  EXPECT_EQ(options.brief(), "V Too many members for option 'both'");
+  EXPECT_LT(list.count(), 2 * 32768 + 2000) << "what the first member took is gone for the second";
+}
+
 TEST(Nesting, DoublingEndsSomewhere) {
   std::string definition = "m0 integer 1 0 0 9 0 0\n";
   for (int i = 1; i <= 60; ++i) {

@@ -67,6 +67,8 @@ steplim , b yes >> b=1 >> VI 'steplim' saw ''
 s "a, b",b yes >> s=a, b b=1
 s "ab"c" d" b yes >> b=1 >> VQ
 p a "b >> p=a/a
+p a,b yes >> p=a/ b=1
+two 1,b yes >> two=1 b=1 >> VI 'two' saw ''
 --x a --x "b c" b yes >> b=1 --x=[a|b c]
 eol what steplim 5 6 >> >> VI 'steplim' saw '5 6'
 )");
@@ -145,6 +147,49 @@ TEST(Files, NestNineLevelsDeep) {
   EXPECT_EQ(options.queue(true).size(), 23U);
   EXPECT_EQ(options.queue(), lines{"*** Error File nesting level too deep; file ignored"});
   EXPECT_EQ(options.state(), "--level=[x|x|x|x|x|x|x|x|x]");
+}
+
+// A file that reads itself ten times would be opened a billion times.
+TEST(Files, AreTenThousandInOneRead) {
+  optiontable options(table);
+  options.put("once", "--read x\n");
+  options.read(joined(lines(10001, "rf {once}\n"), "") + "steplim 5\n");
+  const auto& taken = static_cast<const tstrlistoption&>(options.option("--read"));
+  EXPECT_EQ(taken.count(), 9999) << "and the file that reads them";
+  EXPECT_EQ(options.brief(), "E10000: More than 10000 files; the rest ignored");
+  options.read("steplim 6 rf {once}").read("rf {once}");
+  EXPECT_EQ(taken.count(), 10000) << "each read of the program counts anew";
+  options.files["self"];
+  options.put("self", "--read x\n" + joined(lines(10, "rf {self}\n"), ""));
+  EXPECT_EQ(options->optreadparameterfile(options.path("self")), 0);
+  EXPECT_LE(taken.count(), 20000);
+}
+
+// A device may never end: a file may not name it, but the program may.
+TEST(Files, OfDevices) {
+  const char* const refused =
+      "E Cannot open parameter file '/dev/zero' | "
+      "E Error code = 95; Operation not supported";
+  for (const char* const device : {"/dev/null", "/dev/zero"}) {
+    optiontable options(table);
+    options.read("\nrf " + str(device) + "\nsteplim 5\n");
+    EXPECT_EQ(options.brief(), str(device) == "/dev/zero" ? refused : "");
+    EXPECT_EQ(options.state(), "steplim=5");
+  }
+  optiontable options(table);
+  options.read("rf /dev/zero");
+  EXPECT_EQ(options.brief(), refused) << "a string names a file as a file does";
+}
+
+// A line without an end is read for a while, and no longer.
+TEST(Files, WithAnEndlessLine) {
+  optiontable options(table);
+  EXPECT_EQ(options->optreadparameterfile("/dev/zero"), EFBIG);
+  const lines queue = options.queue();
+  ASSERT_GE(queue.size(), 2U);
+  EXPECT_EQ(queue[queue.size() - 2] + " | " + queue.back(),
+            "*** Error line 1: Cannot read parameter file \"/dev/zero\" | "
+            "*** Error line 1: Error code = 27; File too large");
 }
 
 TEST(Files, ThatCannotBeOpened) {

@@ -32,6 +32,7 @@ std::string written(optiontable& t) {
 }
 
 TEST(ParameterWriter, Bytes) {
+  const std::string long254 = "a " + std::string(252, 'x'), long255 = long254 + 'y';
   const std::array<std::string, 3> rows[] = {
       // In table order, whatever the order of the text; the kinds without a value are left out.
       {definition,
@@ -50,6 +51,9 @@ TEST(ParameterWriter, Bytes) {
       {"Minos lookup\nmax_step integer 1 1 0 9 0 1 Step\npath_list strlist 1 0 1 Paths\n" +
            nobounds,
        "max step 5\npath list a_b\n", "max step=5\npath_list=a_b\n"},
+      // An item gets both its quotes, however long it is; a scalar value loses what does not fit.
+      {definition, "paths " + long254 + "\npaths " + long255 + "\nname " + long255 + "\n",
+       "name=\"" + long254 + "\npaths=\"" + long254 + "\"\npaths=\"" + long255 + "\"\n"},
   };
   for (const auto& [table, text, bytes] : rows) {
     optiontable t(table);

@@ -38,7 +38,9 @@ TEST(ArgumentList, SplitsWords) {
     EXPECT_EQ(contentof(list), parts + "[z]" + parts) << text;
   };
   splits(" \t\n\x01 ", ""), splits("a \"b c\" d", "[a][b c][d]"), splits("a\"b c\"d", "[ab cd]");
-  splits("\"\" a \"\"\"\" b", "[a][b]"), splits("\"\"a\"\"", "[a]"), splits("\" \"", "[ ]");
+  splits("\"\"a\"\" b", "[a][b]"), splits("\"\"\"\"a", "[a]"), splits("\" \"", "[ ]");
+  // An empty pair that stands alone ends the text.
+  splits("a \"\" b", "[a]"), splits("\"\" a", ""), splits("a \"\"\"\" b", "[a]");
   splits("a \"b c", "[a][b c]"), splits("a \"", "[a]"), splits("\"a\x01\tb\"", "[a\x01\tb]");
   splits("a\x1fg\x7f\xff c", "[a][g\x7f\xff][c]"), splits({"a b\0c d", 7}, "[a][b]");
   splits("it's \\\" x\"", "[it's][\\ x]"), splits(x + "x y", "[" + x + "][y]");
@@ -110,7 +112,7 @@ TEST_F(Programs, WaitingTakesTheStatusOfOtherChildren) {
 
 TEST_F(Programs, ArgumentsArriveAsTheyAre) {
   const auto shown = [&] { return folder_.get("out"); };
-  EXPECT_EQ(of(q9exec, show_ + " a \"b  c\" $HOME;x \"\" 'q r' d\"e f\"g \x01 \"\x01\""), "0/7");
+  EXPECT_EQ(of(q9exec, show_ + " a \"b  c\" $HOME;x 'q r' d\"e f\"g \x01 \"\x01\""), "0/7");
   EXPECT_EQ(shown(), "[a][b  c][$HOME;x]['q][r'][de fg][\x01]");
   EXPECT_EQ(of(q9exec2, show_, "\t*\n`x` \""), "0/7");
   EXPECT_EQ(shown(), "[*][`x`]");

@@ -1,0 +1,138 @@
+#include "foundation/arithmetic.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfenv>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "foundation/numtext.h"
+#include "foundation/sortedlists.h"
+#include "foundation/strutilx.h"
+#include "platform/q9utils.h"
+
+namespace optxv {
+namespace {
+
+/// The bits of a register that say how to calculate, which only some machines have beside rounding.
+struct denormals {
+  const char* name;
+  unsigned bits;
+};
+#if defined(__x86_64__)
+constexpr denormals treatments[] = {{"kept", 0}, {"flushed", 0x8000}, {"taken for 0", 0x8040}};
+unsigned control() {
+  return _mm_getcsr() & ~0x3FU;
+}
+void addcontrol(unsigned bits) {
+  _mm_setcsr(_mm_getcsr() | bits);
+}
+#else
+constexpr denormals treatments[] = {{"kept", 0}};
+unsigned control() {
+  return 0;
+}
+void addcontrol(unsigned) {}
+#endif
+
+std::string hex(double x) {
+  char text[32];
+  std::snprintf(text, sizeof text, " %016llx",
+                static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(x)));
+  return text;
+}
+
+/// All that the library makes of a number's text.
+std::string readings(const std::string& text) {
+  int code = 0;
+  std::int32_t whole = 0;
+  double real = 0;
+  std::string all = hex(_Q9_Val_d(text, code)) + ' ' + std::to_string(code);
+  all += strasdoubleex(text, real) ? hex(real) : " bad";
+  all += strasintex2(text, whole) ? ' ' + std::to_string(whole) : " bad";
+  txstrstrlist list;
+  list.setasdouble("x", real);
+  return all + std::string(list.getasstring("x")) + hex(list.getasdouble("x"));
+}
+
+/// All that it makes of a number.
+std::string writings(double x) {
+  std::string all = std::to_string(round(x)) + hex(realround(x)) + hex(realtrunc(x));
+  for (const shortstring& text :
+       {_Q9_Str_d0(x), _Q9_Str_d1(x, 20), _Q9_Str_d2(x, 0, 7), dbltostr(x), dbltostrex(x),
+        floattoe(x, 0), floattoe(x, 5), floattoe(x, 14)})
+    (all += ' ').append(text.view());
+  return all;
+}
+
+std::vector<std::string> texts() {
+  std::mt19937_64 random(11);
+  std::vector<std::string> all = {"1e-310", "-4.9e-324", "2.2250738585072011e-308", "1e400",
+                                  "-1e-400"};
+  while (all.size() < 3000) {
+    std::string text = random() % 2 == 0 ? "-" : "";
+    text += std::to_string(random() % 1000000) + '.' + std::to_string(random());
+    if (random() % 3 != 0) text += 'e' + std::to_string(static_cast<int>(random() % 680) - 340);
+    all.push_back(text);
+  }
+  return all;
+}
+
+std::vector<double> numbers() {
+  std::mt19937_64 random(12);
+  using limits = std::numeric_limits<double>;
+  std::vector<double> all = {0.0,
+                             -0.0,
+                             0.49999999999999994,
+                             0.5,
+                             2.5,
+                             limits::max(),
+                             limits::min(),
+                             -1e-310,
+                             limits::denorm_min(),
+                             limits::infinity()};
+  while (all.size() < 3000) {
+    const double any = std::bit_cast<double>(random());
+    all.push_back(random() % 2 == 0 ? any : static_cast<double>(random() % 2000000) / 1024);
+  }
+  return all;
+}
+
+/// What becomes of all of them in a mode, and whether the mode was the same at the end.
+std::string results(int rounding, const denormals& treatment, bool& kept) {
+  std::string all;
+  std::fenv_t before;
+  std::fegetenv(&before);
+  std::fesetround(rounding);
+  addcontrol(treatment.bits);
+  const unsigned set = control();
+  for (const std::string& text : texts()) all += readings(text) + '\n';
+  for (const double number : numbers()) all += writings(number) + '\n';
+  kept = std::fegetround() == rounding && control() == set;
+  std::fesetenv(&before);
+  return all;
+}
+
+TEST(PlainArithmetic, GivesTheSameBitsInEveryMode) {
+  bool kept = false;
+  const std::string expected = results(FE_TONEAREST, treatments[0], kept);
+  for (const int rounding : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO})
+    for (const denormals& treatment : treatments) {
+      const std::string got = results(rounding, treatment, kept);
+      const auto at = static_cast<std::size_t>(
+          std::mismatch(expected.begin(), expected.end(), got.begin(), got.end()).first -
+          expected.begin());
+      const std::size_t line = expected.rfind('\n', at) + 1;
+      EXPECT_TRUE(got == expected) << rounding << ", denormals " << treatment.name << ":\n"
+                                   << expected.substr(line, 300) << "\nhere\n"
+                                   << got.substr(line, 300);
+      EXPECT_TRUE(kept) << rounding << ", denormals " << treatment.name;
+    }
+}
+
+}  // namespace
+}  // namespace optxv
