@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "analysis/optionset.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 using nlohmann::ordered_json;
 
 std::string textof(const ordered_json& value) {
-  return value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+  return printablejson(value.dump(2, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 /// The text with so many blanks more at the beginning of each line. JSON has no line feed inside of

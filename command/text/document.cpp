@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <new>
@@ -11,16 +10,6 @@
 
 namespace command {
 namespace {
-
-/// The number of line feeds before each block is kept, so that a line is found by scanning at most
-/// one block.
-constexpr std::size_t blocksize = 512;
-
-static_assert(textdocument::largest <= INT32_MAX, "lines and line feeds are counted in 32 bits");
-
-std::size_t feedsin(std::string_view text) {
-  return static_cast<std::size_t>(std::ranges::count(text, '\n'));
-}
 
 int opened(const std::string& name) {
   if (name.find('\0') != name.npos) {
@@ -96,43 +85,6 @@ readresult textdocument::readdescriptor(const std::string& name, int file, std::
 
 textdocument textdocument::named(std::string name) const {
   return {std::move(name), content_};
-}
-
-const std::vector<std::uint32_t>& textdocument::feeds() const {
-  std::vector<std::uint32_t>& counts = content_->feeds;
-  if (!counts.empty()) return counts;
-  counts.reserve(text().size() / blocksize + 1);
-  std::size_t sum = 0;
-  for (std::size_t at = 0; at <= text().size(); at += blocksize) {
-    counts.push_back(static_cast<std::uint32_t>(sum));
-    sum += feedsin(text().substr(at, blocksize));
-  }
-  return counts;
-}
-
-std::int32_t textdocument::linecount() const {
-  const std::size_t last = feeds().size() - 1;
-  const std::size_t ends = feeds()[last] + feedsin(text().substr(last * blocksize));
-  const bool open = !text().empty() && text().back() != '\n';
-  return static_cast<std::int32_t>(ends + (open ? 1 : 0));
-}
-
-/// Where a line begins: after the line feed that ends the one before it. REQUIRES: there is one.
-std::size_t textdocument::startof(std::int32_t number) const {
-  if (number == 1) return 0;
-  const auto before = static_cast<std::uint32_t>(number - 1);
-  const auto block = std::prev(std::ranges::lower_bound(feeds(), before));
-  auto at = static_cast<std::size_t>(block - feeds().begin()) * blocksize;
-  for (std::uint32_t passed = *block; passed < before; passed++) at = text().find('\n', at) + 1;
-  return at;
-}
-
-std::optional<std::string_view> textdocument::line(std::int32_t number) const {
-  if (number < 1 || number > linecount()) return std::nullopt;
-  std::string_view found = text().substr(startof(number));
-  found = found.substr(0, found.find('\n'));
-  if (found.ends_with('\r')) found.remove_suffix(1);
-  return found;
 }
 
 }  // namespace command

@@ -2,13 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "text/descriptors.h"
 
@@ -27,11 +24,6 @@ class textdocument;
 using readresult = std::variant<textdocument, readfailure>;
 
 /// A text with its name. It is a value whose copies share the text.
-///
-/// A line ends at a line feed. One carriage return before that, or at the end of the text, does not
-/// belong to it; this is how the library counts and reads. The index of lines takes a 128th of the
-/// text's size and is made when a line is first asked for, so only one thread at a time may use a
-/// document and its copies.
 class textdocument {
  public:
   static constexpr std::size_t largest = std::size_t{1} << 30;  ///< bytes: 1 GiB
@@ -53,23 +45,15 @@ class textdocument {
   /// The same text under another name.
   textdocument named(std::string name) const;
 
-  std::int32_t linecount() const;
-  /// The line of a number from 1, without its end; nothing for a number that no line has.
-  /// BORROWS: valid while any copy of this document lives.
-  std::optional<std::string_view> line(std::int32_t number) const;
-
  private:
   struct content {
     std::string text;
     identity id;
-    std::vector<std::uint32_t> feeds = {};  ///< line feeds before each block, once made
   };
   textdocument(std::string name, std::shared_ptr<content> shared)
       : name_(std::move(name)), content_(std::move(shared)) {}
   static readresult readfile(const std::string& name, std::size_t limit);
   static readresult readdescriptor(const std::string& name, int file, std::size_t limit);
-  const std::vector<std::uint32_t>& feeds() const;
-  std::size_t startof(std::int32_t number) const;
 
   std::string name_;
   std::shared_ptr<content> content_;

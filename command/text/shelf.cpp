@@ -3,32 +3,12 @@
 #include <unistd.h>
 
 namespace command {
-namespace {
-
-bool isregularfile(const std::string& name) {
-  struct stat status = {};
-  return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-}  // namespace
-
 const readresult& shelf::input(const std::string& name) {
   if (const auto known = readings_.find(name); known != readings_.end()) return known->second;
   const readresult& fresh = readings_.emplace(name, read(name)).first->second;
   const auto* text = std::get_if<textdocument>(&fresh);
   if (text != nullptr && files_.emplace(text->id(), text).second) left_ -= text->text().size();
   return fresh;
-}
-
-const textdocument* shelf::shown(const std::string& name) {
-  if (!readings_.contains(name) && !isregularfile(name)) return nullptr;
-  return std::get_if<textdocument>(&input(name));
-}
-
-std::vector<identity> shelf::identities() const {
-  std::vector<identity> ids;
-  for (const auto& [id, text] : files_) ids.push_back(id);
-  return ids;
 }
 
 readresult shelf::read(const std::string& name) const {

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "text/document.h"
 
@@ -18,14 +17,6 @@ class shelf {
  public:
   /// The document of a name, as textdocument::read gives it. BORROWS: valid as long as the shelf.
   const readresult& input(const std::string& name);
-
-  /// The document of a name that a text refers to, for showing lines of it: one that is on the
-  /// shelf already, or else a regular file. Nothing else is opened for this, since reading a pipe
-  /// would take its content from the real reader. Nil if there is none. BORROWS: as input.
-  const textdocument* shown(const std::string& name);
-
-  /// The files of all documents that were read: a product must not be written over these.
-  std::vector<identity> identities() const;
 
  private:
   readresult read(const std::string& name) const;

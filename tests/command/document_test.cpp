@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <random>
 #include <thread>
 #include <tuple>
 
@@ -37,38 +36,6 @@ class Document : public testing::Test {
   const scratchfolder folder_;
   std::jthread writer_;
 };
-
-TEST_F(Document, LinesEndAtLineFeeds) {
-  const std::pair<std::string, std::vector<std::string>> rows[] = {
-      {"", {}},
-      {"\n", {""}},
-      {"one", {"one"}},
-      {"one\n", {"one"}},
-      {"one\n\ntwo", {"one", "", "two"}},
-      {"one\r\ntwo\r\r\n\rthree\r", {"one", "two\r", "\rthree"}},
-      {std::string(1023, 'x') + '\n' + std::string(512, 'y') + "\nz",
-       {std::string(1023, 'x'), std::string(512, 'y'), "z"}}};
-  for (const auto& [text, lines] : rows) {
-    const textdocument whole("name", text);
-    ASSERT_EQ(whole.linecount(), static_cast<std::int32_t>(lines.size())) << text;
-    for (std::size_t i = 0; i < lines.size(); i++)
-      EXPECT_EQ(whole.line(static_cast<std::int32_t>(i + 1)), lines[i]);
-    EXPECT_FALSE(whole.line(0) || whole.line(-1) || whole.line(whole.linecount() + 1));
-  }
-}
-
-TEST_F(Document, AnyLineOfALongTextIsFound) {
-  std::mt19937 random(5);
-  std::vector<std::string> lines;
-  std::string text;
-  for (int i = 0; i < 3000; i++) {
-    lines.emplace_back(random() % 50 == 0 ? random() % 3000 : random() % 4, 'a' + i % 26);
-    text += lines.back() + '\n';
-  }
-  const textdocument whole("name", text);
-  for (std::size_t i = lines.size(); i-- > 0;)
-    ASSERT_EQ(whole.line(static_cast<std::int32_t>(i + 1)), lines[i]) << i;
-}
 
 TEST_F(Document, EveryFailedReadIsAFailure) {
   const std::string file = folder_.put("file", "12345");
@@ -126,13 +93,9 @@ TEST_F(Document, AShelfReadsEachFileOnce) {
   folder_.put("file", "new");
   for (const std::string name : {"file", "./file", "link", "other"})
     EXPECT_EQ(textof(all.input(folder_ / name)), "old") << name;
-  EXPECT_EQ(all.shown(fifo), nullptr);
   for (int i = 0; i < 2; i++) EXPECT_EQ(textof(all.input(fifo)), "from the pipe");
   EXPECT_EQ(textof(all.input(folder_ / "./fifo")), "from the pipe");
-  EXPECT_EQ(all.shown(fifo)->line(1), "from the pipe");
   EXPECT_EQ(textof(all.input(folder_ / "none")), "No such file or directory");
-  EXPECT_EQ(all.shown(folder_ / "none"), nullptr);
-  EXPECT_EQ(all.identities().size(), 2U);
 }
 
 }  // namespace
