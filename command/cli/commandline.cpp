@@ -81,6 +81,7 @@ void addall(CLI::App& app, request& given) {
   app.set_version_flag(std::string(versionflag.names), versiontext(),
                        std::string(versionflag.help));
   add(app, listflag, given);
+  add(app, completionflag, given);
   app.require_subcommand(0, 1);
   app.footer("optxv SUBCOMMAND --help says more, with examples.");
   for (const subcommand& row : subcommands()) add(app, row, given);
@@ -206,6 +207,12 @@ int tell(const CLI::App& app, const CLI::ParseError& why) {
   return 0;
 }
 
+/// Prints what was asked for about the command itself; gives the exit status.
+int putself(const std::string& text) {
+  put(stdout, text);
+  return 0;
+}
+
 }  // namespace
 
 int runcommandline(int count, const char* const* words) {
@@ -219,9 +226,10 @@ int runcommandline(int count, const char* const* words) {
     return tell(app, why);
   }
   if (const subcommand* row = chosen(app)) return row->run(given);
-  const bool listing = app.count(std::string(listflag.names)) > 0;
-  put(listing ? stdout : stderr, listing ? rowsjson() : shortlist());
-  return listing ? 0 : statusunusable;
+  if (app.count(std::string(listflag.names)) > 0) return putself(rowsjson());
+  if (app.count(std::string(completionflag.names)) > 0) return putself(completionscript());
+  put(stderr, shortlist());
+  return statusunusable;
 }
 
 }  // namespace command

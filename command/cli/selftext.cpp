@@ -46,6 +46,15 @@ ordered_json chosen(std::span<const argument* const> arguments, bool flags) {
   return result;
 }
 
+/// The names of the flags among the arguments, with blanks between.
+std::string flagnames(std::span<const argument* const> arguments) {
+  std::string names;
+  for (const argument* each : arguments)
+    if (each->isflag())
+      for (const std::string& name : namesof(*each)) names += (names.empty() ? "" : " ") + name;
+  return names;
+}
+
 }  // namespace
 
 std::string shortlist() {
@@ -82,6 +91,25 @@ std::string versiontext() {
   library.erase(library.find_last_not_of(' ') + 1);
   return "optxv " OPTXV_COMMAND_VERSION ", API version " + std::to_string(OPTXV_API_VERSION) +
          "\nlibrary: " + library + '\n';
+}
+
+std::string completionscript() {
+  std::string words, cases;
+  for (const subcommand& row : subcommands()) {
+    words += ' ' + std::string(row.word);
+    cases += "    " + std::string(row.word) + ") words='" + flagnames(row.arguments()) + "' ;;\n";
+  }
+  return "_optxv() {\n"
+         "  local words='" +
+         flagnames(commonflags) + "'\n  case ${COMP_WORDS[1]} in\n" + cases +
+         "  esac\n"
+         "  if [ \"$COMP_CWORD\" = 1 ]; then words='" +
+         flagnames(commonflags) + words +
+         "'; fi\n"
+         "  case $COMP_CWORD:$2 in 1:* | *:-*) ;; *) words='' ;; esac\n"
+         "  mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$2\")\n"
+         "}\n"
+         "complete -o default -F _optxv optxv\n";
 }
 
 std::string rowsjson() {

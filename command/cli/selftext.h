@@ -21,8 +21,12 @@ std::string footer(const subcommand& row);
 /// library that it runs with.
 std::string versiontext();
 
+/// A script for bash that completes subcommands, and the flags of each. Other words are completed
+/// as names of files.
+std::string completionscript();
+
 /// The rows as JSON: `subcommands`, each with word, usage, help, more, words, flags and examples;
-/// and the `flags` of the command itself. Shell completion and the manual page are made from it.
+/// and the `flags` of the command itself. The manual page is made from it.
 std::string rowsjson();
 
 }  // namespace command

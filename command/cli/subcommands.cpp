@@ -9,6 +9,8 @@ constexpr argument versionflag{
     "-V,--version", "", "Show the version of the command and of the library", {}};
 constexpr argument listflag{
     "--subcommands", "", "Print what the subcommands take as JSON, for other programs", {}};
+constexpr argument completionflag{
+    "--completion", "", "Print a script that completes the words of the command in bash", {}};
 
 namespace {
 

@@ -57,8 +57,9 @@ struct subcommand {
 std::span<const subcommand> subcommands();
 
 /// The flags of the command itself.
-extern const argument helpflag, versionflag, listflag;
-inline constexpr std::array<const argument*, 3> commonflags = {&helpflag, &versionflag, &listflag};
+extern const argument helpflag, versionflag, listflag, completionflag;
+inline constexpr std::array<const argument*, 4> commonflags = {&helpflag, &versionflag, &listflag,
+                                                               &completionflag};
 
 /// The names of an argument, each on its own: `-o` and `--output`.
 std::vector<std::string> namesof(const argument& row);

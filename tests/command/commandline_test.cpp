@@ -55,6 +55,22 @@ TEST_F(Commandline, WordsThatAskForText) {
   for (const row& each : rows) expect(each);
 }
 
+TEST_F(Commandline, BashCompletesTheLastWord) {
+  const std::pair<std::string, std::string> rows[] = {{"optxv ch", "check\n"},
+                                                      {"optxv check --st", "--strict\n"},
+                                                      {"optxv write --f", "--force\n"},
+                                                      {"optxv show --fo", ""},
+                                                      {"optxv check s", ""}};
+  save("complete", run("--completion").out);
+  for (const auto& [line, offered] : rows) {
+    save("try", "source ./complete\nCOMP_WORDS=(" + line +
+                    ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_optxv optxv " +
+                    line.substr(line.rfind(' ') + 1) +
+                    "\nprintf '%s\\n' \"${COMPREPLY[@]}\" | grep .\n");
+    EXPECT_EQ(run("-V; bash ./try >.out").out, offered) << line;
+  }
+}
+
 TEST_F(Commandline, WrongWordsGetTheNearest) {
   const row rows[] = {
       wrong("polish s.def", "no subcommand is called \"polish\"", "see optxv --help"),
