@@ -416,11 +416,7 @@ std::string toldby(const char* defined, mode how, const std::string& text, bool 
 }
 
 TEST(Entries, AreToldInEndOfLineMode) {
-  const std::string rows = R"(steplim 600
-> key steplim 1:1+7 -> 2
-> value 600 1:9+3 of 2
-> stored 2 by entry 1:9+3
-steplim = 600  # note
+  const std::string rows = R"(steplim = 600  # note
 > key steplim 1:1+7 -> 2
 > separator 1:9+1
 > comment 1:16+6
@@ -432,32 +428,14 @@ steplim = 600  # note
 > key steplim 4:1+7 -> 2
 > value 6 4:9+1 of 2
 > stored 2 by entry 4:9+1
-steplim:=600
-> message bad-separator 1:8+5 about steplim
 steplim: 5
 > message bad-separator 1:8+3 about steplim
-steplim : 600
-> key steplim 1:1+7 -> 2
-> message value-expected 1:10+4 option 2 about steplim
-> message remainder 1:11+3 seen 600
-> message key-expected 1:11+1 seen 6
-=5
-> message key-expected 1:1+1 seen =
 iteration_limt 5 # x
 > key iteration_limt 1:1+14
 > message unknown-option 1:1+14 about iteration_limt
 steplim
 > key steplim 1:1+7 -> 2
 > message value-expected 1:8+0 option 2 about steplim
-steplim x
-> key steplim 1:1+7 -> 2
-> value x 1:9+1 of 2
-> message integer-expected 1:9+1 option 2 about steplim seen x
-steplim 7000
-> key steplim 1:1+7 -> 2
-> value 7000 1:9+4 of 2
-> message range 1:9+4 option 2 about steplim seen 7000
-> message allowed-range 1:9+4 option 2 about steplim more
 free yes\nsteplim 7000
 > key free 1:1+4 -> 17
 > value yes 1:6+3 of 17
@@ -466,12 +444,6 @@ free yes\nsteplim 7000
 > message range 2:9+4 option 2 about steplim seen 7000
 > message allowed-range 2:9+4 option 2 about steplim more
 > stored 2 by entry 2:9+4
-tol 0.25 # both
-> key tol 1:1+3 -> 3
-> comment 1:10+6
-> value 0.25 1:5+4 of 3
-> stored 3 by entry 1:5+4
-> stored 3 second by entry 1:5+4
 tol 0.25 0.75
 > key tol 1:1+3 -> 3
 > value 0.25 1:5+4 of 3
@@ -489,35 +461,15 @@ maxsteps 7
 > value 7 1:10+1 of 2
 > message deprecated 1:1+8 option 2 about maxsteps
 > stored 2 by entry 1:10+1
-old 3
-> key old 1:1+3 -> 19
-> value 3 1:5+1 of 19
-> message deprecated 1:1+3 option 19 about old
-> stored 19 by entry 1:5+1
 gone 3
 > key gone 1:1+4 -> 20
 > value 3 1:6+1 of 20
 > message obsolete 1:1+4 option 20 about gone
-fast
-> key fast 1:1+4 -> 7
-> stored 7 by entry 1:1+4
 fast 1
 > key fast 1:1+4 -> 7
 > stored 7 by entry 1:1+4
 > message remainder 1:6+1 seen 1
 > message key-expected 1:6+1 seen 1
-quick
-> key quick 1:1+5 -> 8
-> stored 8 by entry 1:1+5
-quick maybe
-> key quick 1:1+5 -> 8
-> value maybe 1:7+5 of 8
-> message boolean-expected 1:7+5 option 8 about quick seen maybe
-level 3
-> key level 1:1+5 -> 6
-> value 3 1:7+1 of 6
-> message unknown-value 1:7+1 option 6 about level seen 3
-> message allowed-values 1:7+1 option 6 about level more
 method dial
 > key method 1:1+6 -> 5
 > value dial 1:8+4 of 5
@@ -532,18 +484,6 @@ logname "a b
 > key logname 1:1+7 -> 4
 > value a b" 1:10+3 of 4 open written 1:9+4
 > message quote 1:10+3 option 4 seen a b"
-logname "ab" cd
-> key logname 1:1+7 -> 4
-> value ab" cd" 1:10+6 of 4 closed written 1:9+7
-> message quote 1:10+6 option 4 seen ab" cd"
-logname a"b
-> key logname 1:1+7 -> 4
-> value a"b 1:9+3 of 4
-> message quote 1:9+3 option 4 seen a"b
-logname ""
-> key logname 1:1+7 -> 4
-> value 1:10+0 of 4 closed written 1:9+2
-> stored 4 by entry 1:10+0
 -steplim 5
 > key steplim 1:2+7 -> 2 dashes 1
 > value 5 1:10+1 of 2
@@ -553,11 +493,6 @@ both a
 > value a 1:6+1 of 10
 > message integer-expected 1:6+1 option 2 about both seen a
 > stored 4 by macro of 10 1:6+1
-pair  run one.log : 12\s
-> key pair 1:1+4 -> 11
-> value run one.log : 12 1:7+16 of 11
-> stored 4 by list of 11 1:7+12
-> stored 2 by list of 11 1:21+2
 pair a:7000:c
 > key pair 1:1+4 -> 11
 > value a:7000:c 1:6+8 of 11
@@ -578,10 +513,6 @@ outer list:12
 > key --mine 2:3+4 -> 21 dashes 2
 > value three 2:8+5 of 21
 > stored 21 by entry 2:8+5
---mine "one"
-> key --mine 1:3+4 dashes 2
-> value "one" 1:8+5 of 21
-> message quote 1:8+5 option 21 seen "one"
 x.scale('a b',*) = 2
 > separator 1:18+1
 > value 2 1:20+1 of 13
@@ -596,61 +527,25 @@ x.scale = 200
 x.scal 2
 > message unknown-suffix 1:2+5 about .scal seen x
 > message key-expected 1:8+1 seen 2
-x. 2
-> message suffix-expected 1:3+2 about x seen  2
-> message key-expected 1:4+1 seen 2
-x.scale(i) 2
-> message index-not-allowed 1:9+1 about x seen i
-> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
-> message key-expected 1:10+1 seen )
-x.scale(1) 2
-> message index-expected 1:9+0 about x
-> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
-> message key-expected 1:9+1 seen 1
 x.scale('a' 2
 > message bracket-expected 1:13+1 about x seen 2
 > value 2 1:13+1 of 13
 > stored 13 by dot 1:13+1
-> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
-x.scale('a
-> message bracket-expected 1:11+0 about x
-> message value-expected 1:11+0 about x
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
 x.scale('a\n* more
 > comment 2:1+6
 > message bracket-expected 2:7+0 about x
 > message value-expected 2:7+0 about x
 > dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
-x.scale('a\n2
-> message bracket-expected 2:1+1 about x seen 2
-> value 2 2:1+1 of 13
-> stored 13 by dot 2:1+1
-> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
-tie b('a
-> key tie 1:1+3
-> message bracket-expected 1:9+0 about b
-> message dollar-expected 1:9+0 about b
-> indicator b 1:5+1 with nowhere dropped
-x.scale
-> message value-expected 1:8+0 about x
-> dot x 1:1+1 with .scale 1:2+6 -> 13 dropped
 tie bal(i,'a')$open(i) = no
 > key tie 1:1+3
 > separator 1:24+1
 > value no 1:26+2
 > indicator bal 1:5+3 with open 1:16+4 number 1
-tie bal$ 1
-> key tie 1:1+3
-> message symbol-expected 1:10+1
-> indicator bal 1:5+3 with nowhere dropped
 tie bal open 1
 > key tie 1:1+3
 > message dollar-expected 1:9+6 about bal
 > indicator bal 1:5+3 with nowhere dropped
-tie 1
-> key tie 1:1+3
-> message symbol-expected 1:5+1
-> indicator nowhere with nowhere dropped
 tie bal$open maybe
 > key tie 1:1+3
 > value maybe 1:14+5
@@ -662,15 +557,6 @@ say Hello there
 > message own 1:5+5
 > key there 1:11+5
 > message unknown-option 1:11+5 about there
-say
-> key say 1:1+3 -> 16
-> message value-expected 1:4+0 option 16 about say
-explain maxsteps
-> key explain 1:1+7 -> 18
-> value maxsteps 1:9+8 of 18
-> message help 1:9+8
-> message help 1:9+8
-> message help 1:9+8
 whole no\nsteplim 5 level 2
 > key whole 1:1+5 -> 15
 > value no 1:7+2 of 15
@@ -693,20 +579,9 @@ TEST(Entries, AreToldInTokenMode) {
 > separator 1:20+1
 > value 2 1:21+1 of 6
 > stored 6 by entry 1:21+1
-logname "a b" level 2
-> key logname 1:1+7 -> 4
-> value a b 1:10+3 of 4 closed written 1:9+5
-> stored 4 by entry 1:10+3
-> key level 1:15+5 -> 6
-> value 2 1:21+1 of 6
-> stored 6 by entry 1:21+1
 logname "a b
 > key logname 1:1+7 -> 4
 > value a b 1:10+3 of 4 open written 1:9+4 given up
-logname "a""b"
-> key logname 1:1+7 -> 4
-> value a""b 1:10+4 of 4 closed written 1:9+6
-> message quote 1:10+4 option 4 seen a""b
 tol 0.25 0.75 level 1
 > key tol 1:1+3 -> 3
 > value 0.25 1:5+4 of 3
@@ -716,10 +591,6 @@ tol 0.25 0.75 level 1
 > key level 1:15+5 -> 6
 > value 1 1:21+1 of 6
 > stored 6 by entry 1:21+1
-tol * "0.5
-> key tol 1:1+3 -> 3
-> value * 1:5+1 of 3
-> value 0.5 1:8+3 of 3 second open written 1:7+4 given up
 unknown = 5
 > key unknown 1:1+7
 > message unknown-option 1:1+7 about unknown
@@ -735,27 +606,6 @@ pair "a :7"
 > value a :7 1:7+4 of 11 closed written 1:6+6
 > stored 4 by list of 11 1:7+2
 > stored 2 by list of 11 1:10+1
-say "Hello you" steplim 5 # x
-> key say 1:1+3 -> 16
-> value Hello you 1:6+9 of 16 closed written 1:5+11
-> message own 1:6+9
-> key steplim 1:17+7 -> 2
-> value 5 1:25+1 of 2
-> stored 2 by entry 1:25+1
-> comment 1:27+3
-gone 3 level 2
-> key gone 1:1+4 -> 20
-> value 3 1:6+1 of 20
-> message obsolete 1:1+4 option 20 about gone
-> key level 1:8+5 -> 6
-> value 2 1:14+1 of 6
-> stored 6 by entry 1:14+1
-whole yes logname a b
-> key whole 1:1+5 -> 15
-> value yes 1:7+3 of 15
-> key logname 1:11+7 -> 4
-> value a b 1:19+3 of 4
-> stored 4 by entry 1:19+3
 )";
   EXPECT_EQ(retold(rows, [](auto& text) { return toldby(definition, mode::token, text); }), rows);
 }
@@ -765,10 +615,6 @@ TEST(Entries, JoinWordsUnderMinosLookup) {
 > key major_iteration_limit 1:1+21 -> 2
 > value 7 1:23+1 of 2
 > stored 2 by entry 1:23+1
-maj  iter  limi 7
-> key maj_iter_limi 1:1+15 -> 2
-> value 7 1:17+1 of 2
-> stored 2 by entry 1:17+1
 major_iteration 7
 > key major_iteration 1:1+15
 > message unknown-option 1:1+15 about major_iteration
@@ -776,16 +622,9 @@ big steps 7
 > key big_steps 1:1+9 -> 2 by synonym 1
 > value 7 1:11+1 of 2
 > stored 2 by entry 1:11+1
-row tol 0.25
-> key row_tol 1:1+7 -> 4
-> value 0.25 1:9+4 of 4
-> stored 4 by entry 1:9+4
 minor steps 7
 > key minor_steps 1:1+11
 > message unknown-option 1:1+11 about minor_steps
-maj x 7
-> key maj_x 1:1+5
-> message unknown-option 1:1+5 about maj_x
 )";
   const char* const minos =
       "Minos lookup\n"
@@ -805,25 +644,11 @@ TEST(Cuts, TellWhatIsLost) {
 > key level 2:1+5 -> 6
 > value 2 2:7+1 of 6
 > stored 6 by entry 2:7+1
-<s*300> 5
-> cut name 1:1+300 kept (255 bytes) lost 45
-> key (255 bytes) 1:1+300
-> message unknown-option 1:1+300 about (255 bytes)
---<s*253> 5
-> key (255 bytes) 1:3+253 dashes 2
-> value 5 1:257+1 of 21
-> stored 21 by entry 1:257+1
 --<s*254> 5
 > cut name 1:3+254 kept (255 bytes) lost 1
 > key (255 bytes) 1:3+254 dashes 2
 > value 5 1:258+1 of 21
 > stored 21 by entry 1:258+1
-<x*300>.scale 2
-> cut name 1:1+300 kept (255 bytes) lost 45
-> message name-too-long 1:1+300 about (255 bytes)
-> value 2 1:308+1 of 13
-> stored 13 by dot 1:308+1
-> dot (255 bytes) 1:1+300 with .scale 1:301+6 -> 13 dropped
 x.<s*300> 2
 > cut name 1:2+301 kept (255 bytes) lost 46
 > message unknown-suffix 1:2+301 about (255 bytes) seen x
@@ -836,10 +661,6 @@ tie <e*300>$<v*300> 1
 > message name-too-long 1:306+300 about (255 bytes)
 > value 1 1:607+1
 > indicator (255 bytes) 1:5+300 with (255 bytes) 1:306+300 dropped
-logname <a*255>
-> key logname 1:1+7 -> 4
-> value (255 bytes) 1:9+255 of 4
-> stored 4 by entry 1:9+255
 logname <a*300>  # note
 > key logname 1:1+7 -> 4
 > comment 1:311+6
@@ -850,38 +671,17 @@ logname "<a*255>"
 > key logname 1:1+7 -> 4
 > value (255 bytes) 1:10+255 of 4 closed written 1:9+257
 > stored 4 by entry 1:10+255
-logname "<a*256>"
-> key logname 1:1+7 -> 4
-> cut value 1:10+256 of option 4 kept (255 bytes) lost 1
-> value (255 bytes) 1:10+256 of 4 closed written 1:9+258
-> stored 4 by entry 1:10+256
 logname "<a*300>
 > key logname 1:1+7 -> 4
 > cut value 1:10+300 of option 4 kept (255 bytes) lost 45
 > value (255 bytes) 1:10+300 of 4 open written 1:9+301
 > stored 4 by entry 1:10+300
---mine <a*300>
-> key --mine 1:3+4 dashes 2
-> cut value 1:8+300 of option 21 kept (255 bytes) lost 45
-> value (255 bytes) 1:8+300 of 21
-> stored 21 by entry 1:8+300
---mine <a*200>< *200>b
-> key --mine 1:3+4 dashes 2
-> cut value 1:8+401 of option 21 kept (255 bytes) lost 146
-> value (255 bytes) 1:8+401 of 21
-> stored 21 by entry 1:8+401
 steplim 99999999999
 > key steplim 1:1+7 -> 2
 > value 99999999999 1:9+11 of 2
 > cut number 1:9+11 of option 2 kept 99999999999
 > message range 1:9+11 option 2 about steplim seen 2147483647
 > message allowed-range 1:9+11 option 2 about steplim more
-level -99999999999
-> key level 1:1+5 -> 6
-> value -99999999999 1:7+12 of 6
-> cut number 1:7+12 of option 6 kept -99999999999
-> message unknown-value 1:7+12 option 6 about level seen -2147483648
-> message allowed-values 1:7+12 option 6 about level more
 both 99999999999
 > key both 1:1+4 -> 10
 > value 99999999999 1:6+11 of 10
@@ -889,23 +689,12 @@ both 99999999999
 > message range 1:6+11 option 2 about both seen 2147483647
 > message allowed-range 1:6+11 option 2 about both more
 > stored 4 by macro of 10 1:6+11
-# <a*1018>
-> comment 1:1+1020
 # <a*252>^Mbcd
 > cut line 1:256+3 lost 3
 > comment 1:1+254
-# <a*1017>^Mbcd
-> cut line 1:1021+3 lost 3
-> comment 1:1+1019
-# <a*100>^M
-> comment 1:1+102
 # <a*1030>
 > cut line 1:1021+12 lost 12
 > comment 1:1+1020
-steplim< *1012>5
-> key steplim 1:1+7 -> 2
-> value 5 1:1020+1 of 2
-> stored 2 by entry 1:1020+1
 steplim< *1020>5
 > cut line 1:1021+8 lost 8
 > key steplim 1:1+7 -> 2
@@ -915,37 +704,16 @@ steplim< *1020>5
 }
 
 TEST(Cuts, TellWhatATokenLoses) {
-  const std::string rows = R"(logname <a*255>
-> key logname 1:1+7 -> 4
-> value (255 bytes) 1:9+255 of 4
-> stored 4 by entry 1:9+255
-logname <a*256>
+  const std::string rows = R"(logname <a*256>
 > key logname 1:1+7 -> 4
 > cut value 1:9+256 of option 4 kept (255 bytes) lost 1
 > value (255 bytes) 1:9+256 of 4
 > stored 4 by entry 1:9+256
-logname "<a*254>"
-> key logname 1:1+7 -> 4
-> value (254 bytes) 1:10+254 of 4 closed written 1:9+256
-> stored 4 by entry 1:10+254
 logname "<a*255>"
 > key logname 1:1+7 -> 4
 > cut value 1:10+255 of option 4 kept (254 bytes) lost 1
 > value (254 bytes) 1:10+255 of 4 closed written 1:9+257
 > stored 4 by entry 1:10+255
-logname "<a*300>"
-> key logname 1:1+7 -> 4
-> cut value 1:10+300 of option 4 kept (254 bytes) lost 46
-> value (254 bytes) 1:10+300 of 4 closed written 1:9+302
-> stored 4 by entry 1:10+300
-logname "<a*255>
-> key logname 1:1+7 -> 4
-> value (255 bytes) 1:10+255 of 4 open written 1:9+256 given up
-steplim 5^Z level 2
-> key steplim 1:1+7 -> 2
-> value 5 1:9+1 of 2
-> stored 2 by entry 1:9+1
-> cut rest 1:11+8 lost 8
 )";
   EXPECT_EQ(retold(rows, [](auto& text) { return toldby(definition, mode::token, text); }), rows);
 }
@@ -1126,9 +894,6 @@ TEST(Records, TellOfFaultsAtTheField) {
   const std::string rows = R"(a integer x 1 0 9 1 1 A
 > no field usermap 1:11+1 of 2 = x
 > message bad-field 1:11+1 option 2 field usermap about a seen x
-a integer 1 one 0 9 1 1 A
-> no field default 1:13+3 of 2 = one
-> message bad-field 1:13+3 option 2 field default about a seen one
 a integer 1 12 0 9 1 1 A
 > message default-range 1:13+2 option 2 field default about a seen 12
 a integer 1 1
@@ -1151,31 +916,10 @@ a intger 1 1 0 9 1 1 A
 > message unknown-type 1:3+6 field type about a seen intger
 a integer.THREE 1 1 0 9 1 1 A
 > message unknown-modifier 1:3+13 field type about a seen integer.THREE
-a strlist.TWO 1 1 1 A
-> message modifier-not-allowed 1:3+11 option 2 field type about a seen strlist.TWO
 a enumstr 1 no 1 1 A
  yes 1 Y
 > declared item 1 yes 2:2+3 of 2
 > message default-unknown 1:13+2 option 2 field default about a seen no
-a enumint 1 5 1 1 A
- x 1 Y
-> no field item 2:2+1 of 2 = x
-> message bad-field 2:2+1 option 2 field item about a seen x
-> declared item 1 x 2:2+1 of 2
-> message default-unknown 1:13+1 option 2 field default about a seen 5
-a enumstr 1 "open 1 1 A
-> no field default 1:13+11 of 2 = open 1 1 A
-> message bad-field 1:13+11 option 2 field default about a seen open 1 1 A
-> no field hc 1:24+0 of 2
-> message bad-field 1:24+0 option 2 field hc about a
-> no field group 1:24+0 of 2
-> message bad-field 1:24+0 option 2 field group about a
-> no field text 1:24+0 of 2
-> message default-unknown 1:13+11 option 2 field default about a seen open 1 1 A
-b macro 1 1 B
- a
-> message unknown-member 2:2+1 option 2 field member about b seen a
-> declared member 0 a 2:2+1 of 2
 b multilist 1 1 1 B
  a,b
 > message unknown-member 2:2+1 option 2 field member about b seen a
@@ -1190,63 +934,24 @@ b multilist 1 1 1 B
 b synonym a
 > message unknown-target 1:11+1 field target about b seen a
 > declared synonym 1 b 1:1+1
-a strlist 1 1 1 A
-b synonym a
-b synonym a
-> declared synonym 1 b 2:1+1 of 2
-> message duplicate-synonym 3:1+1 field record about b seen b
-> declared synonym 2 b 3:1+1 of 2
 g group 1 1 G
 g group 1 1 G
 > declared group 1 g 1:1+1
 > message duplicate-group 2:1+1 field record about g seen g
 > message duplicate-groupnumber 2:9+1 field number about g seen 1
 > declared group 2 g 2:1+1
-g group x 1 G
-> no field number 1:9+1 = x
-> message bad-field 1:9+1 field number about g seen x
-> declared group 1 g 1:1+1
 read immediate Nothing 1 1 R
 > message unknown-action 1:16+7 option 2 field action about read seen Nothing
-read immediate
-> no field action 1:15+0 of 2
-> message bad-field 1:15+0 option 2 field action about read
-> no field hc 1:15+0 of 2
-> message bad-field 1:15+0 option 2 field hc about read
-> no field group 1:15+0 of 2
-> message bad-field 1:15+0 option 2 field group about read
-> no field text 1:15+0 of 2
-> message unknown-action 1:15+0 option 2 field action about read
 old deprecated
  a Out
 > no field heading 1:15+0
 > message unknown-marked 2:2+1 field marked about old seen a
-tie indicator T
-link indicator T
-> declared indicator 0 tie 1:1+3
-> message duplicate-indicator 2:1+4 field record about link seen link
-> declared indicator 0 link 2:1+4
 <t*64> indicator T
 > message name-too-long 1:1+64 field record about (64 bytes) seen (64 bytes)
 > declared indicator 0 (64 bytes) 1:1+64
-Whole lookup W
-> message unknown-lookup 1:1+5 field record about Whole seen Whole
-.<a*64> integer 1 1 0 9 1 1 A
-> message name-too-long 1:1+65 field record about (64 bytes)
-<a*300> strlist 1 1 1 A
-> cut name 1:1+300 of option 2 kept (255 bytes) lost 45
-a strlist 1 1 1 <a*300>
-> cut value 1:17+300 of option 2 kept (255 bytes) lost 45
 a string 1 "<a*254>" 1 1 A
 c string 1 "<a*255>" 1 1 A
 > cut value 2:12+257 of option 3 kept (254 bytes) lost 1
-b string 1 <a*256> 1 1 A
-> cut value 1:12+256 of option 2 kept (255 bytes) lost 1
-a enumstr 1 yes 1 1 A
- yes x Y
-> no field hc 2:6+1 of 2 = x
-> message bad-field 2:6+1 option 2 field hc about a seen x
-> declared item 1 yes 2:2+3 of 2
 )";
   // What went well is left out.
   const auto faults = [](const std::string& text) {
