@@ -20,12 +20,13 @@ struct fieldread {
   int quotes = 0;                         ///< how many of its bytes as written are its quotes
 };
 
-/// What a definition declares, with the numbers of the public header.
+/// What a definition declares: the numbers of optxv_declaration in the public header, which says
+/// what each means. 0 where there is none.
 struct declaration {
-  std::int32_t what = 0;
-  std::int32_t number = 0;
-  std::int32_t option = 0;
-  std::int32_t target = 0;
+  std::int32_t what = 0;    ///< optxv_declared_...
+  std::int32_t number = 0;  ///< in its own list, from 1
+  std::int32_t option = 0;  ///< the option it belongs to
+  std::int32_t target = 0;  ///< the option of a member
 };
 
 /// The form of a record: its type word, the fields after that, and the fields of each line that
@@ -82,12 +83,18 @@ class definitionreader {
   /// Drops the line that the reader is on: the next record begins on the next line.
   void dropline() { standing_ = false; }
 
-  /// Reads a token as a field; false if there is none, or one with an open quote.
+  // These read one field each (field: optxv_field_...), report it to the listener and make it the
+  // last field, so that a fault stands at its place.
+
+  /// Reads a token; false if there is none, with an empty text, or one with an open quote.
   bool tokenfield(std::int32_t field, shortstring& token);
-  /// Reads one integer field; a bad one is reported.
+  /// Reads a token as a number (strasintex). If it is missing or bad, the message has these words,
+  /// and value is what was before or what the conversion made of it.
   void integerfield(std::int32_t field, std::int32_t& value, std::string_view words);
+  /// The same for a real number (strasdoubleex).
   void realfield(std::int32_t field, double& value, std::string_view words);
-  /// Reads what is left of the line into `text`.
+  /// Reads what is left of the line into `text`. No message is about such a field: without a
+  /// listener it does not become the last one.
   void restfield(std::int32_t field);
   /// Reads the three fields that end every option record: help context, group and text.
   /// KEEP: the words for a bad help context differ by record.

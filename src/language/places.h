@@ -15,7 +15,7 @@ struct textplace {
   std::int32_t length = 0;
 
   bool known() const { return line != 0; }
-  /// The place without its first bytes, and without its last.
+  /// The place without its first bytes, and without its last ones. REQUIRES: it has as many.
   textplace after(std::size_t bytes) const {
     const auto count = static_cast<std::int32_t>(bytes);
     return {line, column + count, length - count};
