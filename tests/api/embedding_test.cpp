@@ -1003,14 +1003,6 @@ TEST(Sources, MayBeStrings) {
 > stored 2 by entry string:1:9+1
 > message leave nowhere not queued
 > leave string string
-string <s*10> 7
-> enter string string level 1
-> message enter nowhere
-> line string:1:1+12 ssssssssss 7
-> key ssssssssss string:1:1+10
-> message unknown-option string:1:1+10 about ssssssssss
-> message leave nowhere
-> leave string string
 string
 > enter string string level 1
 > message enter nowhere
@@ -1036,12 +1028,6 @@ pchar logname <a*300>
 > cut value pchar:1:9+300 of option 4 kept (255 bytes) lost 45
 > value (255 bytes) pchar:1:9+300 of 4
 > stored 4 by entry pchar:1:9+300
-> message leave nowhere not queued
-> leave string pchar
-pchar
-> enter string pchar level 1
-> message enter nowhere
-> line pchar:1:1+0
 > message leave nowhere not queued
 > leave string pchar
 )";
