@@ -103,13 +103,33 @@ bool definitionreader::continuation() {
 
 // --- Fields ------------------------------------------------------------------------------------
 
-/// Notes the place of a field that begins where `rest` does, and reports the field to the listener.
-void definitionreader::took(std::int32_t field, bool good, std::string_view token,
-                            const textplace& rest) {
+/// Reads the token of a field, which becomes the last field; but for its text, which took gives it.
+bool definitionreader::nexttoken(std::int32_t field, std::string_view& token, shortstring& room) {
+  in.skipbl();
   field_.field = field;
-  field_.place = in.since(rest);
   field_.seen.clear();
-  if (!good || options.told) field_.seen = token;
+  token = in.plaintoken();
+  if (token.empty()) return raretoken(token, room);
+  field_.place = in.placeof(token);
+  field_.quotes = 0;
+  in.pass(token.size());
+  return true;
+}
+
+/// The same for a token that does not just stand in the line: it is put together in room.
+bool definitionreader::raretoken(std::string_view& token, shortstring& room) {
+  const textplace rest = in.restplace();
+  const bool quote = in.ch() == '"';
+  const bool good = in.nexttoken(room);
+  token = room;
+  field_.place = in.since(rest);
+  field_.quotes = quote ? good ? 2 : 1 : 0;
+  return good;
+}
+
+/// Keeps the text of the last field for who asks for it, and reports the field to the listener.
+void definitionreader::keep(bool good, std::string_view token) {
+  field_.seen = token;
   if (options.told) tellfield(good, field_);
 }
 
@@ -143,49 +163,40 @@ void definitionreader::tellsaturated(std::string_view token) const {
                                             .lost = 0});
 }
 
-/// Reads a token, and keeps how many quotes of it fall away.
-bool definitionreader::nexttoken(shortstring& token) {
-  const bool quote = in.ch() == '"';
-  const bool good = in.nexttoken(token);
-  field_.quotes = quote ? good ? 2 : 1 : 0;
-  return good;
-}
-
 bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  const bool good = nexttoken(token);
-  took(field, good, token, rest);
+  std::string_view seen;
+  shortstring room;
+  const bool good = nexttoken(field, seen, room);
+  token = seen;
+  took(good, token);
   return good;
 }
 
 void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
                                     std::string_view words) {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring token;
-  const bool good = nexttoken(token) && strasintex(token, value);
-  took(field, good, token, rest);
+  std::string_view token;
+  shortstring room;
+  const bool good = nexttoken(field, token, room) && strasintex(token, value);
+  took(good, token);
   if (options.told) tellsaturated(token);
   check(good, optxv_fault_bad_field, words);
 }
 
 void definitionreader::realfield(std::int32_t field, double& value, std::string_view words) {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring token;
-  const bool good = nexttoken(token) && strasdoubleex(token, value);
-  took(field, good, token, rest);
+  std::string_view token;
+  shortstring room;
+  const bool good = nexttoken(field, token, room) && strasdoubleex(token, value);
+  took(good, token);
   check(good, optxv_fault_bad_field, words);
 }
 
 void definitionreader::restfield(std::int32_t field) {
+  // No message is about such a field, so that it takes a listener to ask for it.
+  if (!options.told) return in.restofline(text);
   in.skipbl();
   const textplace rest = in.restplace();
-  const std::size_t size = options.told ? trimright(in.ahead()).size() : 0;
+  const std::size_t size = trimright(in.ahead()).size();
   in.restofline(text);
-  // No message is about such a field, so that it takes a listener to ask for it.
-  if (!options.told) return;
   field_ = {field, rest.part(0, size), text, 0};
   tellfield(size > 0, field_);
 }
@@ -234,14 +245,14 @@ bool definitionreader::beginrecord() {
 }
 
 /// Takes the modifier off a type word. After an unknown one, that of the record before stays.
-void definitionreader::takemodifier(shortstring& word) {
-  const std::size_t dot = word.view().rfind('.');
+void definitionreader::takemodifier(std::string_view& word) {
+  const std::size_t dot = word.rfind('.');
   if (dot == std::string_view::npos) {
     modifier = optsubRequired;
     return;
   }
-  const shortstring suffix = uppercase(word.view().substr(dot + 1));
-  word.setlength(static_cast<int>(dot));
+  const shortstring suffix = uppercase(word.substr(dot + 1));
+  word = word.substr(0, dot);
   for (std::size_t i = 1; i < strtypemodifier.size(); ++i) {
     if (suffix == strtypemodifier[i].modifier) {
       modifier = static_cast<optionsubtype>(i);
@@ -259,11 +270,10 @@ void definitionreader::tellbegin(const fieldread& type) {
 }
 
 void definitionreader::readrecord() {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring word;
-  nexttoken(word);
-  field_ = {optxv_field_type, in.since(rest), word, field_.quotes};
+  std::string_view word;
+  shortstring room;
+  nexttoken(optxv_field_type, word, room);
+  field_.seen = word;
   const fieldread type = field_;
   takemodifier(word);
   const recordrow* row = recordrow::find(word);

@@ -134,7 +134,7 @@ class definitionreader {
 
  private:
   bool beginrecord();
-  void takemodifier(shortstring& word);
+  void takemodifier(std::string_view& word);
   void tellbegin(const fieldread& type);
   void readrecord();
   void readinteger();
@@ -145,9 +145,14 @@ class definitionreader {
   void readbounded(Value& low, Value& high, Value& standard,
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
-  bool nexttoken(shortstring& token);
+  bool nexttoken(std::int32_t field, std::string_view& token, shortstring& room);
+  bool raretoken(std::string_view& token, shortstring& room);
+  /// The field that nexttoken read is good or not: its text is kept where somebody may ask for it.
+  void took(bool good, std::string_view token) {
+    if (!good || options.told) keep(good, token);
+  }
+  void keep(bool good, std::string_view token);
   void tellsaturated(std::string_view token) const;
-  void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
   void tellfield(bool good, const fieldread& at) const;
   void telldeclaration(const declaration& facts, std::string_view declared,
                        const textplace& place) const;

@@ -527,10 +527,9 @@ std::int32_t strasint(std::string_view s) noexcept {
 }
 
 bool strasintex(std::string_view s, std::int32_t& n) noexcept {
-  if (findnamed(namedintegers, s, n)) return true;
   int code = 0;
   n = _Q9_Val_SPD(s, code);
-  return code == 0;
+  return code == 0 || findnamed(namedintegers, s, n);
 }
 
 bool saturatedinteger(std::string_view s) noexcept {

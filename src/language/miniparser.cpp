@@ -47,6 +47,15 @@ constexpr charset makeinvalideolcommchar() {
   return set;
 }
 
+/// The first mark from a byte on, or the end. Only a text in memory has many of one, the end of a
+/// line, which is looked for first, so that each piece is gone through once.
+const char* findmark(const char* from, const char* end) {
+  for (const char mark : {tminiparser::endofline, tminiparser::endofinput})
+    if (const void* found = std::memchr(from, mark, static_cast<std::size_t>(end - from)))
+      end = static_cast<const char*>(found);
+  return end;
+}
+
 /// Appends a text; if not all of it fits, position 255 gets its last byte.
 void appendrun(shortstring& text, std::string_view run) {
   const int room = shortstring::maximum - text.length();
@@ -248,11 +257,10 @@ void tminiparser::flushecho() {
 template <class Stop, class Use>
 void tminiparser::scan(Stop stop, Use use) {
   if (stop(ch_)) return;
-  if (linepos_ < 1 || linepos_ > linelen_ || text_[linepos_ - 1] != ch_) {
-    use(std::string_view(&ch_, 1));
-  } else {
+  if (onbyte())
     --linepos_;
-  }
+  else
+    use(std::string_view(&ch_, 1));
   if (linepos_ < linelen_) {
     const char* const from = text_ + linepos_;
     const char* const end = text_ + linelen_;
@@ -281,8 +289,7 @@ void tminiparser::skipuntil(const charset& stop) {
 std::string_view tminiparser::ahead() const {
   if (atmark()) return {};
   const char* const from = text_ + linepos_ - 1;
-  const char* const to = std::find_if(from, text_ + linelen_, [](char c) { return is(c, mark); });
-  return {from, static_cast<std::size_t>(to - from)};
+  return {from, static_cast<std::size_t>(findmark(from, text_ + linelen_) - from)};
 }
 
 // White space and punctuation --------------------------------------------------------------------
@@ -353,6 +360,15 @@ bool tminiparser::nexttoken(shortstring& text) {
   return true;
 }
 
+std::string_view tminiparser::plaintoken() const {
+  if (!onbyte() || ch_ == '"') return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const end = text_ + std::min(linelen_, linepos_ + shortstring::maximum);
+  const char* to = from;
+  while (to != end && !is(*to, blank | comma | mark)) ++to;
+  return {from, to - from <= shortstring::maximum ? static_cast<std::size_t>(to - from) : 0};
+}
+
 bool tminiparser::nextident(shortstring& text) {
   text.clear();
   if (!is(ch_, letter)) return false;
@@ -414,6 +430,11 @@ bool tminiparser::nextdouble(double& value) {
 void tminiparser::restofline(shortstring& text) {
   text.clear();
   if (!skipbl()) return;
+  if (onbyte() && linelen_ - linepos_ < shortstring::maximum) {
+    const std::string_view rest = ahead();
+    text = trimright(rest);
+    return pass(rest.size());
+  }
   collect([](char c) { return is(c, mark); }, text);
   droptrailingblanks(text);
 }

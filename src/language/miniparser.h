@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -105,6 +106,10 @@ class tminiparser : public tobject {
     const std::int64_t position = chposition();
     return {placeline(), held(position), held(std::max<std::int64_t>(linelen_ - position + 1, 0))};
   }
+  /// The place of a piece of the line that is being read.
+  textplace placeof(std::string_view piece) const {
+    return {placeline(), held(piece.data() - text_ + 1), held(std::ssize(piece))};
+  }
   /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
   textplace since(const textplace& from) const {
     const bool left = placeline() != from.line || linelen_ < 0;
@@ -151,6 +156,10 @@ class tminiparser : public tobject {
   /// is missing.
   /// KEEP: on a comma the token is empty, the result is true, and the comma is not passed.
   bool nexttoken(shortstring& text);
+  /// The token at ch(), where it stands in the line; empty if nexttoken would give none, an empty
+  /// one, one that was between quotes or one that was cut. Nothing is passed: see pass.
+  /// BORROWS: good until the next line.
+  std::string_view plaintoken() const;
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.
   bool nextident(shortstring& text);
@@ -202,6 +211,10 @@ class tminiparser : public tobject {
   /// The position of ch() in its line, from 1; at the end of a file, that after its last line.
   std::int64_t chposition() const {
     return skippedat_ != 0 && (linepos_ == linelen_ || linelen_ < 0) ? skippedat_ : linepos_;
+  }
+  /// ch() is a character of the line, at its position.
+  bool onbyte() const {
+    return linepos_ >= 1 && linepos_ <= linelen_ && text_[linepos_ - 1] == ch_;
   }
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {

@@ -54,7 +54,7 @@ void nameindex::add(std::int32_t position) {
 }
 
 std::int32_t nameindex::find(std::string_view name) const {
-  if (name.empty()) return -1;
+  if (name.empty() || positions_.empty()) return -1;
   return positions_.find(
       foldedhash(name), [&](std::int32_t other) { return struequal(names_.getname(other), name); });
 }
