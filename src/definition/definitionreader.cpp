@@ -308,7 +308,7 @@ void definitionreader::readbounded(Value& low, Value& high, Value& standard,
   (this->*next)(optxv_field_high, high, "Bad high value");
   readhelp(helpcontextfault);
   check(low <= standard && standard <= high, optxv_fault_default_range, "Default not in range", at);
-  auto option = std::make_unique<Option>(name, &options, standard, low, high, help());
+  auto option = options.make<Option>(name, standard, low, high, help());
   modify(*option);
   toption& entered = *option;
   enter(std::move(option));
@@ -328,7 +328,7 @@ void definitionreader::readstring() {
   shortstring standard;
   tokenfield(optxv_field_default, standard);
   readhelp();
-  auto option = std::make_unique<tstringoption>(name, &options, standard, help());
+  auto option = options.make<tstringoption>(name, standard, help());
   modify(*option);
   enter(std::move(option));
 }
@@ -336,7 +336,7 @@ void definitionreader::readstring() {
 void definitionreader::readboolean() {
   integerfield(optxv_field_default, integervalue, "Bad default value");
   readhelp();
-  auto option = std::make_unique<tbooleanoption>(name, &options, integervalue, help());
+  auto option = options.make<tbooleanoption>(name, integervalue, help());
   modify(*option);
   toption& entered = *option;
   enter(std::move(option));
@@ -364,7 +364,7 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   }
   const replacement<valueorigin> origin(assigning, assigning);
   beginsource(reader, optxv_source_definition, source.name);
-  auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());
+  auto help = make<timmediateoption>("Help", immediateHelp, optionhelp());
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));
   definitionreader(*this, reader).read();

@@ -184,7 +184,7 @@ tenumstroption::tenumstroption(std::string_view name, tzmaoptions* table, std::s
 tenumstroption::~tenumstroption() = default;
 
 void tenumstroption::additem(std::string_view text, std::int32_t context, std::string_view help) {
-  enumitems.addowned(text, std::make_unique<toptionx>(context, help));
+  enumitems.addowned(text, std::make_unique<toptionx>(context, owner->memory.keep(help)));
 }
 
 std::int32_t tenumstroption::indexoftext(std::string_view text) const {
@@ -207,7 +207,7 @@ tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::i
 tenumintoption::~tenumintoption() = default;
 
 void tenumintoption::additem(std::int32_t itemvalue, std::int32_t context, std::string_view help) {
-  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, help));
+  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, owner->memory.keep(help)));
 }
 
 const tlistoptionx& tenumintoption::item(std::int32_t index) const {

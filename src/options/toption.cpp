@@ -21,9 +21,14 @@ std::int32_t txstringlistobj::addowned(std::string_view name, std::unique_ptr<to
   return index;
 }
 
-std::int32_t txstringlistobj::adopt(pstring name, std::unique_ptr<tobject> object) {
-  const std::int32_t index = addowned({}, std::move(object));
-  flist[index].fname = name;
+// The names go with the memory that keeps them, so that none is left here for the base to free.
+toptionlist::~toptionlist() {
+  for (std::int32_t i = 0; flist != nullptr && i < fcount; ++i) flist[i].fname = nullptr;
+}
+
+std::int32_t toptionlist::enter(kepttext name, std::unique_ptr<tobject> option) {
+  const std::int32_t index = addowned({}, std::move(option));
+  flist[index].fname = name.asheapstring();
   return index;
 }
 
@@ -41,8 +46,7 @@ void txlistobj::freeitem(std::int32_t index) {
   delete objectof<tobject>(get(index));
 }
 
-toptionx::toptionx(std::int32_t context, std::string_view text)
-    : helpcontext(context), helptext(text) {}
+toptionx::toptionx(std::int32_t context, kepttext text) : helpcontext(context), helptext(text) {}
 
 toptionx::~toptionx() = default;
 
@@ -51,18 +55,18 @@ void toptionx::addbigtext(std::string_view line) {
   bigtext->add(line);
 }
 
-tgroupobj::tgroupobj(std::int32_t number, std::int32_t context, std::string_view text)
+tgroupobj::tgroupobj(std::int32_t number, std::int32_t context, kepttext text)
     : toptionx(context, text), groupnr(number) {}
 
-tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, std::string_view text)
+tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, kepttext text)
     : toptionx(context, text), itemvalue(item) {}
 
 // --- The base of all options -----------------------------------------------------------------
 
 toption::toption(optionkind kind, std::string_view name, tzmaoptions* table, const optionhelp& help)
-    : toptionx(help.helpcontext, help.helptext),
+    : toptionx(help.helpcontext, table->memory.keep(help.helptext)),
       owner(table),
-      optname(name),
+      optname(table->memory.keep(name)),
       group(help.group),
       refnr(help.refnr),
       opttype(kind) {}

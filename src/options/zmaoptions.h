@@ -29,6 +29,7 @@
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/origins.h"
+#include "options/tablememory.h"
 #include "options/toption.h"
 
 namespace optxv {
@@ -97,6 +98,12 @@ class tzmaoptions : public toptionx {
 
   // --- The table -----------------------------------------------------------------------------
 
+  /// Makes an option of a class: the arguments of its constructor without the table.
+  template <class Option, class... Arguments>
+  std::unique_ptr<Option> make(std::string_view name, const Arguments&... arguments) {
+    static_assert(alignof(Option) <= tablememory::alignment);
+    return std::unique_ptr<Option>(new (memory) Option(name, this, arguments...));
+  }
   /// Appends an option under that name, without any check, and gives its 0-based position.
   /// OWNS: the option from here on.
   std::int32_t addoption(std::string_view name, std::unique_ptr<toption> option);
@@ -361,7 +368,8 @@ class tzmaoptions : public toptionx {
   // --- Fields --------------------------------------------------------------------------------
 
   heapstring deffilename;         ///< path of the definition file
-  txstringlistobj optionlist;     ///< names and toption objects, in definition order
+  tablememory memory;             ///< of the options and of the texts that stay
+  toptionlist optionlist;         ///< names and toption objects, in definition order
   txstringlist synonymlist;       ///< names; the object word is a 0-based position in optionlist
   txstringlistobj grouplist;      ///< names and tgroupobj objects
   txstringlist messagelist;       ///< texts; the object word is the kind

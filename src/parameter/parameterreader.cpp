@@ -167,7 +167,7 @@ void entryreader::unknownkey() {
 /// end-of-line mode quotes have no special meaning.
 void entryreader::runtimeoption(toption* option) {
   if (option == nullptr) {
-    auto made = std::make_unique<tstrlistoption>(key_, &options_, optionhelp());
+    auto made = options_.make<tstrlistoption>(key_, optionhelp());
     option = made.get();
     options_.addoption(key_, std::move(made));
   }

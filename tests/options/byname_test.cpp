@@ -84,7 +84,7 @@ TEST(Lookup, AgreesWithTheRulesWordByWord) {
     for (std::size_t n = random() % 40; n > 0; --n) {
       names.push_back(text(random() % 8 == 0 ? "a" : ""));
       const std::string& name = names.back();
-      options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
+      options.addoption(name, options.make<tstrlistoption>(name, optionhelp()));
       for (int queries = 0; queries < 15; ++queries) {
         const std::string key = text("");
         options.lookupmode = static_cast<std::uint8_t>(random() % 5);
@@ -117,7 +117,7 @@ _abcd >> _abcde >> Minos
   for (const lines& row : rowsof(rows)) {
     optiontable options;
     const std::string& name = row[1];
-    options->addoption(name, std::make_unique<tstrlistoption>(name, &*options, optionhelp()));
+    options->addoption(name, options->make<tstrlistoption>(name, optionhelp()));
     lines rules;
     for (const lookuprule rule : {lookupPath, lookupMinos}) {
       options->lookupmode = rule;
@@ -192,7 +192,7 @@ TEST(StringLists, AreEmptiedFromTheFront) {
   tzmaoptions options;
   for (const char* name : {"a", "--b", "c", "--d", "e"}) {
     plain.names.emplace_back(name);
-    options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
+    options.addoption(name, options.make<tstrlistoption>(name, optionhelp()));
   }
   plain.items.resize(plain.names.size());
   for (int steps = 0; steps < 4000; ++steps) {

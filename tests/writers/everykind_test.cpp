@@ -129,8 +129,7 @@ TEST(OptionTable, HoldsEveryKind) {
 
 TEST(OptionTable, OfWhatAFaultyDefinitionLeft) {
   optiontable faulty("a_b string 1 \"\" 1 1\n");
-  faulty.options.addoption("e",
-                           std::make_unique<tenumintoption>("e", &faulty.options, 1, optionhelp()));
+  faulty.options.addoption("e", faulty.options.make<tenumintoption>("e", 1, optionhelp()));
   faulty.options.addsynonym("s", -1);
   EXPECT_EQ(tableof(faulty), row({"a_b", "string", "1", "\"\"", "", "", "1", "1", ""}) +
                                  row({"e", "enumint", "0", "1", "", "", "0", "0", ""}) +
