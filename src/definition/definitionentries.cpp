@@ -208,9 +208,9 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
                   .option = option->position + 1},
                  name, record.lastfield().place);
   record.restfield(optxv_field_text);
-  option->addmark(own ? marks.option : marks.synonym);
-  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, heapstring(record.text)});
-  (own ? option->deprecatedtext : option->synonymdeprecatedtext) = options.memory.keep(record.text);
+  const kepttext text = options.memory.keep(record.text);
+  option->addmark(own ? marks.option : marks.synonym, text);
+  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, text});
 }
 
 void readmarks(definitionreader& record, const markset& marks) {

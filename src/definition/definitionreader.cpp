@@ -235,7 +235,8 @@ bool definitionreader::beginrecord() {
     if (options.told) options.told->tellplace(&optxv_listener::ended, rest);
     return false;
   }
-  namefield = {optxv_field_record, in.since(rest), {}};
+  namefield.place = in.since(rest);
+  namefield.seen.clear();
   if (dotted) {
     check(name.length() <= maximumdotname, optxv_fault_name_too_long, "Identifier too long",
           namefield);

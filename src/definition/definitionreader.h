@@ -122,8 +122,8 @@ class definitionreader {
 
   tzmaoptions& options;
   tminiparser& in;
-  shortstring name;     ///< of the record; with its dot for a dot option
-  fieldread namefield;  ///< where that is
+  shortstring name;                         ///< of the record; with its dot for a dot option
+  fieldread namefield{optxv_field_record};  ///< where that is
   optionsubtype modifier = optsubRequired;
   std::int32_t usermap = 0;
   std::int32_t integervalue = 0;  ///< the default of the integer kinds, and the items of enumint

@@ -23,7 +23,7 @@ void checkedstore(Option& option, bool second, const Value& v, bool allowed, Com
   const std::int32_t bit = second ? 2 : 1;
   (second ? option.value2 : option.value) = v;
   option.setdefined(bit);
-  option.outofbounds = allowed ? 0 : option.outofbounds | bit;
+  option.outofbounds = static_cast<std::uint8_t>(allowed ? 0 : option.outofbounds | bit);
 }
 
 /// Adds the message of a refusal: the words, the option's name, and what was seen instead of a good

@@ -2,22 +2,17 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include "foundation/lists.h"
 
 namespace optxv {
 
-/// Cuts so many bytes off the last block, or off a new one if that has fewer left.
-unsigned char* tablememory::cut(std::size_t size) {
-  if (size > left_) {
-    const std::size_t room = std::max(size, blocksize);
-    blocks_.push_back(std::make_unique_for_overwrite<unsigned char[]>(room));
-    next_ = blocks_.back().get();
-    left_ = room;
-  }
-  left_ -= size;
-  return std::exchange(next_, next_ + size);
+/// Adds a block with room for so many bytes.
+void tablememory::addblock(std::size_t size) {
+  const std::size_t room = std::max(size, blocksize);
+  blocks_.push_back(std::make_unique_for_overwrite<unsigned char[]>(room));
+  next_ = blocks_.back().get();
+  left_ = room;
 }
 
 void* tablememory::take(std::size_t size) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "foundation/strutilx.h"
@@ -42,7 +43,13 @@ class tablememory {
  private:
   static constexpr std::size_t blocksize = 4064;  ///< one page, less what the heap adds
 
-  unsigned char* cut(std::size_t size);
+  /// Cuts so many bytes off the last block, or off a new one if that has fewer left.
+  unsigned char* cut(std::size_t size) {
+    if (size > left_) addblock(size);
+    left_ -= size;
+    return std::exchange(next_, next_ + size);
+  }
+  void addblock(std::size_t size);
 
   std::vector<std::unique_ptr<unsigned char[]>> blocks_;
   unsigned char* next_ = nullptr;

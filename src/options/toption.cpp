@@ -1,5 +1,6 @@
 #include "options/toption.h"
 
+#include <new>
 #include <utility>
 
 #include "options/optionkinds.h"
@@ -46,7 +47,7 @@ void txlistobj::freeitem(std::int32_t index) {
   delete objectof<tobject>(get(index));
 }
 
-toptionx::toptionx(std::int32_t context, kepttext text) : helpcontext(context), helptext(text) {}
+toptionx::toptionx(std::int32_t context, kepttext text) : helptext(text), helpcontext(context) {}
 
 toptionx::~toptionx() = default;
 
@@ -65,13 +66,20 @@ tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, kepttext tex
 
 toption::toption(optionkind kind, std::string_view name, tzmaoptions* table, const optionhelp& help)
     : toptionx(help.helpcontext, table->memory.keep(help.helptext)),
+      group(help.group),
       owner(table),
       optname(table->memory.keep(name)),
-      group(help.group),
       refnr(help.refnr),
       opttype(kind) {}
 
 toption::~toption() = default;
+
+void toption::addmark(deprecationmark mark, kepttext text) {
+  deprecation = static_cast<std::uint8_t>(deprecation | 1U << mark);
+  if (!marktexts) marktexts = new (owner->memory.take(sizeof(textsofmarks))) textsofmarks();
+  const bool own = mark == markDeprecatedOption || mark == markObsoleteOption;
+  (own ? marktexts->own : marktexts->synonym) = text;
+}
 
 void toption::setdefined(std::int32_t mask) {
   if (mask == 0) {
@@ -80,8 +88,8 @@ void toption::setdefined(std::int32_t mask) {
     if (position >= 0) owner->origins.clear(position);
     return;
   }
-  defined |= mask;
-  if (owner->recentenabled) recent |= mask;
+  defined = static_cast<std::uint8_t>(defined | mask);
+  if (owner->recentenabled) recent = static_cast<std::uint8_t>(recent | mask);
   owner->stored(*this, mask);
 }
 

@@ -99,9 +99,9 @@ class toptionx : public tobject {
   /// Appends a line to the long help; the first call creates bigtext.
   void addbigtext(std::string_view line);
 
-  std::int32_t helpcontext;
   kepttext helptext;
   std::unique_ptr<txstrings> bigtext;  ///< nil until the first line
+  std::int32_t helpcontext;
 };
 
 /// A group of options: its number as the definition gives it. Its title is helptext.
@@ -178,23 +178,33 @@ class toption : public toptionx {
   shortstring getasstring2() const;
 
   bool marked(deprecationmark mark) const { return (deprecation >> mark & 1) != 0; }
-  void addmark(deprecationmark mark) {
-    deprecation = static_cast<std::uint8_t>(deprecation | 1U << mark);
+  /// Adds a mark, and its text for the message when the name that has the mark is used: the
+  /// option's own name, or a synonym. The text of a later mark on the same kind of name replaces
+  /// it.
+  void addmark(deprecationmark mark, kepttext text);
+  std::string_view deprecatedtext() const { return marktexts ? marktexts->own.view() : ""; }
+  std::string_view synonymdeprecatedtext() const {
+    return marktexts ? marktexts->synonym.view() : "";
   }
 
+  struct textsofmarks {
+    kepttext own;
+    kepttext synonym;
+  };
+
+  // In this order, after the last field of the base, the fields leave no gaps.
+  std::int32_t group;  ///< as the definition gives it; need not exist
   tzmaoptions* owner;
-  kepttext optname;                ///< as the definition writes it
-  kepttext deprecatedtext;         ///< for the message when its own name, if marked, is used
-  kepttext synonymdeprecatedtext;  ///< for the message when a marked synonym of it is used
-  std::int32_t group;              ///< as the definition gives it; need not exist
-  std::int32_t refnr;              ///< the caller's number, stored for it and never looked up
-  std::int32_t position = -1;      ///< 0-based, in the owner's table; -1 before it enters it
+  kepttext optname;                   ///< as the definition writes it
+  textsofmarks* marktexts = nullptr;  ///< in the table's memory; nil without a mark
+  std::int32_t refnr;                 ///< the caller's number, stored for it and never looked up
+  std::int32_t position = -1;         ///< 0-based, in the owner's table; -1 before it enters it
   optionkind opttype;
   optionsubtype subtype = optsubRequired;
   std::uint8_t deprecation = 0;  ///< a set of deprecationmark, one bit each
-  std::int32_t defined = 0;
-  std::int32_t recent = 0;
-  std::int32_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
+  std::uint8_t defined = 0;
+  std::uint8_t recent = 0;
+  std::uint8_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
 
  protected:
   toption(optionkind kind, std::string_view name, tzmaoptions* owner, const optionhelp& help);

@@ -73,7 +73,7 @@ std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 struct synonymmark {
   std::int32_t synonym;  ///< 0-based, in synonymlist
   deprecationmark mark;
-  heapstring text;
+  kepttext text;
 };
 
 /// One option database. The exported handle is its address.

@@ -291,7 +291,7 @@ bool entryreader::usable(const toption& option) {
   options_.addmessagefrom(optMsgDeprecated, facts, [&] {
     return concat(deprecated ? "deprecated" : "obsolete", own ? " option " : " synonym ",
                   quoted{key_}, "; ",
-                  (own ? option.deprecatedtext : option.synonymdeprecatedtext).view());
+                  own ? option.deprecatedtext() : option.synonymdeprecatedtext());
   });
   return !obsolete;
 }

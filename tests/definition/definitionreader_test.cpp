@@ -58,7 +58,7 @@ lines described(optiontable& table) {
       for (std::int32_t k = 0; k < macro->members.count(); ++k)
         add("  - ", macro->member(k)->optname);
     if (o.deprecation != 0)
-      add("  ! ", n(o.deprecation), o.deprecatedtext, ";", o.synonymdeprecatedtext);
+      add("  ! ", n(o.deprecation), o.deprecatedtext(), ";", o.synonymdeprecatedtext());
   }
   return all;
 }

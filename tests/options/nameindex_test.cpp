@@ -38,7 +38,7 @@ TEST(Indexes, FindTheFirstOfEqualNumbers) {
     numbers.push_back(static_cast<std::int32_t>(random() % 60) - 1);
     items.additem(numbers.back(), 0, {});
     list.additem(numbers.back());
-    options.addgroup("g", std::make_unique<tgroupobj>(numbers.back(), 0, std::string_view()));
+    options.addgroup("g", std::make_unique<tgroupobj>(numbers.back(), 0, kepttext()));
     compare();
   }
   list.reset();
