@@ -24,9 +24,11 @@
 #include "optxv/embedding.h"
 #include "optxv/optxv.h"
 #include "support/everykind.h"
+#include "support/rows.h"
 
 namespace {
 
+using optxv::retold;
 using lines = std::vector<std::string>;
 
 std::string str(const optxv_text& text) {
@@ -337,46 +339,7 @@ class options {
 
 const std::string& definition = optxv::everykind();
 
-/// Texts and what is told of them. The lines after a text that begin with "> " are the events. In a
-/// text \n and \s are a line end and a blank, ^M and ^Z are those bytes, and <a*300> is 300 times
-/// the a.
-std::string meant(const std::string& text) {
-  std::string all;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string two = text.substr(i, 2);
-    if (two == "\\n" || two == "\\s" || two == "^Z" || two == "^M") {
-      all += two == "^Z" ? '\x1a' : two == "^M" ? '\r' : two == "\\n" ? '\n' : ' ';
-      ++i;
-    } else if (text[i] == '<' && text[i + 2] == '*') {
-      all += std::string(std::stoul(text.substr(i + 3)), text[i + 1]);
-      i = text.find('>', i);
-    } else {
-      all += text[i];
-    }
-  }
-  return all;
-}
-
-/// The rows again, with what `told` gives for their texts.
-std::string retold(const std::string& rows,
-                   const std::function<std::string(const std::string& text)>& told) {
-  std::istringstream in(rows);
-  std::string all, text;
-  const auto finish = [&] {
-    std::istringstream events(told(meant(text)));
-    for (std::string event; std::getline(events, event);) all += "> " + event + '\n';
-    text.clear();
-  };
-  bool after = false;
-  for (std::string line; std::getline(in, line);) {
-    const bool event = line.starts_with('>');
-    if (!event && after) finish();
-    if (!event) text += line + '\n', all += line + '\n';
-    after = event;
-  }
-  finish();
-  return all;
-}
+// The rows: a text, and the events that are told of it.
 
 enum class mode : std::int32_t { token = 0, eol = 1 };
 

@@ -156,6 +156,13 @@ struct optiontable {
     return all;
   }
 
+  /// What came of it all, a line each: the messages of the queue, then what is set.
+  std::string told() {
+    lines all = queue();
+    if (const std::string set = state(); !set.empty()) all.push_back(set);
+    return joined(all, "\n");
+  }
+
   /// What is set, in table order: "i=5 two=1/2 second=/2 wild=11!1 list=[a|b]" ("!" is the mask of
   /// values out of bounds).
   std::string state() {
