@@ -187,6 +187,12 @@ const badnumber badnumbers[] = {
     {B(getopthelpnr), {}, {0, "", -1, -1}},
     {B(getoptgroupnr), {}, {-1}},
     {B(getvaluesnr), {}, {0, "", 0, 0.0, ""}},
+    {B(getintnr), {}, {0, 77}},  // what an operation does not say it clears stays
+    {B(getdbl2nr), {}, {0, 77.0}},
+    {B(getstrnr), {}, {0, ""}},
+    {B(getstr2nr), {}, {0, ""}},
+    {B(getboundsint), {}, {0, 77, 77, 77}},
+    {B(getdefaultstr), {}, {0, ""}},
     {B(getenumcount), {}, {0, -1}},
     {B(getenumvalue), {1}, {0, -1, ""}},
     {B(getenumhelp), {1}, {0, -1, ""}},
