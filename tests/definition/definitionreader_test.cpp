@@ -111,8 +111,9 @@ d string. 1 x 0 0
 > c string 1 x 0 0
 > d string 1 x 0 0
 a foo 5 rest
-b strlist 1 0 0
+b strlist.OPT 1 0 0
 > *** Definition Error line 1: Unknown option type "foo" for option "a"
+> *** Definition Error line 2: Type modifier not allowed for option "b"
 > b strlist 1 0 0
 a strlist 1 0 0
 A string 2 x 0 0
@@ -146,6 +147,14 @@ e enumstr.TWO 1 "A b" 7 5 t
 >  "a B" 3 the text
 >  c 3
 >  d 0 u
+e enumstr 1
+l strlist 1 0 0
+> *** Definition Error line 1: Bad default string for option "e"
+> *** Definition Error line 1: Bad HC for option "e"
+> *** Definition Error line 1: Bad Group value for option "e"
+> *** Definition Error line 2: Default is undefined for option "e"
+> e enumstr 1 "" 0 0
+> l strlist 1 0 0
 e enumstr 1 z 0 0
  a 1
  a 1

@@ -51,6 +51,8 @@ title "a b" "c ! d"!x
 > --x=[first try]
 --x "first"
 > *** Value Error Bad double-quote in value
+say
+> *** Error Value expected for immediate option "say"
 say := a,say = b
 > *** Error a
 > *** Error b
