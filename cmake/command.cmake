@@ -4,8 +4,6 @@
 file(GLOB command_sources CONFIGURE_DEPENDS command/*/*.cpp)
 set(command_main ${PROJECT_SOURCE_DIR}/command/cli/optxv.cpp)
 list(REMOVE_ITEM command_sources ${command_main})
-find_package(CLI11 REQUIRED)
-find_package(nlohmann_json REQUIRED)
 add_library(optxv_command_objects OBJECT ${command_sources})
 target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # src: the classes for C++ programs
 target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
