@@ -12,6 +12,12 @@ set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPE
 add_executable(optxv_command ${command_main})
 set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)
+set_target_properties(optxv_command PROPERTIES BUILD_RPATH_USE_ORIGIN ON)  # where it is built is no part of it
+if(NOT CMAKE_CROSSCOMPILING)
+  set(command_completion ${PROJECT_BINARY_DIR}/optxv.bash)
+  add_custom_command(TARGET optxv_command POST_BUILD COMMAND optxv_command --completion > ${command_completion}
+                     BYPRODUCTS ${command_completion} VERBATIM)
+endif()
 foreach(target optxv_command_objects optxv_command)
   optxv_warnings(${target})
   optxv_tidy(${target})

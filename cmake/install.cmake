@@ -13,6 +13,9 @@ if(TARGET optxv_command)
   set_target_properties(optxv_command PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
   install(TARGETS optxv_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/optxv.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  if(command_completion)
+    install(FILES ${command_completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME optxv)
+  endif()
 endif()
 
 # What a C compiler does not link by itself, for programs in C that take a static library.

@@ -60,6 +60,7 @@ endfunction()
 
 optxv_checker(floors checks/check_floors.py)
 optxv_checker(tree checks/check_tree.py)
+optxv_checker(symbols checks/check_symbols.py src/frame/exports.map packaging/debian/liboptxv2.symbols)
 optxv_checker(checkers tests/checks/checkers_test.py)
 
 # A sanitizer's runtime adds symbols of its own, and a program without it cannot load the library.
