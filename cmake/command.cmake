@@ -9,6 +9,7 @@ target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # 
 target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
 set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPERTIES COMPILE_DEFINITIONS
   OPTXV_COMMAND_VERSION="${PROJECT_VERSION}")
+optxv_precompile(optxv_command_objects)
 add_executable(optxv_command ${command_main})
 set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)

@@ -56,6 +56,14 @@ function(optxv_compile_fast target)
   endif()
 endfunction()
 
+# Where a cache of compilations is at work, that saves more, and does without.
+function(optxv_precompile target)
+  if(OPTXV_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    target_precompile_headers(${target} PRIVATE <algorithm> <array> <charconv> <functional> <limits> <map> <memory>
+                                                <optional> <span> <string> <string_view> <unordered_map> <vector>)
+  endif()
+endfunction()
+
 function(optxv_tidy target)
   if(OPTXV_TIDY)
     find_program(clang_tidy_program clang-tidy REQUIRED)
