@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -28,6 +29,14 @@ struct linesource {
   std::string_view name;
   std::optional<std::string_view> bytes = std::nullopt;
   bool nodevices = false;  ///< as textfile::reset
+};
+
+/// A key as tminiparser::nextkey reads it.
+struct parsedkey {
+  std::string_view text;    ///< good until the next line: it stands in the line, or in own
+  textplace place;          ///< without the dashes
+  std::int32_t dashes = 0;  ///< before the text
+  shortstring own;          ///< a text that is not as it was written
 };
 
 /// Reads one source, line by line, with one character of look-ahead.
@@ -105,6 +114,10 @@ class tminiparser : public tobject {
     const std::int64_t position = chposition();
     return {placeline(), held(position), held(std::max<std::int64_t>(linelen_ - position + 1, 0))};
   }
+  /// The place of a piece of the line that is being read.
+  textplace placeof(std::string_view piece) const {
+    return {placeline(), held(piece.data() - text_ + 1), held(std::ssize(piece))};
+  }
   /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
   textplace since(const textplace& from) const {
     const bool left = placeline() != from.line || linelen_ < 0;
@@ -156,8 +169,8 @@ class tminiparser : public tobject {
   bool nextident(shortstring& text);
   /// The same without the _.
   bool nextidentx(shortstring& text);
-  /// Passes any - and /, counts them in dashes, and then reads an identifier as nextident does.
-  bool nextkey(shortstring& text, std::int32_t& dashes);
+  /// Passes any - and /, counts them, and then reads an identifier as nextident does.
+  bool nextkey(parsedkey& key);
   /// An index of an index list: an identifier, *, or a text between two ' or two ", which keeps its
   /// quotes and loses trailing blanks. False with an empty text for anything else, which is not
   /// passed.
@@ -203,12 +216,17 @@ class tminiparser : public tobject {
   std::int64_t chposition() const {
     return skippedat_ != 0 && (linepos_ == linelen_ || linelen_ < 0) ? skippedat_ : linepos_;
   }
+  /// ch() is a character of the line, at its position.
+  bool onbyte() const {
+    return linepos_ >= 1 && linepos_ <= linelen_ && text_[linepos_ - 1] == ch_;
+  }
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
     constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
     return static_cast<std::int32_t>(std::min(number, largest));
   }
 
+  std::string_view plainident() const;
   void skipcomment();
   void tellseparator(std::int32_t length) const;
   void tellline(std::int64_t lost) const;
@@ -217,6 +235,7 @@ class tminiparser : public tobject {
   int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
+  void readphysical();
   void readslices();
   void flushecho();
   template <class Stop, class Use>
