@@ -542,8 +542,9 @@ bool saturatedinteger(std::string_view s) noexcept {
 bool strasdoubleex(std::string_view s, double& x) noexcept {
   if (findnamed(namedreals, s, x)) return true;
   int code = 0;
-  x = lchsetpos(exponentletters, s) == 0 ? _Q9_Val_d(s, code)
-                                         : _Q9_Val_d(replacechar(exponentletters, 'E', s), code);
+  x = _Q9_Val_d(s, code);
+  if (code != 0 && lchsetpos(exponentletters, s) != 0)
+    x = _Q9_Val_d(replacechar(exponentletters, 'E', s), code);
   return std::isfinite(x) && code == 0;
 }
 

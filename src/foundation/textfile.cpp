@@ -227,7 +227,7 @@ bool textfile::fill() {
   return true;
 }
 
-bool textfile::eof() {
+bool textfile::atend() {
   if (mode_ == mode::standardinput) return std::ungetc(getstandard(), stdin) == EOF;
   return !fill();
 }
@@ -248,6 +248,17 @@ int textfile::readstring(char* dest, int maximum) {
     if (linefeed != nullptr) break;
   }
   return count > 0 && dest[count - 1] == '\r' ? count - 1 : count;
+}
+
+bool textfile::takeline(std::size_t maximum, std::string_view& line) {
+  if (next_ == end_) return false;
+  const auto limit = std::min(static_cast<std::size_t>(end_ - next_), maximum + 1);
+  const auto* const linefeed = static_cast<const char*>(std::memchr(next_, '\n', limit));
+  if (linefeed == nullptr) return false;
+  line = {next_, static_cast<std::size_t>(linefeed - next_)};
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  next_ = linefeed + 1;
+  return true;
 }
 
 std::size_t textfile::readln() {

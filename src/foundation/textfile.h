@@ -65,7 +65,7 @@ class OPTXV_EXPORT textfile {
 
   /// True if nothing is left to read. This looks one byte ahead, so the end of the file is seen
   /// before a read fails, not only after. Also true if the file is not open for reading.
-  bool eof();
+  bool eof() { return next_ == end_ && atend(); }
 
   /// The system's error number of the read that failed, after which nothing more is read; 0 if none
   /// did. It stays until the next open; asking for it does not clear it.
@@ -76,6 +76,12 @@ class OPTXV_EXPORT textfile {
   /// dropped, even if that byte is the one that reached the maximum. The line feed stays unread:
   /// another read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
   int readstring(char* dest, int maximum);
+
+  /// Takes the next line, to which readstring and readln would come in one step: all of it is in
+  /// the block, and it has at most maximum bytes before its line feed. The line comes without the
+  /// carriage return that may be its last byte. False for any other line, of which nothing is
+  /// taken. BORROWS: the line, good until the next read.
+  bool takeline(std::size_t maximum, std::string_view& line);
 
   /// Skips everything up to and including the next line feed. Gives the number of bytes that the
   /// line lost: those before the line feed, without a carriage return that is the last of them.
@@ -103,6 +109,7 @@ class OPTXV_EXPORT textfile {
 
   void begin();
   void open(int flags, bool nodevices, mode opened, mode standard);
+  bool atend();
   bool fill();
   bool endless(std::size_t skipped);
   void failread(int number);

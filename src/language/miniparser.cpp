@@ -142,11 +142,22 @@ void tminiparser::readfrompchar(const char* text) {
 
 // Lines and characters ---------------------------------------------------------------------------
 
-/// Reads a physical line into the slices. A slice that lost its last byte as a carriage return is
-/// not full, so that the line ends there, even if more bytes follow.
-void tminiparser::readslices() {
-  linelen_ = 0;
+/// Reads a physical line: a short one where it lies, any other into the slices.
+void tminiparser::readphysical() {
   skippedat_ = 0;
+  std::string_view line;
+  if (!srcfile_.takeline(slicelength, line)) return readslices();
+  text_ = line.data();
+  linelen_ = static_cast<std::int64_t>(line.size());
+  ++linenr_;
+  if (told_ != nullptr) tellline(0);
+}
+
+/// A slice that lost its last byte as a carriage return is not full, so that the line ends there,
+/// even if more bytes follow.
+void tminiparser::readslices() {
+  text_ = linebuf_;
+  linelen_ = 0;
   for (int slice = 1; slice <= slicecount; ++slice) {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
     if (linelen_ < std::int64_t{slice} * slicelength) break;
@@ -193,7 +204,7 @@ void tminiparser::filllinebuf() {
       ch_ = endofinput;
       return;
     }
-    readslices();
+    readphysical();
     flushecho();
     if (linelen_ == 0) continue;
     if (text_[0] != '*') break;
@@ -383,9 +394,29 @@ bool tminiparser::nextidentx(shortstring& text) {
   return true;
 }
 
-bool tminiparser::nextkey(shortstring& text, std::int32_t& dashes) {
-  for (dashes = 0; ch_ == '-' || ch_ == '/'; ++dashes) nextch();
-  return nextident(text);
+/// The identifier at ch(), where it stands in the line; empty if there is none, or one that
+/// nextident would cut. Nothing is passed.
+std::string_view tminiparser::plainident() const {
+  if (!is(ch_, letter) || !onbyte() || skippedat_ != 0) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const to = std::find_if(from, text_ + linelen_,
+                                      [](char c) { return !is(c, letter | digit | underscore); });
+  return {from, to - from <= shortstring::maximum ? static_cast<std::size_t>(to - from) : 0};
+}
+
+bool tminiparser::nextkey(parsedkey& key) {
+  for (key.dashes = 0; ch_ == '-' || ch_ == '/'; ++key.dashes) nextch();
+  key.text = plainident();
+  if (key.text.empty()) {
+    const textplace rest = restplace();
+    nextident(key.own);
+    key.text = key.own;
+    key.place = since(rest);
+  } else {
+    key.place = placeof(key.text);
+    pass(key.text.size());
+  }
+  return !key.text.empty();
 }
 
 /// The blanks that are dropped are those at the end of the kept 255 bytes. The first of these bytes

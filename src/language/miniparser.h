@@ -31,6 +31,14 @@ struct linesource {
   bool nodevices = false;  ///< as textfile::reset
 };
 
+/// A key as tminiparser::nextkey reads it.
+struct parsedkey {
+  std::string_view text;    ///< good until the next line: it stands in the line, or in own
+  textplace place;          ///< without the dashes
+  std::int32_t dashes = 0;  ///< before the text
+  shortstring own;          ///< a text that is not as it was written
+};
+
 /// Reads one source, line by line, with one character of look-ahead.
 ///
 /// A reader is created, given exactly one source (fileopen, textopen, readfromstr or
@@ -165,8 +173,8 @@ class tminiparser : public tobject {
   bool nextident(shortstring& text);
   /// The same without the _.
   bool nextidentx(shortstring& text);
-  /// Passes any - and /, counts them in dashes, and then reads an identifier as nextident does.
-  bool nextkey(shortstring& text, std::int32_t& dashes);
+  /// Passes any - and /, counts them, and then reads an identifier as nextident does.
+  bool nextkey(parsedkey& key);
   /// An index of an index list: an identifier, *, or a text between two ' or two ", which keeps its
   /// quotes and loses trailing blanks. False with an empty text for anything else, which is not
   /// passed.
@@ -222,6 +230,7 @@ class tminiparser : public tobject {
     return static_cast<std::int32_t>(std::min(number, largest));
   }
 
+  std::string_view plainident() const;
   void skipcomment();
   void tellseparator(std::int32_t length) const;
   void tellline(std::int64_t lost) const;
@@ -230,6 +239,7 @@ class tminiparser : public tobject {
   int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
+  void readphysical();
   void readslices();
   void flushecho();
   template <class Stop, class Use>

@@ -11,8 +11,10 @@ constexpr std::size_t pathletters = 3;   // what each word of a path key must gi
 constexpr std::size_t minosfirst = 3;    // letters that count of a first word under Minos
 constexpr std::size_t minosletters = 4;  // and of each later word
 
+/// A letter differs from its capital in one bit, which is set in all bytes here.
 std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
-  hash = (hash ^ upcaseeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
+  hash = (hash ^ (bytes | 0x2020202020202020U)) *
+         0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
   return hash ^ hash >> 32;
 }
 

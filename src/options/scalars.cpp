@@ -94,10 +94,10 @@ void refuse(const tenumintoption& option, messagekind kind, std::int32_t v) {
               [&](std::int32_t i) { return inttostr(option.item(i).itemvalue); });
 }
 
-/// Reports a number that was replaced by the limit of its type.
+/// Reports a number that was replaced by the limit of its type. REQUIRES: there is a listener.
 void tellcut(const toption& option, std::string_view text) {
   const tzmaoptions& owner = *option.owner;
-  if (!owner.told || !saturatedinteger(text)) return;
+  if (!saturatedinteger(text)) return;
   owner.told->tell(&optxv_listener::cut, {.what = optxv_cut_number,
                                           .option = option.position + 1,
                                           .place = owner.told->placed(owner.assigning.at),
@@ -121,7 +121,7 @@ void tintoption::setasinteger12(bool second, std::int32_t v) {
 
 void tintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
-  tellcut(*this, text);
+  if (owner->told) tellcut(*this, text);
   if (strasintex2(text, v)) return setasinteger12(second, v);
   complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
            text);
@@ -226,7 +226,7 @@ void tenumintoption::setasinteger12(bool second, std::int32_t v) {
 
 void tenumintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
-  tellcut(*this, text);
+  if (owner->told) tellcut(*this, text);
   if (strasintex(text, v)) return setasinteger12(second, v);
   complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
            text);

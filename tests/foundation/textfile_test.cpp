@@ -57,6 +57,19 @@ TEST_F(TextFile, ReadsLinesInPieces) {
   }
 }
 
+TEST_F(TextFile, TakesShortLinesWhereTheyLie) {
+  textfile file;
+  file.resetmemory("ab\n\nabc\r\nabcd\nabcd\r\n\r\nlast");
+  std::string all;
+  for (std::string_view line; !file.eof(); all += '|') {
+    char piece[9];
+    const bool taken = file.takeline(4, line);
+    if (!taken) line = {piece, static_cast<std::size_t>(file.readstring(piece, 9))}, file.readln();
+    all.append(taken ? "" : "!").append(line);
+  }
+  EXPECT_EQ(all, "ab||abc|abcd|!abcd||!last|");
+}
+
 // Lines that lie across the edges of the blocks come out whole, on the way out and back.
 TEST_F(TextFile, LinesAcrossBlocks) {
   const auto line = [](int i) { return std::string(static_cast<std::size_t>(i % 211), 'x'); };
