@@ -686,8 +686,8 @@ OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener*
 
 /* ---- Questions ------------------------------------------------------------------------------ */
 
-/* Message `number` (from 1) as the listener gets it. A message that the program added, or help, has
- * no fault. */
+/* Message `number` (from 1) as the listener gets it; but the text lacks its end where the queue had
+ * no room for it after the line number. */
 OPTXV_EMBEDDING_API int32_t optxv_message_info(optxv_handle handle, int32_t number,
                                                optxv_message* message);
 /* The same message ready to be shown, as optGetMessage gives it, zero-terminated, in the 256 bytes

@@ -18,11 +18,6 @@ using namespace optxv;
 
 namespace {
 
-optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
-  if (!at.known()) return {"", 0, 0, 0};
-  return {options.sources.name(source), at.line, at.column, at.length};
-}
-
 const tstrlistoption* listat(optxv_handle handle, std::int32_t optnr) {
   const toption* option = optnr < 1 ? nullptr : objectof(handle).getobjects(optnr - 1);
   return askind<tstrlistoption>(option);
@@ -135,44 +130,6 @@ int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const c
   return readbytes<&tzmaoptions::readparametertext>(handle, name, bytes, size);
 }
 
-// Messages ---------------------------------------------------------------------------------------
-
-int32_t optxv_message_count(optxv_handle handle) {
-  return handle == nullptr ? 0 : objectof(handle).getmessagecount();
-}
-
-void optxv_error_count(optxv_handle handle, int32_t* errors, int32_t* warnings) {
-  std::int32_t counted[2] = {};
-  if (handle != nullptr) objectof(handle).opterrorcount(counted[0], counted[1]);
-  if (errors != nullptr) *errors = counted[0];
-  if (warnings != nullptr) *warnings = counted[1];
-}
-
-int32_t optxv_show_message(optxv_handle handle, int32_t number, char* text) {
-  return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
-    if (positionin(number, options.getmessagecount()) < 0) return optxv_unknown;
-    if (text == nullptr) return optxv_bad_argument;
-    shortstring shown;
-    std::int32_t kind = 0;
-    options.optgetmessage(number, shown, kind);
-    strpcopy(text, shown);
-    return optxv_ok;
-  });
-}
-
-int32_t optxv_add_message(optxv_handle handle, const char* bytes, size_t size) {
-  return withtext(bytes, size, [&](std::string_view text) {
-    return withobject(handle, [&](tzmaoptions& options) {
-      options.optaddmessage(text);
-      return optxv_ok;
-    });
-  });
-}
-
-void optxv_clear_messages(optxv_handle handle) {
-  if (handle != nullptr) atboundary([&] { objectof(handle).optclearmessages(); });
-}
-
 int32_t optxv_show_help(optxv_handle handle, const char* request) {
   return withobject(handle, [&](tzmaoptions& options) {
     options.optshowhelp(nameof(request));
@@ -187,14 +144,6 @@ void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
     objectof(handle).told =
         listener != nullptr ? std::make_unique<optxv::listener>(*listener) : nullptr;
   });
-}
-
-int32_t optxv_message_place(optxv_handle handle, int32_t number, optxv_place* place) {
-  const tzmaoptions& options = objectof(handle);
-  const bool good = number >= 1 && number <= options.getmessagecount();
-  const sourceplace found = good ? options.messageplaces.get(number - 1) : sourceplace();
-  *place = placeof(options, found.at, found.source);
-  return found.at.known() ? 1 : 0;
 }
 
 int32_t optxv_value_place(optxv_handle handle, int32_t optnr, optxv_place* place, int32_t* road,
