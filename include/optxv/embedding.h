@@ -1,15 +1,51 @@
 /*
- * optxv for programs that embed it: facts as data, in addition to the classic interface of optxv.h.
+ * optxv for programs that embed it: an interface whose names begin with `optxv_`, which gives facts
+ * as data and a status for everything that can fail.
  *
- * A handle may have one listener. The readers call it as they learn something: a key and its place,
- * a value, what was stored and by which road, a message with its cause. Programs that want no
- * callbacks can ask for two kinds of place: where a message belongs, and where an option got its
- * value. A definition and parameter text may also come from memory.
+ * It can be used alone or beside the classic interface of optxv.h, on the same handles: a handle of
+ * optxv_create and one of xcreate are the same thing. It has what a program needs to take in its
+ * options: reading definitions and parameters from files, memory, the command line and the
+ * environment; typed values by name and by number; the table, the messages, dot options and
+ * indicators as structs; snapshots of the values; writing. For tools it has a listener, which the
+ * readers call as they learn something: a key and its place, a value, what was stored and by which
+ * road, a message with its cause.
  *
- * All of this is in addition to optxv.h: no function of that header changes, and the queue of
- * messages, the values and the written files are byte for byte the same with a listener and
- * without. This header is C99 and C++11 and needs no other header of the library. Its functions may
- * be called for every handle that xcreate made.
+ * No function of optxv.h changes by this, and the queue of messages, the values and the written
+ * files are byte for byte the same with a listener and without. This header is C99 and C++11 and
+ * needs no other header of the library. Programs in C++17 have optxv/optxv.hpp above it.
+ *
+ *
+ * A WHOLE RUN
+ *
+ *     optxv_handle options;
+ *     double limit;
+ *
+ *     if (optxv_create(&options) != 0) return 1;
+ *     if (optxv_read_definition(options, "solver.def") != 0) return 1;   the table of options
+ *     optxv_read_parameters(options, "solver.opt");                      what the user wrote
+ *     optxv_read_arguments(options, &argc, argv, 0);                     --time_limit=5
+ *
+ *     for (int32_t i = 1; i <= optxv_message_count(options); i++) {
+ *       char text[256];
+ *       optxv_show_message(options, i, text);
+ *       fprintf(stderr, "%s\n", text);
+ *     }
+ *     optxv_get_real(options, "time_limit", &limit);
+ *     optxv_free(&options);
+ *
+ *
+ * STATUS
+ *
+ * The result of a function is a status unless it says otherwise: 0 for success, a positive error
+ * number of the system (errno.h; ENOMEM where memory ran out), or one of the negative numbers
+ * optxv_... below. optxv_status_text puts it in words. On any status but 0 the out arguments are
+ * untouched. A status tells of faults of the call; faults in what a user wrote are messages in the
+ * queue, and never stop a read.
+ *
+ * The functions that promise a status end the process for no cause: where the classic interface
+ * prints a line and aborts, for want of memory or for a write that failed, they give the error
+ * number. After ENOMEM a handle may be read, changed and freed; a read that was cut short has kept
+ * what it read.
  *
  *
  * PLACES
@@ -32,8 +68,13 @@
  *
  * TEXT
  *
- * An optxv_text is bytes and their number. It is not zero-terminated, and any byte may occur. What
- * a callback gets is good until it returns.
+ * An optxv_text is bytes and their number. It is not zero-terminated unless its member says so, and
+ * any byte may occur. What a callback gets is good until it returns. What a function gives belongs
+ * to the handle and is good until the next call for it that is not a question; the texts of the
+ * table (names, help, items, groups) are good until the handle is freed.
+ *
+ * A text that goes in is bytes and a size; the size OPTXV_ENDED says that the text ends with a zero
+ * byte. Nil with the size 0 is the empty text. Names are zero-terminated where they come alone.
  */
 #ifndef OPTXV_EMBEDDING_H
 #define OPTXV_EMBEDDING_H
@@ -66,13 +107,310 @@ typedef struct optxv_place {
   int64_t length;
 } optxv_place;
 
+/* The size of a text that goes in and ends with a zero byte. */
+#define OPTXV_ENDED ((size_t)-1)
+
+/* What can be wrong with a call. Numbers stay as they are; new ones are added at the end. */
+enum {
+  optxv_ok = 0,
+  optxv_unknown = -1,     /* no option, message, group, ... of that name or number */
+  optxv_wrong_kind = -2,  /* the option is of another kind, or has no second value */
+  optxv_refused = -3,     /* the value was refused; messages in the queue say why */
+  optxv_too_long = -4,    /* a text of 255 bytes or more, or a file name of more than 255 */
+  optxv_other_table = -5, /* made for another handle, or from another definition */
+  optxv_bad_argument = -6 /* nil or a number outside its range where that has no meaning */
+};
+
+/* A status in words, without a full stop: "no such option". Of a positive number, the system's. The
+ * text is good until the same thread asks again. */
+OPTXV_EMBEDDING_API const char* optxv_status_text(int32_t status);
+
+/* ---- The handle ------------------------------------------------------------------------------ */
+
+/* Makes a new, empty set of options. OWNS: the caller, until optxv_free or xfree. */
+OPTXV_EMBEDDING_API int32_t optxv_create(optxv_handle* handle);
+/* Frees it and stores nil; does nothing if the stored handle is nil. */
+OPTXV_EMBEDDING_API void optxv_free(optxv_handle* handle);
+
+/* ---- Reading --------------------------------------------------------------------------------- */
+
+/*
+ * These do what optReadDefinition, optReadParameterFile and optReadFromPChar do. The status is that
+ * of opening and reading the file, with messages in the queue, or optxv_too_long for its name.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_read_definition(optxv_handle handle, const char* filename);
+OPTXV_EMBEDDING_API int32_t optxv_read_parameters(optxv_handle handle, const char* filename);
+OPTXV_EMBEDDING_API int32_t optxv_read_line(optxv_handle handle, const char* bytes, size_t size);
+
+/* What optxv_read_arguments does beside taking options. To be added up. */
+enum {
+  /* Arguments whose name no option has stay in argv, without a message: for a program that has
+     arguments of its own. */
+  optxv_arguments_keep_unknown = 1
+};
+
+/*
+ * Reads options from the arguments of main. Taken are
+ *
+ *   --name=value   name=value
+ *   --name value   an option of two values takes two arguments
+ *   --name         an option that takes no value; one whose value may be left out; a Boolean, which
+ *                  becomes 1, where the next argument is none of its words
+ *   --             ends the options; it is taken itself
+ *
+ * What is taken leaves argv; the rest, and all after --, moves up in its order, argc becomes its
+ * number, and argv[argc] is nil. argv[0], a single `-`, words of one hyphen, and all other words
+ * stay. In name=value the name begins with a letter or an underscore and has only those, digits,
+ * points and hyphens; other words with a = stay. A name is looked up as in parameter text, synonyms
+ * and marks included; where it is not found as it is written, hyphens within it are read as
+ * underscores. A name that no option has is a fault, and its argument leaves argv; but see
+ * optxv_arguments_keep_unknown. Dot options and indicators are not read here. An immediate option
+ * acts as in parameter text: --read=file reads the file.
+ *
+ * A value is checked as in parameter text. What is wrong is a message whose text begins with the
+ * argument ("argument 3: ..."), with a message of detail that tells the nearest names. The place
+ * of the message and of the value (optxv_value_place) is in a source named "argument 3", line 1,
+ * columns in that argument; 3 is its index in argv before the call.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_read_arguments(optxv_handle handle, int* argc, char** argv,
+                                                 uint32_t flags);
+
+/*
+ * Reads options from the environment: every variable that begins with `prefix`, which is not empty
+ * and whose case counts. The rest of the variable's name is looked up as a name in parameter text
+ * is: SOLVER_TIME_LIMIT=5 with the prefix "SOLVER_" sets time_limit. Variables are read in the
+ * order of their names. A variable with an empty value is no setting, except of an option that
+ * takes none. Messages and places are as those of arguments, in a source named after the variable,
+ * "variable SOLVER_TIME_LIMIT". A name that no option has is a message of kind warning.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_read_environment(optxv_handle handle, const char* prefix);
+
+/* The switches of a handle, as opteolonlyset and its neighbours set them. */
+enum {
+  optxv_switch_line_mode = 0, /* one option a line; on in a new handle */
+  optxv_switch_no_bounds = 1, /* values out of bounds are taken, with a warning */
+  optxv_switch_echo = 2,      /* lines that are read become messages */
+  optxv_switch_recent = 3     /* setting an option marks it as recently set; on in a new handle */
+};
+/* Sets a switch, on or off (0), and gives what it was, 0 or 1; optxv_bad_argument for no switch. */
+OPTXV_EMBEDDING_API int32_t optxv_switch(optxv_handle handle, int32_t which, int32_t on);
+
+/* ---- Values ---------------------------------------------------------------------------------- */
+/*
+ * Integers (also Booleans and enumerated integers), reals, and texts (also enumerated texts) have
+ * functions of their own, and an option of another kind gives optxv_wrong_kind. Except that an
+ * integer fits wherever a real does: optxv_get_real and optxv_set_real work on integers too, where
+ * a value that is no whole number of 32 bits is refused as it is in parameter text, "Integer
+ * expected"; and optxv_set_integer works on reals. optxv_get_integer of a real is a wrong kind.
+ *
+ * The getters give the default of an option that is not set. A setter checks as optSetValuesNr
+ * does; a value that is taken with a warning is a success, and the status is right while the queue
+ * is full, too. A text goes in as it is, quotes included.
+ *
+ * By name: synonyms count, and the lookup rule of the definition holds. By number: `which` is 1 or
+ * 2, for the first or the second value.
+ */
+
+/* The number of the option of that name or synonym. optxv_unknown if there is none. */
+OPTXV_EMBEDDING_API int32_t optxv_find(optxv_handle handle, const char* name, size_t size,
+                                       int32_t* number);
+
+OPTXV_EMBEDDING_API int32_t optxv_get_integer(optxv_handle handle, const char* name,
+                                              int32_t* value);
+OPTXV_EMBEDDING_API int32_t optxv_get_real(optxv_handle handle, const char* name, double* value);
+OPTXV_EMBEDDING_API int32_t optxv_get_text(optxv_handle handle, const char* name,
+                                           optxv_text* value);
+OPTXV_EMBEDDING_API int32_t optxv_set_integer(optxv_handle handle, const char* name, int32_t value);
+OPTXV_EMBEDDING_API int32_t optxv_set_real(optxv_handle handle, const char* name, double value);
+OPTXV_EMBEDDING_API int32_t optxv_set_text(optxv_handle handle, const char* name, const char* bytes,
+                                           size_t size);
+
+OPTXV_EMBEDDING_API int32_t optxv_get_integer_nr(optxv_handle handle, int32_t number, int32_t which,
+                                                 int32_t* value);
+OPTXV_EMBEDDING_API int32_t optxv_get_real_nr(optxv_handle handle, int32_t number, int32_t which,
+                                              double* value);
+OPTXV_EMBEDDING_API int32_t optxv_get_text_nr(optxv_handle handle, int32_t number, int32_t which,
+                                              optxv_text* value);
+OPTXV_EMBEDDING_API int32_t optxv_set_integer_nr(optxv_handle handle, int32_t number, int32_t which,
+                                                 int32_t value);
+OPTXV_EMBEDDING_API int32_t optxv_set_real_nr(optxv_handle handle, int32_t number, int32_t which,
+                                              double value);
+OPTXV_EMBEDDING_API int32_t optxv_set_text_nr(optxv_handle handle, int32_t number, int32_t which,
+                                              const char* bytes, size_t size);
+
+/* The value of any option as text, zero-terminated, in the 256 bytes at `text`; empty for a kind
+ * without a value of its own. */
+OPTXV_EMBEDDING_API int32_t optxv_show_value(optxv_handle handle, int32_t number, int32_t which,
+                                             char* text);
+/* Sets any option from a text, as the value in parameter text would (optSetStrNr): items are added
+ * to a list of texts, and a macro or multi-list hands it on. An immediate option is a wrong kind,
+ * since it acts in parameter text only. */
+OPTXV_EMBEDDING_API int32_t optxv_parse_value(optxv_handle handle, int32_t number, int32_t which,
+                                              const char* bytes, size_t size);
+
+/* Unsets one option, or all (optResetAll: the queue, dot options and indicators are emptied too).
+ */
+OPTXV_EMBEDDING_API int32_t optxv_reset(optxv_handle handle, int32_t number);
+OPTXV_EMBEDDING_API int32_t optxv_reset_all(optxv_handle handle);
+
+/*
+ * A snapshot is all values as they are: of every option, which of them are set and recently set,
+ * where they came from; the items of lists; the dot options and indicators. Messages and switches
+ * are no part of it. It takes memory for what is set, not for the whole table.
+ *
+ * Going back to one makes all of this as it was, without a read and without a message; it may be
+ * done any number of times. Lists that parameter text made since then stay in the table, empty.
+ * After ENOMEM all values are as before the call. A snapshot is good for the handle that it was
+ * taken of, and gives optxv_other_table for another one.
+ * OWNS: the caller, until optxv_free_snapshot, which may come after the end of the handle.
+ */
+typedef struct optxv_snapshot optxv_snapshot;
+OPTXV_EMBEDDING_API int32_t optxv_take_snapshot(optxv_handle handle, optxv_snapshot** snapshot);
+OPTXV_EMBEDDING_API int32_t optxv_restore_snapshot(optxv_handle handle,
+                                                   const optxv_snapshot* snapshot);
+/* Frees it and stores nil; does nothing if what is stored is nil. */
+OPTXV_EMBEDDING_API void optxv_free_snapshot(optxv_snapshot** snapshot);
+
+/* ---- The table ------------------------------------------------------------------------------- */
+
+/* The kinds of option; the numbers are those of optType... */
+enum {
+  optxv_kind_integer = 0,
+  optxv_kind_real = 1,
+  optxv_kind_text = 2,
+  optxv_kind_boolean = 3,
+  optxv_kind_enumerated_text = 4,
+  optxv_kind_enumerated_integer = 5,
+  optxv_kind_multilist = 6,
+  optxv_kind_list = 7,
+  optxv_kind_macro = 8,
+  optxv_kind_immediate = 9
+};
+/* How many values an option takes; the numbers are those of optsub... */
+enum { optxv_takes_one = 0, optxv_takes_none = 1, optxv_takes_optional = 2, optxv_takes_two = 3 };
+/* The type by which a value is got and set. */
+enum {
+  optxv_data_none = 0,
+  optxv_data_integer = 1,
+  optxv_data_real = 2,
+  optxv_data_text = 3,
+  optxv_data_list = 4
+};
+/* The marks of a name. To be added up. */
+enum { optxv_mark_deprecated = 1, optxv_mark_obsolete = 2 };
+
+/* One option. Bounds and default count in the member of the option's data type and are 0 or empty
+ * elsewhere; a kind without bounds has the limits of its type. */
+typedef struct optxv_option {
+  int32_t kind;        /* optxv_kind_... */
+  int32_t takes;       /* optxv_takes_... */
+  int32_t data;        /* optxv_data_... */
+  int32_t reference;   /* the caller's number */
+  int32_t group;       /* the number that the definition gives its group */
+  int32_t helpcontext; /* below 0 for an option that help does not list */
+  int32_t marks;       /* optxv_mark_... of its own name */
+  int32_t defined;     /* which values are set: 1 the first, 2 the second, 3 both */
+  int32_t recent;      /* likewise, which were set recently */
+  int32_t items;       /* how many allowed values or items or members it has; see optxv_item_info */
+  int32_t helplines;   /* how many lines of long help */
+  int32_t runtime;     /* 1 for a list that parameter text has made, else 0 */
+  int32_t default_integer, low_integer, high_integer;
+  double default_real, low_real, high_real;
+  optxv_text default_text;
+  optxv_text name;       /* as the definition writes it, zero-terminated */
+  optxv_text help;       /* zero-terminated, as the two below */
+  optxv_text markedtext; /* what the definition says of a marked name */
+} optxv_option;
+
+/* One of the items of an option: an allowed value of an enumeration, an item of a list of texts, a
+ * member of a macro or a multi-list. */
+typedef struct optxv_item {
+  int32_t integer; /* the value of an enumerated integer */
+  int32_t option;  /* the option of a member; 0 where the definition names one that is not there */
+  int32_t helpcontext; /* of an allowed value */
+  optxv_text text;     /* the value as text, or the name of a member's option */
+  optxv_text help;     /* of an allowed value */
+} optxv_item;
+
+typedef struct optxv_group {
+  int32_t number; /* as in the definition; two groups may have the same */
+  int32_t helpcontext;
+  optxv_text name;
+  optxv_text help;
+} optxv_group;
+
+typedef struct optxv_synonym {
+  int32_t option; /* 0 if the definition names one that is not there */
+  int32_t marks;  /* optxv_mark_... that the definition puts on this very name */
+  optxv_text name;
+  optxv_text markedtext;
+} optxv_synonym;
+
+/* Numbers and positions count from 1; optxv_unknown for one that is outside. */
+OPTXV_EMBEDDING_API int32_t optxv_option_count(optxv_handle handle);
+OPTXV_EMBEDDING_API int32_t optxv_option_info(optxv_handle handle, int32_t number,
+                                              optxv_option* option);
+OPTXV_EMBEDDING_API int32_t optxv_item_info(optxv_handle handle, int32_t number, int32_t position,
+                                            optxv_item* item);
+OPTXV_EMBEDDING_API int32_t optxv_help_line(optxv_handle handle, int32_t number, int32_t position,
+                                            optxv_text* line);
+OPTXV_EMBEDDING_API int32_t optxv_group_count(optxv_handle handle);
+OPTXV_EMBEDDING_API int32_t optxv_group_info(optxv_handle handle, int32_t position,
+                                             optxv_group* group);
+OPTXV_EMBEDDING_API int32_t optxv_synonym_count(optxv_handle handle);
+OPTXV_EMBEDDING_API int32_t optxv_synonym_info(optxv_handle handle, int32_t position,
+                                               optxv_synonym* synonym);
+
+/*
+ * A number that stands for the table of options of a definition: the same for tables whose options
+ * have the same names, kinds and sub-types in the same order, on every system; lists that parameter
+ * text made do not count. By it, generated code knows that its numbers are those of the handle. It
+ * is the 64-bit FNV-1a hash (Fowler, Noll, Vo) of, for each option in order, its name as the
+ * definition writes it in lower case, a zero byte, and one byte each for kind and sub-type.
+ */
+OPTXV_EMBEDDING_API uint64_t optxv_table_mark(optxv_handle handle);
+
+/*
+ * The names, of options and synonyms, that are nearest to one that no option has: at most three,
+ * the nearest first, zero-terminated. The result is how many; it is 0 if none is near.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_nearest_names(optxv_handle handle, const char* name, size_t size,
+                                                optxv_text nearest[3]);
+
+/* ---- Messages -------------------------------------------------------------------------------- */
+
+/* The kinds of message; the numbers are those of optMsg... */
+enum {
+  optxv_said_echo = 0,
+  optxv_said_help = 1,
+  optxv_said_definition_error = 2,
+  optxv_said_value_error = 3,
+  optxv_said_value_warning = 4,
+  optxv_said_deprecated = 5,
+  optxv_said_file_enter = 6,
+  optxv_said_file_leave = 7,
+  optxv_said_queue_full = 8,
+  optxv_said_error = 9
+};
+
+OPTXV_EMBEDDING_API int32_t optxv_message_count(optxv_handle handle);
+/* Errors and warnings as optErrorCount counts them; either may be nil. */
+OPTXV_EMBEDDING_API void optxv_error_count(optxv_handle handle, int32_t* errors, int32_t* warnings);
+/* Adds a message of kind optxv_said_error. */
+OPTXV_EMBEDDING_API int32_t optxv_add_message(optxv_handle handle, const char* bytes, size_t size);
+OPTXV_EMBEDDING_API void optxv_clear_messages(optxv_handle handle);
+/* Adds lines of help to the queue, as optShowHelp does. */
+OPTXV_EMBEDDING_API int32_t optxv_show_help(optxv_handle handle, const char* request);
+
 /* ---- What the listener gets ---------------------------------------------------------------- */
 
 /* What is read. */
 enum {
   optxv_source_definition = 0, /* a definition */
   optxv_source_parameters = 1, /* a file of parameter text, or such text from memory */
-  optxv_source_string = 2      /* one line: optReadFromStr, optReadFromPChar */
+  optxv_source_string = 2,     /* one line: optReadFromStr, optReadFromPChar, optxv_read_line */
+  optxv_source_argument = 3,   /* an argument of main */
+  optxv_source_variable = 4    /* a variable of the environment */
 };
 
 typedef struct optxv_source {
@@ -277,8 +615,9 @@ enum {
   optxv_fault_unknown_marked = 51, /* a mark on a name that does not exist */
   optxv_fault_unknown_action = 52, /* a word that no immediate option knows */
   optxv_fault_unknown_lookup = 53,
-  optxv_fault_comma = 54, /* a comma among members */
-  optxv_faults = 55       /* how many there are */
+  optxv_fault_comma = 54,   /* a comma among members */
+  optxv_fault_nearest = 55, /* a detail: names that may have been meant */
+  optxv_faults = 56         /* how many there are */
 };
 
 typedef struct optxv_message {
@@ -347,6 +686,52 @@ OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener*
 
 /* ---- Questions ------------------------------------------------------------------------------ */
 
+/* Message `number` (from 1) as the listener gets it; but the text lacks its end where the queue had
+ * no room for it after the line number. */
+OPTXV_EMBEDDING_API int32_t optxv_message_info(optxv_handle handle, int32_t number,
+                                               optxv_message* message);
+/* The same message ready to be shown, as optGetMessage gives it, zero-terminated, in the 256 bytes
+ * at `text`. */
+OPTXV_EMBEDDING_API int32_t optxv_show_message(optxv_handle handle, int32_t number, char* text);
+/*
+ * The names that somebody may have meant who got this message: options and synonyms for an unknown
+ * name, allowed values for an unknown value. At most three, the nearest first, zero-terminated. The
+ * result is how many, 0 also for every other message and a bad number.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_message_nearest(optxv_handle handle, int32_t number,
+                                                  optxv_text nearest[3]);
+
+/* Dot option x.scale('a',*) = 2.5: symbol, the option of its attribute, labels and value. */
+typedef struct optxv_dot_option {
+  int32_t option;
+  int32_t labels;
+  double value;
+  optxv_text symbol;
+} optxv_dot_option;
+/* Indicator word eq('a')$x('a') = 1. */
+typedef struct optxv_indicator {
+  int32_t equation_labels;
+  int32_t variable_labels;
+  int32_t mark; /* 1 or 0 */
+  optxv_text equation;
+  optxv_text variable;
+} optxv_indicator;
+
+/* How many there are; `dropped`, which may be nil, is how many were dropped for faults. */
+OPTXV_EMBEDDING_API int32_t optxv_dot_option_count(optxv_handle handle, int32_t* dropped);
+OPTXV_EMBEDDING_API int32_t optxv_dot_option_info(optxv_handle handle, int32_t position,
+                                                  optxv_dot_option* entry);
+/* Label `index`, from 1, without its quotes, or `*`. */
+OPTXV_EMBEDDING_API int32_t optxv_dot_option_label(optxv_handle handle, int32_t position,
+                                                   int32_t index, optxv_text* label);
+OPTXV_EMBEDDING_API int32_t optxv_indicator_count(optxv_handle handle, int32_t* dropped);
+OPTXV_EMBEDDING_API int32_t optxv_indicator_info(optxv_handle handle, int32_t position,
+                                                 optxv_indicator* entry);
+/* Label `index` of the equation (side 1) or of the variable (side 2). A quoted label keeps its
+ * quotes, which tell it from an identifier. */
+OPTXV_EMBEDDING_API int32_t optxv_indicator_label(optxv_handle handle, int32_t position,
+                                                  int32_t side, int32_t index, optxv_text* label);
+
 /*
  * The place of message `number` (from 1): where the fault is. Gives 1, or 0 for a bad number or a
  * message without a place, such as one caused by a call outside any read.
@@ -404,6 +789,15 @@ OPTXV_EMBEDDING_API int32_t optxv_read_definition_text(optxv_handle handle, cons
                                                        const char* bytes, size_t size);
 OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const char* name,
                                                       const char* bytes, size_t size);
+
+/*
+ * Writes what optWriteParameterFile would write, to a file, of which a reader sees the old content
+ * or the whole new one and nothing between: the text goes to a new file beside it, which is then
+ * given its name. Links are followed, the mode and the owner stay. What is no regular file, such as
+ * a pipe or /dev/stdout, is written through. The empty name stands for standard output. On any
+ * status but 0 a regular file is as it was. Adds no message.
+ */
+OPTXV_EMBEDDING_API int32_t optxv_write_parameters(optxv_handle handle, const char* filename);
 
 /*
  * Gives what optWriteParameterFile would write to a function of the program: it is called once,

@@ -6,6 +6,7 @@
 #include "foundation/zdlaudit.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "options/suggestions.h"
 
 namespace optxv {
 
@@ -99,6 +100,16 @@ std::string_view tzmaoptions::getfilename() const {
 shortstring tzmaoptions::nounderscore(std::string_view name) const {
   static constexpr charset underscore("_");
   return lookupmode == lookupMinos ? replacechar(underscore, ' ', name) : shortstring(name);
+}
+
+std::string_view tzmaoptions::keeptext(std::string_view text) {
+  const auto found = kepttexts.find(text);
+  return found != kepttexts.end() ? *found : *kepttexts.emplace(text).first;
+}
+
+suggestions& tzmaoptions::nearnames() {
+  if (!similar) similar = std::make_unique<suggestions>(*this);
+  return *similar;
 }
 
 // --- Counts and switches -----------------------------------------------------------------------

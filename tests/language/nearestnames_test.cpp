@@ -1,10 +1,10 @@
-#include "analysis/nearest.h"
+#include "language/nearestnames.h"
 
 #include <gtest/gtest.h>
 
 #include <tuple>
 
-namespace command {
+namespace optxv {
 namespace {
 
 using names = std::vector<std::string>;
@@ -46,4 +46,4 @@ TEST(NearestNames, CountSlips) {
 }
 
 }  // namespace
-}  // namespace command
+}  // namespace optxv
