@@ -24,9 +24,10 @@ void* tablememory::take(std::size_t size) {
 kepttext tablememory::keep(std::string_view text) {
   if (text.empty()) return {};
   const std::string_view kept = keptpart(text);
-  unsigned char* const to = cut(kept.size() + 1);
+  unsigned char* const to = cut(kept.size() + 2);
   *to = static_cast<unsigned char>(kept.size());
   std::memcpy(to + 1, kept.data(), kept.size());
+  to[kept.size() + 1] = 0;
   return kepttext(to);
 }
 
