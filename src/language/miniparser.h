@@ -160,6 +160,9 @@ class tminiparser : public tobject {
   /// one, one that was between quotes or one that was cut. Nothing is passed: see pass.
   /// BORROWS: good until the next line.
   std::string_view plaintoken() const;
+  /// The same for a token of one to nine digits, whose number `value` becomes; for any other token
+  /// it is empty, and value stays.
+  std::string_view plaindigits(std::int32_t& value) const;
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.
   bool nextident(shortstring& text);
