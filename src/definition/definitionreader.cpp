@@ -175,10 +175,15 @@ bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
 void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
                                     std::string_view words) {
   in.skipbl();
-  if (const std::string_view digits = in.plaindigits(value); !digits.empty()) {
-    passplain(field, digits);
-    return took(true, digits);
-  }
+  const std::string_view digits = in.plaindigits(value);
+  if (digits.empty()) return rareinteger(field, value, words);
+  passplain(field, digits);
+  took(true, digits);
+}
+
+/// The same for a token that is not just digits.
+void definitionreader::rareinteger(std::int32_t field, std::int32_t& value,
+                                   std::string_view words) {
   std::string_view token;
   shortstring room;
   const bool good = nexttoken(field, token, room) && strasintex(token, value);
@@ -252,11 +257,11 @@ bool definitionreader::beginrecord() {
 
 /// Takes the modifier off a type word. After an unknown one, that of the record before stays.
 void definitionreader::takemodifier(std::string_view& word) {
-  const std::size_t dot = word.rfind('.');
-  if (dot == std::string_view::npos) {
+  if (word.find('.') == std::string_view::npos) {
     modifier = optsubRequired;
     return;
   }
+  const std::size_t dot = word.rfind('.');
   const shortstring suffix = uppercase(word.substr(dot + 1));
   word = word.substr(0, dot);
   for (std::size_t i = 1; i < strtypemodifier.size(); ++i) {

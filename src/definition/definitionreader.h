@@ -146,6 +146,7 @@ class definitionreader {
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
   bool nexttoken(std::int32_t field, std::string_view& token, shortstring& room);
+  void rareinteger(std::int32_t field, std::int32_t& value, std::string_view words);
   bool raretoken(std::int32_t field, std::string_view& token, shortstring& room);
   /// Passes a token that stands in the line. It becomes the last field, but for its text.
   void passplain(std::int32_t field, std::string_view token) {
