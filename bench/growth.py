@@ -96,20 +96,28 @@ def long_lines(n):
 
 
 def letters(i):
-    """A word of three letters for each number below 17,576."""
-    return ''.join(chr(97 + i // power % 26) for power in (676, 26, 1))
+    """A word of three letters for each number below 15,625; without an h, so that none is like that of Help."""
+    return ''.join('abcdefgijklmnopqrstuvwxyz'[i // power % 25] for power in (625, 25, 1))
 
 
 def words(i):
     """A name whose words a lookup by their first letters tells apart."""
-    return f'{letters(i % 17576)}_{letters(i // 17576)}'
+    return f'{letters(i // 15625)}_{letters(i % 15625)}'
+
+
+def two_runs(n):
+    """Names in two rising runs, each of which lies among the other."""
+    half = n // 2
+    return table(0) + [f'option_{i % half:06}x{i // half} integer 0 5 0 100 1 1 An option' for i in range(2 * half)], [
+        'option_000000x0 7']
 
 
 def by_rule(rule, n):
     """A table that is made and used under a rule of lookup; the words are longer than what counts of them."""
     names = [words(i).replace('_', 'ing_') + 'ing' for i in range(n)]
-    return [f'{rule} lookup'] + [f'{name} integer 0 5 0 100 1 1 An option' for name in names], [
-        f'{words(i)} 7' if rule == 'Path' else f'{words(i)}ing 7' for i in range(n)]
+    keys = [words(i) if rule == 'Path' else words(i).replace('_', ' ') + 'ing' for i in range(n)]
+    return ([f'{rule} lookup'] + [f'{name} integer 0 5 0 100 1 1 An option' for name in names],
+            [f'{key} = 7' for key in keys])
 
 
 def path_names(n):
@@ -121,7 +129,8 @@ def minos_names(n):
 
 
 INPUTS = (unknown_names, missing_files, groups, faulty_lines, faulty_records, good_lines, settings_twice,
-          runtime_lists, long_list, items, members, synonyms, dot_options, long_help, long_lines, path_names, minos_names)
+          runtime_lists, long_list, items, members, synonyms, dot_options, long_help, long_lines, path_names, minos_names,
+          two_runs)
 # What each subcommand gets after its definition; {} is the parameter file.
 SUBCOMMANDS = {'check': ['{}'], 'show': ['{}', '--all'], 'help': ['3'], 'search': ['--search', 'number', '7'],
                'unknown': ['optoin_000001'], 'write': ['{}', '--force'], 'reference': ['-o', 'site', '--force']}
@@ -186,7 +195,7 @@ def item_values(library, n):
 def named(library, rule, n):
     library.define(by_rule(rule, n)[0])
     number, reference = ctypes.c_int32(), ctypes.c_int32()
-    keys = [line.split()[0].encode() for line in by_rule(rule, n)[1]]
+    keys = [line[:-len(' = 7')].replace(' ', '_').encode() for line in by_rule(rule, n)[1]]
 
     def find():
         for key in keys:
