@@ -196,6 +196,25 @@ void registeraccess(table& on) {
   });
 }
 
+/// Lookups by name under a rule, in a table of that size, which is made under the rule in force
+/// until then, so that names which are alike under the rule stay in it.
+void registerlookup(const scratch& folder, const std::string& rule, std::size_t count) {
+  const auto made = generatetable(count, seed);
+  const std::string name = rule + std::to_string(count);
+  const auto library = std::make_shared<options>(
+      folder.file(name + ".def", definitiontext(made) + rule + " lookup\n"));
+  std::vector<std::string> names;
+  for (const generatedoption& option : made) names.push_back(option.name);
+  std::shuffle(names.begin(), names.end(), std::mt19937(seed));
+  names.resize(sizes.back());
+  measure("lookup/" + rule + "/" + std::to_string(count), [library, names] {
+    for (const std::string& each : names) {
+      std::int32_t number, refnr;
+      benchmark::DoNotOptimize(coptFindStr(library->handle(), each.c_str(), &number, &refnr));
+    }
+  });
+}
+
 void registersetting(table& on, options& chatty) {
   const auto positions = integerpositions(on);
   const auto setall = [positions](const options& into) {
@@ -321,6 +340,12 @@ std::vector<target> targets() {
                   100.0 / 2700});
   twins("get by number, to the yardstick", "get/number", {4, 2});
   twins("get by name, to the yardstick", "get/name", {6, 1.2});
+  for (const std::string rule : {"Path", "Minos"})
+    rows.push_back({rule == "Path" ? "a lookup under Path in a table of 20,000, to one in 2,700"
+                                   : "a lookup under Minos in a table of 20,000, to one in 2,700",
+                    "lookup/" + rule + "/20000",
+                    "lookup/" + rule + "/2700",
+                    {2}});
   rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", {2}});
   twins("writing 2,700 options, to a plain buffered write", "write", {4, 1.5});
   rows.push_back(
@@ -345,6 +370,9 @@ int runall(int argc, char** argv) {
   for (table* on : {&small, &middle, &large}) registerreading(*on);
   registermillion(large, good, faulty);
   registeraccess(large);
+  for (const char* rule : {"Path", "Minos"})
+    for (const std::size_t count : {sizes.back(), std::size_t{20000}})
+      registerlookup(folder, rule, count);
   registersetting(large, chatty);
   registerwriting(large, folder.path("written.opt"));
   registerentries(dotted, middle.parameters, dots);

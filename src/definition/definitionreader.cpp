@@ -12,6 +12,7 @@ namespace optxv {
 /// those.
 struct recordrow {
   recordform form;
+  std::string_view word;  ///< of the form
   bool usermap;
   bool option;    ///< enters the option table, so its name must be new there
   bool modifier;  ///< its type word may carry a modifier
@@ -21,12 +22,13 @@ struct recordrow {
   static constexpr recordrow kind(optionkind kind, const char* fields, const char* lines,
                                   void (*read)(definitionreader&)) {
     const kindrow& row = optionkinds[kind];
-    return {{row.keyword.data(), fields, lines}, row.usermap, true, row.modifier, read};
+    return {
+        {row.keyword.data(), fields, lines}, row.keyword, row.usermap, true, row.modifier, read};
   }
   /// The row of a record that is no option.
   static constexpr recordrow other(const char* word, const char* fields, const char* lines,
                                    void (*read)(definitionreader&)) {
-    return {{word, fields, lines}, false, false, false, read};
+    return {{word, fields, lines}, word, false, false, false, read};
   }
   static const recordrow* find(std::string_view word);
 
@@ -73,7 +75,7 @@ constexpr std::array<recordrow, 17> records = {{
 
 const recordrow* recordrow::find(std::string_view word) {
   const auto* row = std::find_if(records.begin(), records.end(), [&](const recordrow& candidate) {
-    return struequal(candidate.form.word, word);
+    return struequal(candidate.word, word);
   });
   return row != records.end() ? row : nullptr;
 }
@@ -106,22 +108,20 @@ bool definitionreader::continuation() {
 /// Reads the token of a field, which becomes the last field; but for its text, which took gives it.
 bool definitionreader::nexttoken(std::int32_t field, std::string_view& token, shortstring& room) {
   in.skipbl();
-  field_.field = field;
-  field_.seen.clear();
   token = in.plaintoken();
-  if (token.empty()) return raretoken(token, room);
-  field_.place = in.placeof(token);
-  field_.quotes = 0;
-  in.pass(token.size());
+  if (token.empty()) return raretoken(field, token, room);
+  passplain(field, token);
   return true;
 }
 
 /// The same for a token that does not just stand in the line: it is put together in room.
-bool definitionreader::raretoken(std::string_view& token, shortstring& room) {
+bool definitionreader::raretoken(std::int32_t field, std::string_view& token, shortstring& room) {
   const textplace rest = in.restplace();
   const bool quote = in.ch() == '"';
   const bool good = in.nexttoken(room);
   token = room;
+  field_.field = field;
+  field_.seen.clear();
   field_.place = in.since(rest);
   field_.quotes = quote ? good ? 2 : 1 : 0;
   return good;
@@ -174,6 +174,16 @@ bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
 
 void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
                                     std::string_view words) {
+  in.skipbl();
+  const std::string_view digits = in.plaindigits(value);
+  if (digits.empty()) return rareinteger(field, value, words);
+  passplain(field, digits);
+  took(true, digits);
+}
+
+/// The same for a token that is not just digits.
+void definitionreader::rareinteger(std::int32_t field, std::int32_t& value,
+                                   std::string_view words) {
   std::string_view token;
   shortstring room;
   const bool good = nexttoken(field, token, room) && strasintex(token, value);
@@ -247,11 +257,11 @@ bool definitionreader::beginrecord() {
 
 /// Takes the modifier off a type word. After an unknown one, that of the record before stays.
 void definitionreader::takemodifier(std::string_view& word) {
-  const std::size_t dot = word.rfind('.');
-  if (dot == std::string_view::npos) {
+  if (word.find('.') == std::string_view::npos) {
     modifier = optsubRequired;
     return;
   }
+  const std::size_t dot = word.rfind('.');
   const shortstring suffix = uppercase(word.substr(dot + 1));
   word = word.substr(0, dot);
   for (std::size_t i = 1; i < strtypemodifier.size(); ++i) {

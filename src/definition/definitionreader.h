@@ -146,7 +146,16 @@ class definitionreader {
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
   bool nexttoken(std::int32_t field, std::string_view& token, shortstring& room);
-  bool raretoken(std::string_view& token, shortstring& room);
+  void rareinteger(std::int32_t field, std::int32_t& value, std::string_view words);
+  bool raretoken(std::int32_t field, std::string_view& token, shortstring& room);
+  /// Passes a token that stands in the line. It becomes the last field, but for its text.
+  void passplain(std::int32_t field, std::string_view token) {
+    field_.field = field;
+    field_.seen.clear();
+    field_.place = in.placeof(token);
+    field_.quotes = 0;
+    in.pass(token.size());
+  }
   /// The field that nexttoken read is good or not: its text is kept where somebody may ask for it.
   void took(bool good, std::string_view token) {
     if (!good || options.told) keep(good, token);

@@ -47,13 +47,10 @@ constexpr charset makeinvalideolcommchar() {
   return set;
 }
 
-/// The first mark from a byte on, or the end. Only a text in memory has many of one, the end of a
-/// line, which is looked for first, so that each piece is gone through once.
-const char* findmark(const char* from, const char* end) {
-  for (const char mark : {tminiparser::endofline, tminiparser::endofinput})
-    if (const void* found = std::memchr(from, mark, static_cast<std::size_t>(end - from)))
-      end = static_cast<const char*>(found);
-  return end;
+/// The first byte of that value, or the end. It is looked for in words of memory.
+const char* findbyte(const char* from, const char* end, char wanted) {
+  const void* found = std::memchr(from, wanted, static_cast<std::size_t>(end - from));
+  return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
 /// Appends a text; if not all of it fits, position 255 gets its last byte.
@@ -304,7 +301,10 @@ void tminiparser::skipuntil(const charset& stop) {
 std::string_view tminiparser::ahead() const {
   if (atmark()) return {};
   const char* const from = text_ + linepos_ - 1;
-  return {from, static_cast<std::size_t>(findmark(from, text_ + linelen_) - from)};
+  // No line of a file has a line feed. A text may have many, so that the nearest ends all searches.
+  const char* const line = text_ + linelen_;
+  const char* const end = source_ == source::file ? line : findbyte(from, line, endofline);
+  return {from, static_cast<std::size_t>(findbyte(from, end, endofinput) - from)};
 }
 
 // White space and punctuation --------------------------------------------------------------------
@@ -382,6 +382,20 @@ std::string_view tminiparser::plaintoken() const {
   const char* to = from;
   while (to != end && !is(*to, blank | comma | mark)) ++to;
   return {from, to - from <= shortstring::maximum ? static_cast<std::size_t>(to - from) : 0};
+}
+
+std::string_view tminiparser::plaindigits(std::int32_t& value) const {
+  constexpr int most = 9;
+  if (!onbyte()) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const line = text_ + linelen_;
+  const char* const end = line - from < most ? line : from + most;
+  const char* to = from;
+  std::int32_t number = 0;
+  for (; to != end && is(*to, digit); ++to) number = number * 10 + (*to - '0');
+  if (to == from || (to != line && !is(*to, blank | comma | mark))) return {};
+  value = number;
+  return {from, static_cast<std::size_t>(to - from)};
 }
 
 bool tminiparser::nextident(shortstring& text) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -116,9 +115,9 @@ class tminiparser : public tobject {
     const std::int64_t position = chposition();
     return {placeline(), held(position), held(std::max<std::int64_t>(linelen_ - position + 1, 0))};
   }
-  /// The place of a piece of the line that is being read.
+  /// The place of a piece of the line that is being read. REQUIRES: it is not too long for a place.
   textplace placeof(std::string_view piece) const {
-    return {placeline(), held(piece.data() - text_ + 1), held(std::ssize(piece))};
+    return {placeline(), held(piece.data() - text_ + 1), static_cast<std::int32_t>(piece.size())};
   }
   /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
   textplace since(const textplace& from) const {
@@ -170,6 +169,9 @@ class tminiparser : public tobject {
   /// one, one that was between quotes or one that was cut. Nothing is passed: see pass.
   /// BORROWS: good until the next line.
   std::string_view plaintoken() const;
+  /// The same for a token of one to nine digits, whose number `value` becomes; for any other token
+  /// it is empty, and value stays.
+  std::string_view plaindigits(std::int32_t& value) const;
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.
   bool nextident(shortstring& text);

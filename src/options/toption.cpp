@@ -28,9 +28,9 @@ toptionlist::~toptionlist() {
 }
 
 std::int32_t toptionlist::enter(kepttext name, std::unique_ptr<tobject> option) {
-  const std::int32_t index = addowned({}, std::move(option));
-  flist[index].fname = name.asheapstring();
-  return index;
+  if (fcount == fcapacity) grow();
+  flist[fcount] = {name.asheapstring(), option.release()};
+  return fcount++;
 }
 
 txlistobj::~txlistobj() {
