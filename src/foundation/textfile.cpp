@@ -16,7 +16,6 @@ namespace optxv {
 
 namespace {
 
-constexpr std::size_t blocksize = std::size_t{64} << 10;
 constexpr std::size_t longestline = std::size_t{1} << 30;
 
 void fail(int number) {
@@ -298,7 +297,8 @@ void textfile::flush() {
   held_ = 0;  // what could not be written is gone, so that the error is met once
 }
 
-void textfile::write(std::string_view text) {
+/// Writes what does not just go into the block.
+void textfile::writethrough(std::string_view text) {
   if (mode_ == mode::standardoutput) {
     const heldback signals(interrupting_);
     if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stdout) != text.size())

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -88,7 +89,11 @@ class OPTXV_EXPORT textfile {
   std::size_t readln();
 
   /// Writes the bytes as they are.
-  void write(std::string_view text);
+  void write(std::string_view text) {
+    if (mode_ != mode::writing || text.size() >= blocksize - held_) return writethrough(text);
+    std::memcpy(block_.get() + held_, text.data(), text.size());
+    held_ += text.size();
+  }
 
   /// Writes one line feed.
   void writeln() { write("\n"); }
@@ -107,6 +112,8 @@ class OPTXV_EXPORT textfile {
     standardoutput
   };
 
+  static constexpr std::size_t blocksize = std::size_t{64} << 10;
+
   void begin();
   void open(int flags, bool nodevices, mode opened, mode standard);
   bool atend();
@@ -116,6 +123,7 @@ class OPTXV_EXPORT textfile {
   int getstandard();
   int readstandard(char* dest, int maximum);
   std::size_t skipstandard();
+  void writethrough(std::string_view text);
   void flush();
   void writeblock(const char* text, std::size_t size);
 

@@ -143,7 +143,7 @@ void tminiparser::readfrombytes(std::string_view bytes) {
 
 // Lines and characters ---------------------------------------------------------------------------
 
-/// Reads a physical line: a short one where it lies, any other into the slices.
+/// Reads a physical line: a short one where it lies in its block, any other into the slices.
 void tminiparser::readphysical() {
   skippedat_ = 0;
   std::string_view line;
@@ -412,8 +412,6 @@ bool tminiparser::nextidentx(shortstring& text) {
   return true;
 }
 
-/// The identifier at ch(), where it stands in the line; empty if there is none, or one that
-/// nextident would cut. Nothing is passed.
 std::string_view tminiparser::plainident() const {
   if (!is(ch_, letter) || !onbyte() || skippedat_ != 0) return {};
   const char* const from = text_ + linepos_ - 1;
@@ -453,6 +451,17 @@ void tminiparser::quotedindex(shortstring& text) {
   nextch();
   if (length < shortstring::maximum || isblank(last)) droptrailingblanks(text);
   text.append(delimiter);
+}
+
+std::string_view tminiparser::plainindex() const {
+  if ((ch_ != '\'' && ch_ != '"') || !onbyte() || skippedat_ != 0) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const end = text_ + linelen_;
+  const char* const to =
+      std::find_if(from + 1, end, [this](char c) { return is(c, mark) || c == ch_; });
+  const std::ptrdiff_t size = to - from + 1;
+  if (to == end || *to != ch_ || isblank(to[-1]) || size > shortstring::maximum) return {};
+  return {from, static_cast<std::size_t>(size)};
 }
 
 bool tminiparser::nextindex(shortstring& text) {

@@ -177,13 +177,19 @@ class tminiparser : public tobject {
   bool nextident(shortstring& text);
   /// The same without the _.
   bool nextidentx(shortstring& text);
-  /// Passes any - and /, counts them, and then reads an identifier as nextident does.
+  /// Passes any - and /, counts them, and then reads an identifier as nextident does; false if
+  /// there is none.
   bool nextkey(parsedkey& key);
   /// An index of an index list: an identifier, *, or a text between two ' or two ", which keeps its
   /// quotes and loses trailing blanks. False with an empty text for anything else, which is not
   /// passed.
   /// KEEP: a missing closing quote is no error; the reader of a file is then on the next line.
   bool nextindex(shortstring& text);
+  /// The identifier or the index at ch(), where it stands in the line: what nextident or nextindex
+  /// would give for it. Empty if there is none, or one that is not given as it was written. Nothing
+  /// is passed: see pass. BORROWS: good until the next line.
+  std::string_view plainident() const;
+  std::string_view plainindex() const;
   /// A token that is an integer (strasintex). A bad token is passed too.
   bool nextinteger(std::int32_t& value);
   /// A token that is a real (strasdoubleex). A bad token is passed too.
@@ -234,7 +240,6 @@ class tminiparser : public tobject {
     return static_cast<std::int32_t>(std::min(number, largest));
   }
 
-  std::string_view plainident() const;
   void skipcomment();
   void tellseparator(std::int32_t length) const;
   void tellline(std::int64_t lost) const;
@@ -272,7 +277,8 @@ class tminiparser : public tobject {
   placelist* echoplaces_ = nullptr;
   std::uint16_t sourcenumber_ = 0;
   textfile srcfile_;
-  // The four slices of a file line, one after another. A slice that is not full ends the line.
+  // The four slices of a file line that is not read where it lies, one after another. A slice that
+  // is not full ends the line.
   char linebuf_[slicecount * slicelength];
 };
 

@@ -74,11 +74,6 @@ std::string_view tzmaoptions::getstrings(std::int32_t position) const {
   return position >= 0 && position < getcount() ? optionlist.getname(position) : std::string_view();
 }
 
-toption* tzmaoptions::getobjects(std::int32_t position) const {
-  return position >= 0 && position < getcount() ? objectof<toption>(optionlist.getobject(position))
-                                                : nullptr;
-}
-
 tgroupobj* tzmaoptions::groupat(std::int32_t position) const {
   return objectof<tgroupobj>(grouplist.getobject(position));
 }

@@ -123,7 +123,11 @@ class tzmaoptions : public toptionx {
   /// The table's name of a 0-based position, empty outside the table.
   std::string_view getstrings(std::int32_t position) const;
   /// The option at a 0-based position, nil outside the table.
-  toption* getobjects(std::int32_t position) const;
+  toption* getobjects(std::int32_t position) const {
+    return position >= 0 && position < getcount()
+               ? objectof<toption>(optionlist.getobject(position))
+               : nullptr;
+  }
   /// The group at a 0-based position. REQUIRES: the position is in grouplist.
   tgroupobj* groupat(std::int32_t position) const;
   /// The option of the synonym at a 0-based position, nil for one whose target was not found.
@@ -319,9 +323,10 @@ class tzmaoptions : public toptionx {
   /// All four cleared. Every option gives its name and text; the result is 1 only for scalar kinds.
   std::int32_t optgetvaluesnr(std::int32_t optnr, shortstring& name, std::int32_t& integer,
                               double& real, shortstring& text) const;
-  std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const;
+  // Programs ask for numbers in loops; that these two raise nothing spares the boundary its guard.
+  std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const noexcept;
+  std::int32_t optgetdblnr(std::int32_t optnr, double& value) const noexcept;
   std::int32_t optgetint2nr(std::int32_t optnr, std::int32_t& value) const;
-  std::int32_t optgetdblnr(std::int32_t optnr, double& value) const;
   std::int32_t optgetdbl2nr(std::int32_t optnr, double& value) const;
   std::int32_t optgetstrnr(std::int32_t optnr, shortstring& text) const;
   std::int32_t optgetstr2nr(std::int32_t optnr, shortstring& text) const;

@@ -123,11 +123,12 @@ bool entryreader::readkey() {
 }
 
 void entryreader::tellkey(const toption* option) const {
-  const bool own =
-      option == nullptr || options_.getobjects(options_.optlookup(key_.text)) == option;
   // The place of joined words has blanks that the name has not, so that it may be the longer one.
   if (key_.text.size() == shortstring::maximum)
     options_.told->cutlong(optxv_cut_name, 0, key_.text, key_.place, runtime() ? -2 : 0);
+  if (!options_.told->hears(&optxv_listener::key)) return;
+  const bool own =
+      option == nullptr || options_.getobjects(options_.optlookup(key_.text)) == option;
   options_.told->tell(&optxv_listener::key,
                       {.option = option != nullptr ? option->position + 1 : 0,
                        .synonym = own ? 0 : options_.synonymindex.find(key_.text) + 1,

@@ -93,6 +93,7 @@ void tellvalue(const tzmaoptions& options, const readvalue& value, const toption
                std::int32_t which) {
   const std::int32_t number = option != nullptr ? option->position + 1 : 0;
   options.told->cutlong(optxv_cut_value, number, value.text, value.place);
+  if (!options.told->hears(&optxv_listener::value)) return;
   options.told->tell(&optxv_listener::value, {.option = number,
                                               .which = which,
                                               .quotes = value.quotes,
