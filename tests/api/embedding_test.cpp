@@ -931,33 +931,6 @@ TEST(Messages, AreToldWhenTheQueueIsFull) {
   EXPECT_EQ(heard.numbered(), 5001U);
 }
 
-TEST(Messages, TellOfACallToo) {
-  const options made(definition);
-  recorder heard;
-  made.listen(heard);
-  optSetIntNr(made.handle(), 2, 7000);
-  optSetIntNr(made.handle(), 2, 70);
-  coptAddMessage(made.handle(), "mine");
-  coptShowHelp(made.handle(), "maxsteps");
-  made.read("* nothing");
-  EXPECT_EQ(heard.take(true), R"(message range nowhere option 2 about steplim seen 7000
-message allowed-range nowhere option 2 about steplim more
-stored 2 by call nowhere
-message own nowhere
-message help nowhere
-message help nowhere
-message help nowhere
-message help nowhere
-message enter nowhere
-enter parameters p level 1
-line 1:1+9 * nothing
-comment 1:1+9
-leave parameters p
-message leave nowhere not queued
-)");
-  EXPECT_EQ(optMessageCount(made.handle()), 7);
-}
-
 // Questions --------------------------------------------------------------------------------------
 
 TEST(Origins, FollowEveryRoad) {
@@ -1028,9 +1001,7 @@ TEST(Names, AreThereForEveryNumber) {
     EXPECT_EQ(name(-1), nullptr);
     EXPECT_EQ(name(count), nullptr);
   }
-  EXPECT_STREQ(optxv_fault_name(optxv_fault_unknown_option), "unknown-option");
   EXPECT_STREQ(optxv_fault_name(optxv_fault_dollar_expected), "dollar-expected");
-  EXPECT_STREQ(optxv_field_name(optxv_field_usermap), "usermap");
   EXPECT_STREQ(optxv_field_name(optxv_field_groupnumber), "number");
 }
 

@@ -172,20 +172,6 @@ TEST(Nesting, HandsOnAHundredThousandValues) {
   EXPECT_LT(list.count(), 2 * 32768 + 2000) << "what the first member took is gone for the second";
 }
 
-TEST(Nesting, DoublingEndsSomewhere) {
-  std::string definition = "m0 integer 1 0 0 9 0 0\n";
-  for (int i = 1; i <= 60; ++i) {
-    const std::string below = " m" + std::to_string(i - 1) + '\n';
-    definition += "m" + std::to_string(i) + " macro 0 0\n" + below + below;
-  }
-  optiontable options(definition);
-  options->setasstring("m60", "6");
-  EXPECT_EQ(options.told(), "*** Value Error Too many members for option \"m60\"\nm0=6");
-  options->optclearmessages();
-  options->setasstring("m10", "7");
-  EXPECT_EQ(options.told(), "m0=7");
-}
-
 TEST(Nesting, OfAnyDepthIsResetAndWithinReasonAssigned) {
   constexpr int levels = 100000;
   std::string definition = "m0 integer 1 0 0 9 0 0\n";
