@@ -15,71 +15,7 @@ namespace optxv {
 namespace {
 
 TEST(Values, AreCheckedAndStored) {
-  const std::string rows = R"(range 10 1e1
-> range=10/10
-steplim 5000\nsteplim 5001\n
-> *** Value Error line 2: Integer range error for option "steplim" saw "5001"
-> *** Value Error line 2:    Valid range is 0 to 5000
-> steplim=5000
-steplim ""
-> *** Value Error Integer expected, for option "steplim" saw ""
-steplim 2.5d1
-> steplim=25
-free yes\nrange -1 maxint\nrange * minint\n
-> *** Warning line 2: Integer range error for option "range" saw "-1"
-> *** Warning line 2:    Valid range is 0 to 99
-> *** Warning line 2: Integer range error for option "range" saw "2147483647"
-> *** Warning line 2:    Valid range is 0 to 99
-> *** Warning line 3: Integer range error for option "range" saw "-2147483648"
-> *** Warning line 3:    Valid range is 0 to 99
-> range=-1/-2147483648!3
-free yes\nrange 5 -1\nrange 6 *\n
-> *** Warning line 2: Integer range error for option "range" saw "-1"
-> *** Warning line 2:    Valid range is 0 to 99
-> range=6/-1
-tol * 1.0000001
-> *** Value Error Double out of range for option "tol" saw "1.0000001"
-> *** Value Error    Valid range is 0 to 1
-free yes\ntol 2 0.25\n
-> *** Warning line 2: Double out of range for option "tol" saw "2"
-> *** Warning line 2:    Valid range is 0 to 1
-> tol=2/0.25
-free yes\nx.scale nan\n
-> *** Value Error line 2: Double expected for option ".scale" saw "nan"
-x.scale 1e300
-> *** Value Error Double out of range for option ".scale" saw "1E300"
-> *** Value Error    Valid range is 0 to maxdouble
-title "" "a  b"
-> title=/a  b
-method gamma
-> *** Value Error Unknown value for option "method" saw "gamma"
-> *** Value Error    Possible values are  primal dual
-free yes\nmethod dual\nmethod gamma\n
-> *** Warning line 3: Unknown value for option "method" saw "gamma"
-> *** Warning line 3:    Possible values are  primal dual
-> method=!1
-free yes\nlevel 5\n
-> *** Warning line 2: Unknown value for option "level" saw "5"
-> *** Warning line 2:    Possible values are  1 2
-> level=5!1
-scale maybe
-> *** Value Error Boolean value expected for option "scale" saw "maybe"
-pair a  b :7
-> steplim=7 logname=a  b 
-pair a:7:
-> steplim=7 logname=a
-pair a:7:c:d
-> *** Value Error Too many items for multilist "pair"
-> steplim=7 logname=a
-pair a:7 :
-> *** Value Error Integer expected, for option "pair" saw "7 "
-> logname=a
-BOTH 7
-> steplim=7 logname=7
-outer 1:x
-> *** Value Error Integer expected, for option "outer" saw "x"
-> logname=x names=[1]
-)";
+  const std::string rows = rowsof("options/values.rows");
   const auto told = [](const std::string& text) {
     return optiontable(everykind()).read(text).told();
   };
