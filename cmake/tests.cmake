@@ -33,7 +33,7 @@ foreach(source ${test_sources})
   endif()
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
-  target_compile_definitions(${name} PRIVATE OPTXV_EVERY_KIND="${PROJECT_SOURCE_DIR}/tests/support/everykind.def")
+  target_compile_definitions(${name} PRIVATE OPTXV_TESTS="${PROJECT_SOURCE_DIR}/tests")
   if(folder MATCHES "^(api|command)$")
     target_include_directories(${name} PRIVATE src)  # only for the table of functions, frame/api.def
     optxv_outside_test(${name} ${folder})

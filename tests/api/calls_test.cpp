@@ -148,7 +148,7 @@ class Calls : public ::testing::Test {
     for (void** handle : {&opt_, &copt_}) {
       xcreate(handle);
       EXPECT_EQ(optcount(*handle), 0);
-      ASSERT_EQ(coptreaddefinition(*handle, OPTXV_EVERY_KIND), 0);
+      ASSERT_EQ(coptreaddefinition(*handle, OPTXV_TESTS "/support/everykind.def"), 0);
     }
   }
   void TearDown() override {

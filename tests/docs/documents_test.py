@@ -28,7 +28,7 @@ PRINTERS = ('check --json faulty.opt', 'show --json solver.opt')
 TOLD_LINES = ''.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8') for name in ('definition', 'parameter'))
 TOLD = ' '.join(' '.join(TOLD_LINES.replace('option/synonym', word).split()) for word in ('option', 'synonym'))
 SEEN = ''.join(path.read_text(encoding='utf-8').replace('\\"', '"') for folder in ('definition', 'parameter', 'options')
-               for path in sorted((SOURCE / 'tests' / folder).glob('*_test.cpp')))
+               for path in sorted((SOURCE / 'tests' / folder).iterdir()))
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
     ('an unknown kind', '```fortran\na\n```\n', 'nothing runs a block of kind "fortran"'),

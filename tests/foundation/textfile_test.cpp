@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <random>
 #include <thread>
 
 #include "foundation/runtime.h"
@@ -98,54 +97,19 @@ TEST_F(TextFile, LinesAcrossBlocks) {
   EXPECT_EQ(folder_.get("file"), "short");
 }
 
-std::string run(std::size_t count) {
+std::string xs(std::size_t count) {
   return std::string(count, 'x');
 }
 
-// Texts whose line ends, carriage returns and zero bytes stand where a reader may stumble: at the
-// edges of pieces of 255 bytes, of lines of 1020 and of blocks of 64 KiB.
-std::vector<std::string> nastytexts() {
-  std::vector<std::string> all = {"",    "\n",  "\r\n",        "\r",        "a",
-                                  "a\r", "\0"s, "a\0\r\nb\0"s, "\n\n\r\n\n"};
-  for (const std::size_t edge : {255u, 510u, 765u, 1020u, 1275u, 65536u, 131072u})
-    for (std::size_t length = edge - 2; length <= edge + 1; ++length)
-      for (const std::string end : {"", "\n", "\r\n", "\r\r\n", "\rz\n", "\nz", "\0\nz"})
-        all.push_back(run(length) + end);
-  return all;
-}
-
-// What a reader sees that takes lines by pieces of random size, and now and then skips the rest.
-std::string seen(textfile& file, unsigned seed) {
-  std::mt19937 random(seed);
-  std::string all, piece(300, '?');
-  while (!file.eof()) {
-    const int maximum = random() % 2 == 0 ? 255 : static_cast<int>(random() % 300);
-    const int count = file.readstring(piece.data(), maximum);
-    all += piece.substr(0, static_cast<std::size_t>(count)) + ',';
-    if (random() % 3 == 0) all += std::to_string(file.readln()) + '|';
-  }
-  return all;
-}
-
-TEST_F(TextFile, MemoryReadsAsAFileOfTheSameBytes) {
-  textfile file, memory;
-  file.assign(file_);
-  memory.assign(folder_ / "none");
-  for (const std::string& text : nastytexts()) {
-    folder_.put("file", text);
-    for (unsigned seed = 1; seed <= 2; ++seed) {
-      file.reset();
-      // Bytes of their own length alone, so that a step past them is seen.
-      const std::vector<char> bytes(text.begin(), text.end());
-      setioresult(7);
-      memory.resetmemory({bytes.data(), bytes.size()});
-      EXPECT_EQ(ioresult(), 0);
-      ASSERT_EQ(seen(memory, seed), seen(file, seed)) << testing::PrintToString(text);
-    }
-  }
+TEST_F(TextFile, AMemoryThatIsClosedIsEmpty) {
+  textfile memory;
+  setioresult(7);
+  memory.resetmemory("a\n");
+  EXPECT_EQ(ioresult(), 0) << "the code of before is gone";
+  EXPECT_EQ(pieces(memory, 9), "a,|");
   memory.resetmemory("a\n");
   memory.close();
-  EXPECT_TRUE(memory.eof()) << "a closed text reads as empty";
+  EXPECT_TRUE(memory.eof());
   memory.write("x");
   EXPECT_EQ(ioresult(), EBADF);
 }
@@ -162,9 +126,9 @@ TEST_F(TextFile, SkippingTellsWhatItCutOff) {
                                                       {"abcde\rf\nx", 4},
                                                       {"abcdef\r", 4},
                                                       {"ab\rdef\nx", 3},
-                                                      {run(65539) + "\r\nx", 65536},
-                                                      {run(65535) + "\r\nx", 65532},
-                                                      {run(65536) + "\r\nx", 65533}};
+                                                      {xs(65539) + "\r\nx", 65536},
+                                                      {xs(65535) + "\r\nx", 65532},
+                                                      {xs(65536) + "\r\nx", 65533}};
   for (const auto& [text, cut] : rows) {
     textfile file;
     file.assign(folder_.put("file", text));
@@ -220,6 +184,26 @@ TEST_F(TextFile, ReadsThatFail) {
   EXPECT_EQ(file.failure(), EIO);
   file.resetmemory("");
   EXPECT_EQ(file.failure(), 0);
+}
+
+// A line that standard input begins is skipped as that of a file, and what was cut off is told.
+TEST_F(TextFile, StandardInputSkipsLines) {
+  const test::keptstream input(0);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ASSERT_EQ(::write(ends[1], "ab\ncdefgh\r\nij", 13), 13);
+  ::close(ends[1]);
+  dup2(ends[0], 0);
+  textfile file;
+  file.reset();
+  char text[3];
+  EXPECT_EQ(file.readstring(text, 3), 2);
+  EXPECT_EQ(file.readln(), 0U);
+  EXPECT_EQ(file.readstring(text, 3), 3);
+  EXPECT_EQ(file.readln(), 3U);
+  EXPECT_EQ(pieces(file, 9), "ij,");
+  std::clearerr(stdin);
+  ::close(ends[0]);
 }
 
 // A device fills up some blocks further on: what was written until then stays.

@@ -73,7 +73,7 @@ verbose
 > str 1
 > all verbose 1 0 1
 names
-> str 
+> str\s
 range
 > int 3
 > int2 4

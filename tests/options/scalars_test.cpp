@@ -15,71 +15,7 @@ namespace optxv {
 namespace {
 
 TEST(Values, AreCheckedAndStored) {
-  const std::string rows = R"(range 10 1e1
-> range=10/10
-steplim 5000\nsteplim 5001\n
-> *** Value Error line 2: Integer range error for option "steplim" saw "5001"
-> *** Value Error line 2:    Valid range is 0 to 5000
-> steplim=5000
-steplim ""
-> *** Value Error Integer expected, for option "steplim" saw ""
-steplim 2.5d1
-> steplim=25
-free yes\nrange -1 maxint\nrange * minint\n
-> *** Warning line 2: Integer range error for option "range" saw "-1"
-> *** Warning line 2:    Valid range is 0 to 99
-> *** Warning line 2: Integer range error for option "range" saw "2147483647"
-> *** Warning line 2:    Valid range is 0 to 99
-> *** Warning line 3: Integer range error for option "range" saw "-2147483648"
-> *** Warning line 3:    Valid range is 0 to 99
-> range=-1/-2147483648!3
-free yes\nrange 5 -1\nrange 6 *\n
-> *** Warning line 2: Integer range error for option "range" saw "-1"
-> *** Warning line 2:    Valid range is 0 to 99
-> range=6/-1
-tol * 1.0000001
-> *** Value Error Double out of range for option "tol" saw "1.0000001"
-> *** Value Error    Valid range is 0 to 1
-free yes\ntol 2 0.25\n
-> *** Warning line 2: Double out of range for option "tol" saw "2"
-> *** Warning line 2:    Valid range is 0 to 1
-> tol=2/0.25
-free yes\nx.scale nan\n
-> *** Value Error line 2: Double expected for option ".scale" saw "nan"
-x.scale 1e300
-> *** Value Error Double out of range for option ".scale" saw "1E300"
-> *** Value Error    Valid range is 0 to maxdouble
-title "" "a  b"
-> title=/a  b
-method gamma
-> *** Value Error Unknown value for option "method" saw "gamma"
-> *** Value Error    Possible values are  primal dual
-free yes\nmethod dual\nmethod gamma\n
-> *** Warning line 3: Unknown value for option "method" saw "gamma"
-> *** Warning line 3:    Possible values are  primal dual
-> method=!1
-free yes\nlevel 5\n
-> *** Warning line 2: Unknown value for option "level" saw "5"
-> *** Warning line 2:    Possible values are  1 2
-> level=5!1
-scale maybe
-> *** Value Error Boolean value expected for option "scale" saw "maybe"
-pair a  b :7
-> steplim=7 logname=a  b 
-pair a:7:
-> steplim=7 logname=a
-pair a:7:c:d
-> *** Value Error Too many items for multilist "pair"
-> steplim=7 logname=a
-pair a:7 :
-> *** Value Error Integer expected, for option "pair" saw "7 "
-> logname=a
-BOTH 7
-> steplim=7 logname=7
-outer 1:x
-> *** Value Error Integer expected, for option "outer" saw "x"
-> logname=x names=[1]
-)";
+  const std::string rows = rowsof("options/values.rows");
   const auto told = [](const std::string& text) {
     return optiontable(everykind()).read(text).told();
   };
@@ -170,20 +106,6 @@ TEST(Nesting, HandsOnAHundredThousandValues) {
   options->setasstring("both", "y:z");
   EXPECT_EQ(options.queue(), lines{"*** Value Error Too many members for option \"both\""});
   EXPECT_LT(list.count(), 2 * 32768 + 2000) << "what the first member took is gone for the second";
-}
-
-TEST(Nesting, DoublingEndsSomewhere) {
-  std::string definition = "m0 integer 1 0 0 9 0 0\n";
-  for (int i = 1; i <= 60; ++i) {
-    const std::string below = " m" + std::to_string(i - 1) + '\n';
-    definition += "m" + std::to_string(i) + " macro 0 0\n" + below + below;
-  }
-  optiontable options(definition);
-  options->setasstring("m60", "6");
-  EXPECT_EQ(options.told(), "*** Value Error Too many members for option \"m60\"\nm0=6");
-  options->optclearmessages();
-  options->setasstring("m10", "7");
-  EXPECT_EQ(options.told(), "m0=7");
 }
 
 TEST(Nesting, OfAnyDepthIsResetAndWithinReasonAssigned) {

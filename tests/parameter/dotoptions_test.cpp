@@ -41,69 +41,7 @@ std::string toldof(const std::string& text) {
 }
 
 TEST(DotOptions, EntriesAndFaults) {
-  const std::string rows = R"rows(x.scale('a',*) := 2.5
-> x.scale(a,*)=2.5
-X_1.SCALE [ 'a' , "b ,c  " ] 1
-> X_1.scale(a,b ,c)=1
-x.scale('a dozen',*,"of letters",'in four',*,'labels and more') 1
-> x.scale(a dozen,*,of letters,in four,*,labels and more)=1
-x.scale{''}=maxdouble, y.keep yes z.scale 3
-> x.scale()=1E299 y.keep()=1 z.scale()=3
-x. 2
-> *** Error .suffix expected for key "x"
-> *** Error Option keyword expected, saw "2"
-x.scale 2 y.size z.scale 3
-> *** Error unknown .suffix ".size" for key "y"
-> x.scale()=2 z.scale()=3
-x.scale('a',) 2
-> *** Error Element expected for .option "x"
-> *** Error Option keyword expected, saw ")"
-> 1 dropped
-x.scale(i y.scale 3 z.scale(j w.scale 4
-> *** Error Set name not allowed .option "x"
-> *** Error Set name not allowed .option "z"
-> y.scale()=3 w.scale()=4
-> 2 dropped
-x.scale[*} 1
-> *** Error Closing bracket "]" expected for .option "x"
-> *** Value Error Double expected for option ".scale" saw "}"
-> *** Error Option keyword expected, saw "1"
-> 1 dropped
-x.scale
-> *** Error Value expected for .option "x"
-> 1 dropped
-x.scale('a') -1 y.keep 2
-> *** Value Error Double out of range for option ".scale" saw "-1"
-> *** Value Error    Valid range is 0 to maxdouble
-> *** Value Error Boolean value expected for option ".keep" saw "2"
-> 2 dropped
-free 1 x.scale -1
-> *** Warning Double out of range for option ".scale" saw "-1"
-> *** Warning    Valid range is 0 to maxdouble
-> x.scale()=-1
-x.scale('a
-> *** Error Closing bracket ")" expected for .option "x"
-> *** Error Value expected for .option "x"
-> 1 dropped
-x.scale('a\ny.scale 1\n
-> *** Error line 2: Closing bracket ")" expected for .option "x"
-> *** Value Error line 2: Double expected for option ".scale" saw "y.scale"
-> *** Error line 2: Option keyword expected, saw "1"
-> 1 dropped
-<n*63>.scale 1
-> <n*63>.scale()=1
-<n*64>.scale 1
-> *** Error .Option ID too long "<n*64>"
-> 1 dropped
-x.scale(<*,*19>*) 1
-> x.scale(*,*,*,*,*,*,*,*,*,*,*,*,*,*,*,*,*,*,*,*)=1
-x.scale(<*,*21>*) 1
-> *** Error Too many dimensions for .option "x"
-> *** Error Too many dimensions for .option "x"
-> 1 dropped
-x.scale('<e*254>') 1
-> x.scale(<e*254>)=1
-)rows";
+  const std::string rows = rowsof("parameter/dotoptions.rows");
   EXPECT_EQ(retold(rows, toldof), rows);
 }
 

@@ -48,65 +48,7 @@ std::string toldof(const std::string& text) {
 
 // A fault ends the line.
 TEST(Indicators, EntriesAndFaults) {
-  const std::string rows = R"rows(tie eqa('a')$vara('a') = yes
-> eqa('a')$vara('a')=1
-Tie e ( i , "b ,c " ) $ v [ I,'z' ] := off
-> e(i,"b ,c")$v(I,'z')=0
-tie e{i}$v 1 tie f$w("q") F, tie e$v on steplim 5
-> e(i)$v()=1 f()$w("q")=0 e()$v()=1
-tie = e$v 1 tie e$v 1
-> *** Error Equation ID expected for indicator
-tie e('a']$v 1
-> *** Error Closing bracket ")" expected for id "e"
-> *** Error $ expected after equation identifier "e"
-> 1 dropped
-tie e$v('a',*) 1
-> *** Error Universe not allowed for indicator id "v"
-> *** Error Boolean value expected for equation indicator "e", Saw ")"
-> 1 dropped
-tie e$v('a',2) 1
-> *** Error Unique element expected for indicator id "v"
-> *** Error Boolean value expected for equation indicator "e", Saw "2)"
-> 1 dropped
-tie e(i,'j')$v(j,'k',I,m) 1
-> *** Error Index "j" not controled for variable "v"
-> *** Error Index "m" not controled for variable "v"
-> 1 dropped
-tie e$v "yes
-> *** Error Boolean value expected for equation indicator "e"
-> 1 dropped
--tie e$v 1
-> *** Error Unknown option "tie"
-tie e('a\nsteplim 7\nsteplim 8\n
-> *** Error line 2: Closing bracket ")" expected for id "e"
-> *** Error line 2: $ expected after equation identifier "e"
-> 1 dropped
-tie <n*63>$<n*63> 1
-> <n*63>()$<n*63>()=1
-tie <n*64>$v 1
-> *** Error Not a good equation identifier "<n*64>"
-> 1 dropped
-tie e$<n*64> 1
-> *** Error Variable "<n*64>" is not a good identifier
-> 1 dropped
-tie e(<n*63>,'<n*63>')$v(<n*63>,'<n*63>') 1
-> e(<n*63>,'<n*63>')$v(<n*63>,'<n*63>')=1
-tie e('<n*64>')$v 1
-> *** Error Bad Equation index = "e"
-> 1 dropped
-tie e$v(<n*64>) 1
-> *** Error Bad variable index = "v"
-> 1 dropped
-tie e(<i,*21>'<n*64>')$v 1
-> *** Error Too many dimensions for equation "e"
-> *** Error Too many dimensions for equation "e"
-> *** Error Bad Equation index = "e"
-> 1 dropped
-tie e(i)$v(<i,*20>j) 1
-> *** Error Too many dimensions for variable "v"
-> *** Error Index "j" not controled for variable "v"
-> 1 dropped
-)rows";
+  const std::string rows = rowsof("parameter/indicators.rows");
   EXPECT_EQ(retold(rows, toldof), rows);
 }
 

@@ -22,71 +22,11 @@ void check(const std::string& definition, bool toeol, const std::string& rows) {
 }
 
 TEST(Entries, ReadToTheEndOfTheLine) {
-  check(everykind(), true, R"(\t -STEPLIM\t5\t
-> steplim=5
-, reltol := 0.25 !x
-> tol=0.25/0.25
-steplim : 5
-> *** Error Value expected for key "steplim"
-> *** Error Remainder of line ignored
-> *** Error Option keyword expected, saw "5"
-steplim,5
-> *** Error Bad separator after key "steplim"
--x.y 5
-> *** Error Unknown option "x"
-verbose , x
-> *** Error Remainder of line ignored
-> *** Error Option keyword expected, saw "
-> "
-> verbose=1
-range 100 5
-> *** Value Error Integer range error for option "range" saw "100"
-> *** Value Error    Valid range is 0 to 99
-> range=/5
-range * 5
-> range=/5
-title "a b" "c ! d"!x
-> title=a b/c ! d
---x first try
-> --x=[first try]
---x "first"
-> *** Value Error Bad double-quote in value
-say
-> *** Error Value expected for immediate option "say"
-say := a,say = b
-> *** Error a
-> *** Error b
-free x steplim -5
-> *** Warning Integer range error for option "steplim" saw "-5"
-> *** Warning    Valid range is 0 to 5000
-> steplim=-5!1
-free on free OFF steplim -5
-> *** Value Error Integer range error for option "steplim" saw "-5"
-> *** Value Error    Valid range is 0 to 5000
-)");
+  check(everykind(), true, rowsof("parameter/lines.rows"));
 }
 
 TEST(Entries, ReadWordByWord) {
-  check(everykind(), false, R"(steplim , scale yes
-> *** Value Error Integer expected, for option "steplim" saw ""
-> scale=1
-logname "a, b",scale yes
-> logname=a, b scale=1
-logname "ab"c" d" scale yes
-> *** Value Error Bad double-quote in value
-> scale=1
-title a "b
-> title=a/a
-title a,scale yes
-> title=a/ scale=1
-range 1,scale yes
-> *** Value Error Integer expected, for option "range" saw ""
-> range=1 scale=1
---x a --x "b c" scale yes
-> scale=1 --x=[a|b c]
-whole what steplim 5 6
-> *** Value Error Integer expected, for option "steplim" saw "5 6"
-)");
+  check(everykind(), false, rowsof("parameter/words.rows"));
 }
 
 const std::string minos =
@@ -95,25 +35,7 @@ const std::string minos =
     "print strlist 5 0 0\nms synonym max_iter\n";
 
 TEST(MinosKeys, JoinTheWordsOfTheLine) {
-  check(minos, true, R"(maximum iterations = 5
-> max_iter=5
-max iter count 5
-> *** Value Error Integer expected, for option "max_iter" saw "count 5"
-superb bases limits 6
-> *** Error Unknown option "superb_bases_limits"
-max_iter = 5
-> *** Error Unknown option "max_iter"
-max_iter count = 5
-> max_iter_count=5
-max iter =
-> *** Error Value expected for key "max iter"
-bad -5
-> *** Error Unknown option "bad"
-one two_three
-> *** Error Unknown option "one_two__"
-one two three four five x
-> *** Error Unknown option "one_two_three_four"
-)");
+  check(minos, true, rowsof("parameter/minos.rows"));
   check(minos, false, R"(max iter 5 max iter count 6
 > *** Value Error Integer expected, for option "max_iter" saw "count"
 > *** Error Option keyword expected, saw "6"
@@ -131,29 +53,7 @@ TEST(MarkedNames, AreReportedAndObsoleteOnesDropped) {
     check(everykind() +
               "passing deprecated\n level Say method\ndead obsolete\n verbose Off\n"
               " range None\n reltol Gone\n say Gone\n",
-          toeol, R"(LEVEL 2
-> *** Warning deprecated option "LEVEL"; Say method
-> level=2
-level x
-> *** Warning deprecated option "level"; Say method
-> *** Value Error Integer expected, for option "level" saw "x"
-maxsteps 5
-> *** Warning deprecated synonym "maxsteps"; Say steplim
-> steplim=5
-steplim 5
-> steplim=5
-gone 5
-> *** Warning obsolete option "gone"; Out
-verbose
-> *** Warning obsolete option "verbose"; Off
-> verbose=1
-range 1 2
-> *** Warning obsolete option "range"; None
-RELTOL 0.25
-> *** Warning obsolete synonym "RELTOL"; Gone
-say a
-> *** Error a
-)");
+          toeol, rowsof("parameter/marked.rows"));
 }
 
 // An abbreviation is not the option's own name.
@@ -167,35 +67,7 @@ LONG_name 5
 }
 
 TEST(Files, NameTheLineOfAFaultAndGoOn) {
-  check(everykind(), true, R"(read /nowhere/x
-read /proc/self/mem
-* text
-
-foo 1
-   
-steplim x
-5 6^M
-verbose x
-say told
-range 100 ! x
-maxsteps 7
-> *** Error Cannot open parameter file "/nowhere/x"
-> *** Error Error code = 2; No such file or directory
-> *** Error Cannot read parameter file "/proc/self/mem"
-> *** Error Error code = 5; Input/output error
-> *** Error line 5: Unknown option "foo"
-> *** Value Error line 7: Integer expected, for option "steplim" saw "x"
-> *** Error line 8: Option keyword expected, saw "5"
-> *** Error line 9: Remainder of line ignored
-> *** Error line 9: Unknown option "x"
-> *** Error line 10: told
-> *** Value Error line 11: Integer range error for option "range" saw "100"
-> *** Value Error line 11:    Valid range is 0 to 99
-> *** Value Error line 11: Integer range error for option "range" saw "100"
-> *** Value Error line 11:    Valid range is 0 to 99
-> *** Warning line 12: deprecated synonym "maxsteps"; Say steplim
-> steplim=7 verbose=1
-)");
+  check(everykind(), true, rowsof("parameter/files.rows"));
 }
 
 TEST(Files, KeepTheirModeToThemselves) {

@@ -10,7 +10,7 @@ namespace optxv {
 /// The text of everykind.def. The first option, Help, is the library's own: steplim has number 2.
 inline const std::string& everykind() {
   static const std::string text = [] {
-    std::ifstream file(OPTXV_EVERY_KIND);
+    std::ifstream file(OPTXV_TESTS "/support/everykind.def");
     return std::string(std::istreambuf_iterator<char>(file), {});
   }();
   return text;

@@ -1,7 +1,12 @@
-// Rows that read as what they test: the lines of a text, and beneath it what comes of it.
+// Rows that read as what they test: the lines of a text, and beneath it what comes of it. They
+// stand in the test, or in a file of rows beside it.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <regex>
 #include <sstream>
@@ -26,7 +31,7 @@ inline std::string meant(std::string text) {
   return text;
 }
 
-/// The other way: a letter that stands there many times, as <a*300>.
+/// The other way: a letter that stands there many times, as <a*300>, and a blank at the end.
 inline std::string shortened(const std::string& text) {
   std::string all;
   for (std::size_t at = 0, end = 0; at < text.size(); at = end) {
@@ -34,7 +39,15 @@ inline std::string shortened(const std::string& text) {
     const std::string run = text.substr(at, end - at);
     all += run.size() < 40 ? run : std::string("<") + run[0] + '*' + std::to_string(end - at) + '>';
   }
+  if (all.ends_with(' ')) all.replace(all.size() - 1, 1, "\\s");
   return all;
+}
+
+/// The rows of a file in tests/.
+inline std::string rowsof(const std::string& name) {
+  std::ifstream file(OPTXV_TESTS "/" + name);
+  EXPECT_TRUE(file.is_open()) << name;
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// The rows again, with what `told` gives for their texts: each of its lines after "> ". Where the
@@ -46,7 +59,8 @@ inline std::string retold(const std::string& rows,
   const auto finish = [&] {
     if (text.find('\n') == text.size() - 1) text.pop_back();
     std::istringstream answer(told(meant(text)));
-    for (std::string line; std::getline(answer, line);) all += "> " + shortened(line) + '\n';
+    for (std::string line; std::getline(answer, line);)
+      all += line.empty() ? ">\n" : "> " + shortened(line) + '\n';
     text.clear();
   };
   bool after = false;
