@@ -2,8 +2,13 @@
 
 #include "optxv/embedding.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "definition/definitionreader.h"
 #include "foundation/pchutil.h"
@@ -13,6 +18,8 @@
 #include "frame/status.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "parameter/commandarguments.h"
+#include "parameter/environmentvariables.h"
 
 using namespace optxv;
 
@@ -128,6 +135,28 @@ int32_t optxv_read_definition_text(optxv_handle handle, const char* name, const 
 int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const char* bytes,
                                   size_t size) {
   return readbytes<&tzmaoptions::readparametertext>(handle, name, bytes, size);
+}
+
+int32_t optxv_read_arguments(optxv_handle handle, int* argc, char** argv, uint32_t flags) {
+  if (argc == nullptr || argv == nullptr || *argc < 0) return optxv_bad_argument;
+  if ((flags & ~std::uint32_t{optxv_arguments_keep_unknown}) != 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    if (*argc == 0) return optxv_ok;
+    const std::span<char* const> all(argv, static_cast<std::size_t>(*argc));
+    const std::vector<char*> kept =
+        readarguments(options, all, (flags & optxv_arguments_keep_unknown) != 0);
+    if (kept.size() < all.size()) *std::copy(kept.begin(), kept.end(), argv) = nullptr;
+    *argc = static_cast<int>(kept.size());
+    return optxv_ok;
+  });
+}
+
+int32_t optxv_read_environment(optxv_handle handle, const char* prefix) {
+  if (prefix == nullptr || *prefix == 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    readenvironment(options, prefix, environ);
+    return optxv_ok;
+  });
 }
 
 int32_t optxv_show_help(optxv_handle handle, const char* request) {

@@ -65,6 +65,8 @@ void tzmaoptions::addmessage(messagekind kind, std::string_view text, const mess
     closequeue();
   } else if (messagekinds[kind].located && parser != nullptr && parser->linenr() != 0) {
     number = enqueue(kind, concat("line ", inttostr(parser->linenr()), ": "), text, facts, place);
+  } else if (messagekinds[kind].located && !outersource.empty()) {
+    number = enqueue(kind, concat(outersource, ": "), text, facts, place);
   } else {
     number = enqueue(kind, {}, text, facts, place);
   }

@@ -419,7 +419,9 @@ class tzmaoptions : public toptionx {
   charset eolcommset;
   std::int32_t assigndepth = 0;  ///< lists and macros being assigned, one within another
   std::int32_t handedon = 0;     ///< values given to members since the outermost of them began
-  std::int64_t faultsmet = 0;    ///< messages of errors so far, also those that a full queue lost
+  /// The argument or variable that is being read, with which messages begin in place of a line.
+  std::string_view outersource = {};
+  std::int64_t faultsmet = 0;  ///< messages of errors so far, also those that a full queue lost
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
