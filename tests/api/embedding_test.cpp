@@ -637,6 +637,32 @@ lines placesof(const options& made) {
   return all;
 }
 
+/// Each fault of parameter text, with its place and what it is about.
+TEST(Messages, TellTheirFaults) {
+  const auto told = [](const std::string& text) {
+    std::istringstream in(toldby(definition, mode::eol, text));
+    std::string all;
+    for (std::string event; std::getline(in, event);)
+      if (event.starts_with("message ")) all += event.substr(8) + '\n';
+    return all;
+  };
+  const std::string rows = rowsof("api/messages.rows");
+  EXPECT_EQ(retold(rows, told), rows);
+}
+
+// Seventeen macros, each of which names the one before it twice, hand on more than 100,000 values.
+TEST(Messages, TellOfWhatIsNotHandedOn) {
+  std::string macros = "list strlist 1 1 1 List\nm0 macro 1 1 M\n list\n";
+  for (int i = 1; i <= 17; ++i) {
+    const std::string below = " m" + number(i - 1) + '\n';
+    macros += "m" + number(i) + " macro 1 1 M\n" + below + below;
+  }
+  const std::string told = toldby(macros, mode::eol, "m17 x");
+  const std::string last = told.substr(told.rfind('\n', told.size() - 2) + 1);
+  EXPECT_TRUE(last.starts_with("message handed-on 1:5+1 option ")) << last;
+  EXPECT_TRUE(last.ends_with(" about m17\n")) << last;
+}
+
 TEST(Messages, HaveTheirPlaces) {
   folder();
   ownfolder::put("inner.opt", "wrong 1\n");
@@ -881,6 +907,12 @@ TEST(Writing, GivesTheTextToTheProgram) {
   EXPECT_EQ(made.written(), "steplim=5\nlogname=\"a b\"\n");
   const auto refuse = [](void*, const char*, std::size_t) -> std::int32_t { return 77; };
   EXPECT_EQ(optxv_write_parameter_text(made.handle(), refuse, nullptr), 77);
+  recorder heard;
+  made.listen(heard);
+  EXPECT_EQ(coptWriteParameterFile(made.handle(), "/none/x"), ENOENT);
+  EXPECT_EQ(heard.take(),
+            "message cannot-write nowhere about /none/x\n"
+            "message system nowhere about /none/x more\n");
 }
 
 // Any text ---------------------------------------------------------------------------------------

@@ -67,7 +67,10 @@ void report(tzmalist& l) {
   l.addtoindex(8, "waits");
   l.wrstrln("under a new title");
   l.addtoindex(9, "at once");
-  for (int i = 1; i <= 12; ++i) l.wrstrint("row ", i), l.wrln();
+  for (int i = 1; i <= 12; ++i) {
+    l.wrstrint("row ", i);
+    l.wrln();
+  }
 }
 
 const std::string reportpages[] = {
@@ -106,7 +109,10 @@ TEST(Listing, PagesUnderEachPageControl) {
               {listPageNone, one + two + three, index},
               {listPageFormFeed, "\f" + one + "\f" + two + "\f" + three, index}};
   for (const auto& row : rows) {
-    const pages result = written([&](tzmalist& l) { l.pagecontrol = row.control, report(l); });
+    const pages result = written([&](tzmalist& l) {
+      l.pagecontrol = row.control;
+      report(l);
+    });
     EXPECT_EQ(result.listing, row.listing) << int{row.control};
     EXPECT_EQ(result.index, row.index) << int{row.control};
   }
@@ -213,9 +219,17 @@ TEST(Listing, PagesAndHeaderLines) {
   std::string dots;
   for (int i = 0; i < 20; ++i) dots += ".\n";
   lists(kept, dots + head(1) + "\n\n.\n" + head(2) + "t\n\n\n.\n.\n" + head(3) + "t\n\n\n.\n");
-  lists([&](tzmalist& l) { l.setlinesperpage(0), rows(l, 60); }, dots + dots + dots);
-  const pages limited = written(
-      [&](tzmalist& l) { l.pagecontrol = listPageFilled, l.setlinesperpage(0), rows(l, 201); });
+  lists(
+      [&](tzmalist& l) {
+        l.setlinesperpage(0);
+        rows(l, 60);
+      },
+      dots + dots + dots);
+  const pages limited = written([&](tzmalist& l) {
+    l.pagecontrol = listPageFilled;
+    l.setlinesperpage(0);
+    rows(l, 201);
+  });
   EXPECT_EQ(limited.listing.find(head(1)), 400U) << "two hundred lines";
   const script levels = [](tzmalist& l) {
     for (const char* text : {"outer", "inner"}) {

@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -22,11 +22,15 @@ inline std::string meant(std::string text) {
   for (const auto& [name, byte] : names)
     for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos; ++at)
       text.replace(at, name.size(), 1, byte);
-  static const std::regex repeated(R"(<([^<>]+)\*(\d+)>)");
-  for (std::smatch found; std::regex_search(text, found, repeated);) {
+  for (std::size_t at = 0; (at = text.find('<', at)) != std::string::npos; ++at) {
+    const std::size_t end = text.find('>', at), star = text.rfind('*', end);
+    const bool repeated = end != std::string::npos && star > at + 1 && star + 1 < end &&
+                          text.find_first_not_of("0123456789", star + 1) == end;
+    if (!repeated) continue;
     std::string all;
-    for (int i = std::stoi(found[2]); i > 0; --i) all += found[1];
-    text.replace(static_cast<std::size_t>(found.position()), found[0].length(), all);
+    for (int i = std::stoi(text.substr(star + 1)); i > 0; --i)
+      all += text.substr(at + 1, star - at - 1);
+    text.replace(at, end + 1 - at, all);
   }
   return text;
 }
