@@ -73,7 +73,7 @@ TEST(Threads, HandlesAreFreeOfEachOther) {
   for (std::size_t which = 0; which < differ.size(); ++which)
     threads.emplace_back([&, which] {
       const std::string own = folder / (std::to_string(which) + ".opt");
-      for (int turn = 0; turn < 25; ++turn) differ[which] += onerun(own) != alone;
+      for (int turn = 0; turn < 10; ++turn) differ[which] += onerun(own) != alone;
     });
   for (std::thread& thread : threads) thread.join();
   EXPECT_THAT(differ, testing::Each(0)) << alone;

@@ -29,6 +29,14 @@ foreach(program use_c use_cpp writers)
   run(${area}/${program})
 endforeach()
 
+# The example of the manual page is a program.
+file(READ ${prefix}/share/man/man3/optxv.3 page)
+if(NOT page MATCHES "\n\\.Bd -literal\n(.*)\\.Ed\n")
+  message(FATAL_ERROR "the manual page has no example")
+endif()
+file(WRITE ${area}/example.c "${CMAKE_MATCH_1}")
+run(${CC} -std=c99 ${strict} ${area}/example.c -o ${area}/example ${flags} ${rpath})
+
 # Every installed header is found with all that it includes, and so is a host's own folder named like one of ours.
 flags_of(folder --variable=includedir)
 file(GLOB_RECURSE headers RELATIVE ${folder} ${folder}/optxv/*.h ${folder}/optxv/*.hpp)
