@@ -79,6 +79,11 @@ void readrest(tminiparser& in, readvalue& value) {
 
 void readtoken(tminiparser& in, readvalue& value) {
   in.skipbl();
+  if (value.text = in.plaintoken(); !value.text.empty()) {
+    value.good = true;
+    value.place = value.written = in.placeof(value.text);
+    return in.pass(value.text.size());
+  }
   const textplace place = in.restplace();
   const bool isquoted = in.ch() == '"';
   value.good = in.nexttoken(value.own);
