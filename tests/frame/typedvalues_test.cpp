@@ -7,6 +7,7 @@
 
 #include "optxv/embedding.h"
 #include "support/optiontable.h"
+#include "support/rows.h"
 
 namespace optxv {
 namespace {

@@ -4,12 +4,13 @@
 #include <vector>
 
 #include "optxv/embedding.h"
+#include "support/everykind.h"
 #include "support/optiontable.h"
 
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(sampledefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
+const std::string definition = everykind() + R"(pair integer.TWO 10 1 0 9 1 1 Pair
 perhaps integer.OPT 11 4 0 9 1 1 Perhaps
 say immediate Message 1 1 Say
 )";

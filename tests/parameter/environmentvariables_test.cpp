@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/everykind.h"
 #include "support/optiontable.h"
 
 namespace optxv {
@@ -23,7 +24,7 @@ TEST(Environment, IsReadByPrefixInTheOrderOfNames) {
        "W variable S_SETPLIM:    Did you mean 'steplim'? | W variable S_X: Unknown option 'X'"},
       {{nullptr}, "", ""}};
   for (const auto& [variables, state, messages] : rows) {
-    optiontable table(sampledefinition);
+    optiontable table(everykind());
     readenvironment(*table, "S_", variables.data());
     EXPECT_EQ(table.state(), state) << variables[0];
     EXPECT_EQ(table.brief(), messages) << variables[0];
@@ -31,7 +32,7 @@ TEST(Environment, IsReadByPrefixInTheOrderOfNames) {
 }
 
 TEST(Environment, TellsTheVariableAsAPlace) {
-  optiontable table(sampledefinition);
+  optiontable table(everykind());
   setenv("OPTXVTEST_STEPLIM", "12", 1);
   EXPECT_EQ(optxv_read_environment(&*table, "OPTXVTEST_"), optxv_ok);
   optxv_place place;
