@@ -4,8 +4,7 @@
 #include <string>
 
 #include "optxv/embedding.h"
-#include "support/everykind.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
@@ -46,7 +45,7 @@ class heard {
 };
 
 TEST(MessageInfo, IsWhatTheListenerGot) {
-  optiontable table(everykind());
+  optiontable table(smalldefinition);
   const heard ear(&*table);
   table.read("steplim 9999999999\nmethod primel\nnosuch 1\nscale 1 2\nx.scal = 2\nlogname a\"b");
   table.read("tol 2");
@@ -71,7 +70,7 @@ TEST(MessageInfo, IsWhatTheListenerGot) {
 }
 
 TEST(NearestNames, AreThoseOfTheTableAndOfTheValues) {
-  optiontable table(everykind());
+  optiontable table(smalldefinition);
   // what is read, and what may have been meant with each message of it
   const std::pair<const char*, const char*> rows[] = {
       {"setplim 5", "steplim"}, {"method primel", "primal; -"},
