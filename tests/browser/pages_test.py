@@ -67,7 +67,7 @@ class Pages(unittest.TestCase):
 
     def until(self, check):
         from selenium.webdriver.support.wait import WebDriverWait
-        WebDriverWait(self.driver, 60, .02).until(lambda _: check())
+        WebDriverWait(self.driver, 20, .02).until(lambda _: check())
 
     def at(self, words, address):
         """Waits for a search, and that the address tells of it."""
