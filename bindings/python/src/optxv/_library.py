@@ -9,7 +9,7 @@ import functools
 import os
 from ctypes import POINTER, c_char_p, c_double, c_int32, c_int64, c_size_t, c_uint32, c_uint64, c_void_p
 from pathlib import Path
-from typing import Any
+from typing import Any, Callable, NoReturn
 
 from .errors import LibraryError
 
@@ -164,9 +164,16 @@ def place() -> str:
     return str(beside) if beside.exists() else os.environ.get('OPTXV_LIBRARY') or SONAME
 
 
+def absent(path: str, name: str) -> Callable[..., NoReturn]:
+    """What stands for a function that the library does not have: a LibraryError when it is called."""
+    def call(*_: object) -> NoReturn:
+        raise LibraryError(f'the library {path} has no function {name}: it is older than this package')
+    return call
+
+
 @functools.cache
 def load() -> ctypes.CDLL:
-    """The library, with all prototypes. A LibraryError if it is not there, or lacks a function."""
+    """The library, with all prototypes. A LibraryError if it is not there."""
     path = place()
     try:
         library = ctypes.CDLL(path)
@@ -176,7 +183,8 @@ def load() -> ctypes.CDLL:
         try:
             function = getattr(library, name)
         except AttributeError:
-            raise LibraryError(f'the library {path} has no function {name}: it is older than this package') from None
-        function.argtypes = arguments
-        function.restype = RESULTS.get(name, c_int32)
+            setattr(library, name, absent(path, name))
+        else:
+            function.argtypes = arguments
+            function.restype = RESULTS.get(name, c_int32)
     return library
