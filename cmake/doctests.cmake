@@ -6,6 +6,7 @@ list(APPEND documents ${more_documents})
 
 function(optxv_document_test name)
   add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -E env OPTXV_SOURCE=${PROJECT_SOURCE_DIR}
+           PYTHONPATH=${PROJECT_SOURCE_DIR}/bindings/python/src
            OPTXV_LIBRARY=$<TARGET_FILE:optxv> CC=${CMAKE_C_COMPILER} CXX=${CMAKE_CXX_COMPILER}
            $<$<TARGET_EXISTS:optxv_command>:OPTXV_COMMAND=$<TARGET_FILE:optxv_command>>
            $<$<TARGET_EXISTS:minimizer>:OPTXV_MINIMIZER=$<TARGET_FILE:minimizer>>

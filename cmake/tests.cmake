@@ -49,6 +49,7 @@ endforeach()
 include(cmake/apitests.cmake)
 include(cmake/doctests.cmake)
 include(cmake/readertests.cmake)
+include(cmake/pythontests.cmake)
 
 function(optxv_checker name)
   add_test(NAME ${name} COMMAND Python3::Interpreter -B ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})

@@ -32,7 +32,10 @@ import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
-import library  # noqa: E402  (found beside this file)
+import listing  # noqa: E402  (found beside this file)
+import optxv  # noqa: E402
+
+BRACKETS = (optxv.Said.FILE_ENTER, optxv.Said.FILE_LEAVE)  # messages that a read begins and ends
 
 
 class Fault(Exception):
@@ -95,7 +98,7 @@ class Document:
             raise Fault('the program before prints, and no output block follows it')
 
     def close_messages(self):
-        unseen = [text for text, kind in self.pending if kind not in (library.ENTER, library.LEAVE)]
+        unseen = [text for text, kind in self.pending if kind not in BRACKETS]
         self.pending = []
         if unseen:
             raise Fault('messages of the block before that nothing shows:\n' + '\n'.join(unseen))
@@ -104,15 +107,20 @@ class Document:
 
     def write(self, name, lines):
         path = self.folder / name
-        path.write_text(''.join(line + '\n' for line in lines), encoding='latin-1')
+        path.write_text(''.join(line + '\n' for line in lines), encoding='utf-8')
         return name
 
     def fresh(self):
         if self.options:
             self.options.close()
-        self.options = library.Options()
-        self.options.define('example.def')
-        return self.options.messages_with_kinds()
+        self.options = optxv.Options('example.def', strict=False)
+        return self.taken_messages()
+
+    def taken_messages(self):
+        """Takes the messages out of the queue, as pairs of text and kind."""
+        messages = [(message.shown, message.kind) for message in self.options.messages]
+        self.options.clear_messages()
+        return messages
 
     def run_definition(self, lines):
         self.write('example.def', lines)
@@ -121,34 +129,34 @@ class Document:
     def run_parameters(self, lines, *how):
         if 'more' not in how:
             self.fresh()
-        self.options.call('opteolonlyset', 0 if 'token' in how else 1)
+        self.options.switch(optxv.Switch.LINE_MODE, 'token' not in how)
         self.options.read(self.write('example.opt', lines))
-        self.pending = self.options.messages_with_kinds()
+        self.pending = self.taken_messages()
 
     def run_file(self, lines, name):
         self.write(name, lines)
 
     def run_messages(self, lines, which=''):
-        hidden = () if which == 'all' else (library.ENTER, library.LEAVE)
+        hidden = () if which == 'all' else BRACKETS
         real, self.pending = [text for text, kind in self.pending if kind not in hidden], []
         if not real:
             raise Fault('there are no messages')
         compare(lines, real)
 
     def run_values(self, lines):
-        compare(lines, self.options.values())
+        compare(lines, listing.values(self.options))
 
     def run_lookup(self, lines):
         lines = [' '.join(line.split()) for line in lines]
         keys = [line.split('->')[0].strip() for line in lines]
-        compare(lines, [f'{key} -> {self.options.find(key) or "nothing"}' for key in keys])
+        compare(lines, [f'{key} -> {self.options.lookup(key) or "nothing"}' for key in keys])
 
     def run_help(self, lines, request):
-        compare(lines, self.options.help(request))
+        self.options.show_help(request)
+        compare(lines, [text for text, _ in self.taken_messages()])
 
     def run_written(self, lines):
-        self.options.call('coptwriteparameterfile', 'written.opt')
-        compare(lines, Path('written.opt').read_text(encoding='latin-1').splitlines())
+        compare(lines, self.options.to_text().splitlines())
 
     # --- programs
 

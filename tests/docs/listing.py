@@ -1,5 +1,5 @@
 """What is set in options, as lines of text: what the runner of the documents and the test of the examples share."""
-from optxv import Kind, Takes, UnknownOptionError
+from optxv import Kind, Takes
 
 
 def values(options):
@@ -23,11 +23,3 @@ def _option(options, option):
 
 def _labels(labels):
     return f'({",".join(labels)})' if labels else ''
-
-
-def find(options, key):
-    """The name of the option that a key finds, or None."""
-    try:
-        return options.describe(key).name
-    except UnknownOptionError:
-        return None

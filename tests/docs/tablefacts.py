@@ -1,18 +1,16 @@
-"""What the library reports of a definition through its C API, as plain data; the rest is read off the text.
+"""What the library reports of a definition, as plain data; the action of an immediate option is read off the text.
 
 The tests of the documents compare what readers make of a document with these facts.
 """
-import contextlib
 import os
-import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-import library  # noqa: E402  (found beside this file)
+import optxv
 
 HEAD = ['Option', 'Type', 'UserMap', 'Default', 'Low', 'High', 'Group', 'Hc', 'Help Text']
 LIMITS = {'maxint': 2**31 - 1, 'minint': -2**31, 'maxdouble': 1e299, 'mindouble': -1e299}
 INTEGER, DOUBLE, STRING, BOOLEAN, ENUMSTR, ENUMINT, MULTILIST, STRLIST, MACRO, IMMEDIATE = range(10)
+WORDS = ('integer', 'double', 'string', 'boolean', 'enumstr', 'enumint', 'multilist', 'strlist', 'macro', 'immediate')
 # For the HTML table: rows that stay open, at the end too, rows without an opening, bytes beyond ASCII, marks that are not markup.
 EVERY_KIND = '''general group 2 1 General
 secret group maxint 0 <b>Secret</b>
@@ -55,52 +53,36 @@ def tables(*more):
     return [Path('examples/solver.def'), *more, *(sorted(Path(folder).glob('*.def')) if folder else [])]
 
 
-def written(path):
-    """From the text: the action of each immediate option, the members of each list."""
-    actions, members, names = {'Help': 'Help'}, {}, None
-    for line in Path(path).read_text(encoding='latin-1').splitlines():
-        words = line.split()
-        if line[:1] in (' ', '\t') and names is not None:
-            names += words if word == 'multilist' else words[:1]
-        elif len(words) > 1 and words[0][0] != '*':
-            word = words[1].lower()
-            names = members.setdefault(words[0], []) if word in ('multilist', 'macro') else None
-            if word == 'immediate':
-                actions[words[0]] = words[2]
-    return actions, members
+def actions(path):
+    """From the text: the action of each immediate option."""
+    lines = Path(path).read_text(encoding='latin-1').splitlines()
+    records = [line.split() for line in lines if line[:1] not in (' ', '\t', '*', '')]
+    return {'Help': 'Help', **{words[0]: words[2] for words in records if len(words) > 2 and words[1].lower() == 'immediate'}}
 
 
-def option(options, number, actions, members):
+def latin(text):
+    """A text of the library with a character for each byte; other facts as they are."""
+    return text.encode('utf-8', 'surrogateescape').decode('latin-1') if isinstance(text, str) else text
+
+
+def option(fact, actions):
     """One option: the fields of its record, with numbers as numbers and texts as texts."""
-    _, _, refnr, _, kind, modifier = options.told('optgetinfonr', number, out='iiiiii')
-    name, text = options.told('coptgethelpnr', number, out='tt')
-    _, page, group = options.told('coptgetopthelpnr', number, out='tii')
-    low = high = default = ''
-    if kind in (INTEGER, DOUBLE):
-        low, high, default = (options.told('optgetboundsint', number, out='iii') if kind == INTEGER else
-                              options.told('optgetboundsdbl', number, out='ddd'))
-    elif kind in (BOOLEAN, ENUMINT):
-        default, = options.told('optgetintnr', number, out='i')
-    elif kind in (STRING, ENUMSTR):
-        default, = options.told('coptgetstrnr', number, out='t')
-    elif kind == IMMEDIATE:
-        default = actions[name]
-    values = []
-    if kind in (ENUMSTR, ENUMINT):
-        for entry in range(1, options.told('optgetenumcount', number, out='i')[0] + 1):
-            integer, string = options.told('coptgetenumvalue', number, entry, out='it')
-            values.append([integer if kind == ENUMINT else string,
-                           *options.told('coptgetenumhelp', number, entry, out='it')])
-    return dict(number=number, name=name, kind=kind, word=options.told('coptgettypename', kind, out='t')[0],
-                modifier=modifier, refnr=refnr, default=default, low=low, high=high, group=group, page=page, text=text,
-                values=values, members=members.get(name, []) if kind in (MULTILIST, MACRO) else [])
+    default = fact.default[0] if fact.takes is optxv.Takes.TWO else fact.default
+    if fact.kind == IMMEDIATE:
+        default = actions[fact.name]
+    elif fact.kind == BOOLEAN:
+        default = int(default)
+    return dict(number=fact.number, name=latin(fact.name), kind=fact.kind, word=WORDS[fact.kind], modifier=fact.takes,
+                refnr=fact.reference, default='' if default in (None, []) else latin(default),
+                low='' if fact.low is None else fact.low, high='' if fact.high is None else fact.high,
+                group=fact.group, page=fact.helpcontext, text=latin(fact.help),
+                values=[[latin(choice.value), choice.helpcontext, latin(choice.help)] for choice in fact.choices],
+                members=list(map(latin, fact.members)))
 
 
 def facts(path):
     """The options in the order of the table, the pairs of synonym and name, and the messages of the read."""
-    with contextlib.closing(library.Options()) as options:
-        options.define(path)
-        messages, found = options.messages(), written(path)
-        synonyms = [options.told('coptgetsynonym', position, out='tt')
-                    for position in range(1, options.call('optsynonymcount') + 1)]
-        return [option(options, number, *found) for number in range(1, options.call('optcount') + 1)], synonyms, messages
+    with optxv.Options(path, strict=False) as options:
+        known = actions(path)
+        synonyms = [[latin(synonym.name), latin(synonym.option or '')] for synonym in options.synonyms]
+        return [option(fact, known) for fact in options.options], synonyms, list(map(str, options.messages))

@@ -108,7 +108,7 @@ def test_it_is_a_mapping(options):
     options.update(threads=2, read_path=['a'])
     assert options.to_dict() == {'threads': 2, 'read_path': ['a']}
     assert options.to_dict(defaults=True) == dict(options) and dict(options)['time_limit'] == 3600
-    assert repr(options).endswith('solver.def: 19 options, 2 set>')
+    assert repr(options).endswith('solver.def: 15 options, 2 set>')
     assert options.pop('threads') == 2 and options.to_dict() == {'read_path': ['a']}
     with pytest.raises(WrongTypeError):
         options.popitem()

@@ -5,7 +5,7 @@ import ctypes
 from typing import Any, Callable, Optional
 
 from . import _library
-from ._handle import Handle
+from ._handle import UNKNOWN, Handle
 from ._library import Text, decoded
 from .facts import Choice, DotOption, Group, Indicator, Kind, Message, Option, Origin, Place, Road, Said, Synonym, Takes
 
@@ -23,8 +23,10 @@ DEFAULTS: dict[int, Callable[[_library.Option], Any]] = {
 
 
 def name_of(handle: Handle, number: int) -> Optional[str]:
-    """The name of an option; None for 0."""
-    return str(info_of(handle, number).name) if number > 0 else None
+    """The name of an option; None for 0, and for a number that a record without success would have got."""
+    info = _library.Option()
+    status = handle.call('optxv_option_info', number, ctypes.byref(info)) if number > 0 else UNKNOWN
+    return str(info.name) if status == 0 else None
 
 
 def info_of(handle: Handle, number: int) -> _library.Option:

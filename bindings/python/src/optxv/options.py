@@ -28,7 +28,7 @@ class Options(MutableMapping[str, Any]):
 
     A mapping from names to values: the keys are the names of all options that have a value of their own, in the order
     of the definition; the value of an option that is not set is its default; `del` takes an option back to that.
-    A name is looked up as in parameter text: case, synonyms and the definition's rule of lookup count.
+    A name is that of the definition, or is looked up as in parameter text: synonyms count, and case does not.
 
     Values have the type of their option: int, float, str, bool; a tuple of two for an option of two values; a list of
     str for a list of texts. Where a tuple is set, None keeps what is there. Macros and multi-lists have no value of
@@ -110,7 +110,7 @@ class Options(MutableMapping[str, Any]):
         count = self._handle.call('optxv_option_count')
         if count != len(self._slots):
             self._slots += [Slot(self._handle, number) for number in range(len(self._slots) + 1, count + 1)]
-            self._found = {}
+            self._found = {slot.name: slot for slot in reversed(self._slots)}  # of two alike, the first
 
     def _slot(self, name: Name) -> Slot:
         slot = self._found.get(name) if isinstance(name, str) else None
@@ -124,11 +124,17 @@ class Options(MutableMapping[str, Any]):
             return self._slots[name - 1]
         if not isinstance(name, str):
             raise WrongTypeError(f'the name of an option is a str, not {name!r}')
-        number, text = ctypes.c_int32(), encoded(name)
-        if self._handle.call('optxv_find', text, len(text), ctypes.byref(number)) != 0:
+        number = self._number(name)
+        if number == 0:
             raise self._unknown(name)
-        slot = self._found[name] = self._slots[number.value - 1]
+        slot = self._found[name] = self._slots[number - 1]
         return slot
+
+    def _number(self, key: str) -> int:
+        """The number of the option that a key in parameter text finds, or 0."""
+        number, text = ctypes.c_int32(), encoded(key)
+        status = self._handle.call('optxv_find', text, len(text), ctypes.byref(number))
+        return number.value if status == 0 else 0
 
     def _unknown(self, name: str) -> UnknownOptionError:
         nearest = self._handle.nearest(name)
@@ -171,6 +177,7 @@ class Options(MutableMapping[str, Any]):
     def __contains__(self, name: object) -> bool:
         """Whether an option of that name or synonym has a value to get."""
         try:
+            self._handle.open()
             return isinstance(name, str) and self._slot(name).has_value()
         except UnknownOptionError:
             return False
@@ -204,6 +211,11 @@ class Options(MutableMapping[str, Any]):
     def is_set(self, name: Name) -> bool:
         """Whether an option has been set, by whatever road. One without a value of its own never is."""
         return bool(_table.info_of(self._handle, self._slot(name).number).defined)
+
+    def lookup(self, key: str) -> Optional[str]:
+        """The name of the option that a key in parameter text finds, by the definition's rule; None if there is none."""
+        number = self._number(key)
+        return self._slots[number - 1].name if number else None
 
     def number(self, name: str) -> int:
         """The number of an option, from 1. Errors: UnknownOptionError."""
