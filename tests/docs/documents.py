@@ -2,7 +2,7 @@
 """Runs every fenced block of the documents, so that no example says what the product does not do.
 
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
-OPTXV_COMMAND and OPTXV_MINIMIZER (the programs, if they were built), CC and CXX.
+OPTXV_COMMAND and OPTXV_MINIMIZER (the programs, if they were built), CC, CXX and FC (empty where there is none).
 Prints a line for each fault; the exit status is 1 where there is one. The word after the fence says what a block is:
 
   definition        a definition file, example.def: a new table, and no option set
@@ -15,7 +15,8 @@ Prints a line for each fault; the exit status is 1 where there is one. The word 
   lookup            lines `key -> name`; the name is `nothing` for a key that finds none
   help REQUEST      the lines of help that the request gives
   written           the file that is written back
-  c, cpp, python    a program, run in the tree; an `output` block after it is its whole output
+  c, cpp, fortran   a program, compiled and run in the tree; an `output` block after it is its whole output
+  python            likewise, with the package of the tree
   console           commands after `$ `, run in the tree, and what they print; a line `...` stands for any
                     number of lines
   excerpt FILE      lines of a file of the tree, in their order; blanks do not count
@@ -75,6 +76,7 @@ class Document:
         self.options = None
         self.pending = []  # messages that no block has looked at
         self.output = None  # of the program before
+        self.skipped = False  # that program was not run, and its output is not known
 
     def run(self, words, lines):
         kind = words[0] if words else ''
@@ -187,11 +189,26 @@ class Document:
     def run_cpp(self, lines):
         self.compiled(lines, os.environ.get('CXX', 'c++'), 'program.cpp', '-std=c++17')
 
+    def run_fortran(self, lines):
+        if not os.environ.get('FC'):
+            self.skipped = True
+            print('not run, since there is no compiler: a block of Fortran')
+            return
+        path = self.folder / self.write('program.f90', lines)
+        target = str(path.with_suffix(''))
+        self.must([os.environ['FC'], '-std=f2018', '-Wall', '-Wextra', '-Werror', f'-J{self.folder}',
+                   f'{self.source}/bindings/fortran/optxv.f90', str(path), '-o', target,
+                   f'-L{Path(os.environ["OPTXV_LIBRARY"]).parent}', '-loptxv'])
+        self.output = self.must([target])
+
     def run_python(self, lines):
         self.output = self.must([sys.executable, '-B', str(self.folder / self.write('program.py', lines))])
 
     def run_output(self, lines):
         real, self.output = self.output or '', None
+        if self.skipped:
+            self.skipped = False
+            return
         compare(lines, real.splitlines())
 
     def run_console(self, lines):

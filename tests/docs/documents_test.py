@@ -29,7 +29,7 @@ UNTOLD = {'Cannot AddIndex to DotObj', 'Cannot SetValue to DotObj', 'Bad message
 FORMS = {'action hc group text', 'item hc text', 'marked text'}  # the fields of records, which are no messages
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
-    ('an unknown kind', '```fortran\na\n```\n', 'nothing runs a block of kind "fortran"'),
+    ('an unknown kind', '```ada\na\n```\n', 'nothing runs a block of kind "ada"'),
     ('not closed', '```values\na\n', 'the block is not closed'),
     ('a message that nobody shows', TABLE + '```parameters\nb 6\n```\n', 'nothing shows:\n*** Error line 1: Unknown'),
     ('a message too many', TABLE + '```parameters\na 6\n```\n```messages\n*** Error\n```\n', 'there are no messages'),

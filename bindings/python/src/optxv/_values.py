@@ -108,8 +108,9 @@ class Slot:
         return self._get(self.way, 1)
 
     def _get(self, way: Way, which: int) -> Any:
+        address = self.handle.address or self.handle.open()
         place = way.place()
-        status = self.getter(self.handle.open(), self.number, which, ctypes.byref(place))
+        status = self.getter(address, self.number, which, ctypes.byref(place))
         if status != 0:
             raise self.handle.error(status)
         return way.take(place)
