@@ -30,7 +30,9 @@ std::vector<listener*> run::listeners(bool checks) {
 bool run::read(const readsettings& what) {
   options_.setlinemode(!what.tokens);
   options_.setnobounds(what.nobounds);
-  if (!readdefinition(what.definition, what.parameters.empty())) return false;
+  drafts_ = what.drafts;
+  if (what.tokens) entrychecks_.settokens();
+  if (!readdefinition(what)) return false;
   for (const std::string& file : what.parameters) readparameters(file);
   return true;
 }
@@ -47,15 +49,16 @@ void run::readdefinition(optionset& into) const {
   if (definition_ != nullptr) into.readdefinition(definition_->name(), definition_->text());
 }
 
-bool run::readdefinition(const std::string& file, bool alone) {
+bool run::readdefinition(const readsettings& what) {
+  const std::string& file = what.definition;
   definition_ = document(file);
   if (definition_ == nullptr) return false;
-  trial_.define(definition_->text());
+  trial_.define(definition_->text(), what.tokens);
   textchecks_.define(definition_->text());
   finish(file, options_.readdefinition(file, definition_->text()));
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
-  if (!alone)
+  if (!what.parameters.empty())
     found.hints.push_back({"",
                            "the definition comes first, then the parameter files; are the two "
                            "swapped?"});
@@ -65,8 +68,10 @@ bool run::readdefinition(const std::string& file, bool alone) {
 }
 
 void run::readparameters(const std::string& file) {
-  if (const textdocument* text = document(file); text != nullptr)
-    finish(file, options_.readparameters(file, text->text()));
+  const textdocument* text = document(file);
+  if (text == nullptr) return;
+  const bool drafted = drafts_ != nullptr && drafts_->contains(file);
+  finish(file, options_.readparameters(file, drafted ? drafts_->at(file) : text->text()));
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.

@@ -7,6 +7,7 @@ bool trial::accepts(std::string_view line) {
   if (!options_) {
     options_ = std::make_unique<optionset>();
     options_->readdefinition("", definition_);
+    options_->setlinemode(!tokens_);
   }
   options_->clearmessages();
   options_->readline(line);

@@ -123,6 +123,21 @@ constexpr char partnerof(char opening) {
   return opening == '(' ? ')' : opening == '[' ? ']' : '}';
 }
 
+/// Reads an index, and gives it to element with its place; the result is that of element.
+template <class Element>
+bool readindex(tminiparser& in, Element& element) {
+  in.skipbl();
+  if (const std::string_view plain = in.plainindex(); !plain.empty()) {
+    const textplace place = in.placeof(plain);
+    in.pass(plain.size());
+    return element(true, plain, place);
+  }
+  const textplace rest = in.restplace();
+  shortstring index;
+  const bool good = in.nextindex(index);
+  return element(good, index, in.since(rest));
+}
+
 /// Reads an index list, if one begins here after any blanks.
 ///
 /// Calls element(good, index, place) for each index in turn, with good false if something else is
@@ -133,12 +148,8 @@ template <class Element, class Unclosed>
 bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   char opening = 0;
   if (!in.skiptochars(openingbrackets, opening)) return true;
-  shortstring index;
   do {
-    in.skipbl();
-    const textplace rest = in.restplace();
-    const bool good = in.nextindex(index);
-    if (!element(good, index, in.since(rest))) return false;
+    if (!readindex(in, element)) return false;
   } while (in.skiptochar(','));
   const char partner = partnerof(opening);
   if (in.ch() == partner)

@@ -1,5 +1,5 @@
-/* The header for programs that embed the library, alone and then beside the classic one, in C99
-   with every warning an error. */
+/* Both public headers in C99 with every warning an error, the one for programs that embed the
+   library first and so alone. */
 #include <optxv/embedding.h>
 #include <optxv/optxv.h>
 #include <string.h>
@@ -25,6 +25,7 @@ int main(void) {
   optxv_read_parameter_text(options, "mine", text, strlen(text));
   if (!optxv_message_place(options, 2, &place)) return 1;
   if (strcmp(place.file, "mine") != 0) return 1;
+  coptReadFromStr(options, "steplim x"); /* a mixed-case name */
   xfree(&options);
-  return column == 9 && place.column == column ? 0 : 1;
+  return options == NULL && column == 9 && place.column == column ? 0 : 1;
 }
