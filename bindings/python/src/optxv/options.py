@@ -113,15 +113,19 @@ class Options(MutableMapping[str, Any]):
             self._found = {slot.name: slot for slot in reversed(self._slots)}  # of two alike, the first
 
     def _slot(self, name: Name) -> Slot:
-        slot = self._found.get(name) if isinstance(name, str) else None
-        return slot or self._find(name)
-
-    def _find(self, name: Name) -> Slot:
+        """The option of that name or number."""
+        if not isinstance(name, int):
+            return self._named(name)
         self._handle.open()
-        if isinstance(name, int):
-            if not 1 <= name <= len(self._slots):
-                raise UnknownOptionError(f'there is no option number {name}: they are 1 to {len(self._slots)}', str(name))
-            return self._slots[name - 1]
+        if not 1 <= name <= len(self._slots):
+            raise UnknownOptionError(f'there is no option number {name}: they are 1 to {len(self._slots)}', str(name))
+        return self._slots[name - 1]
+
+    def _named(self, name: str) -> Slot:
+        """The option of that name: one of the definition's, or what it finds in parameter text."""
+        return self._found.get(name) or self._find(name)
+
+    def _find(self, name: str) -> Slot:
         if not isinstance(name, str):
             raise WrongTypeError(f'the name of an option is a str, not {name!r}')
         number = self._number(name)
@@ -151,7 +155,7 @@ class Options(MutableMapping[str, Any]):
         Errors: UnknownOptionError (a KeyError) with the nearest names; WrongTypeError (a TypeError) for a macro, a
         multi-list and an instruction to the reader, which have no value.
         """
-        return self._slot(name).get()
+        return self._named(name).get()
 
     def __setitem__(self, name: str, value: Any) -> None:
         """Sets an option.
@@ -159,11 +163,11 @@ class Options(MutableMapping[str, Any]):
         Errors: UnknownOptionError; WrongTypeError for a value of another type; RefusedValueError (a ValueError) for
         one that is not allowed, and then the option keeps what it had. What the library said of it is in messages.
         """
-        self._slot(name).set(value)
+        self._named(name).set(value)
 
     def __delitem__(self, name: str) -> None:
         """Unsets an option: it has its default, and lists are empty. Errors: as of getting."""
-        slot = self._slot(name)
+        slot = self._named(name)
         if not slot.has_value():
             slot.get()
         self._handle.must('optxv_reset', slot.number)
