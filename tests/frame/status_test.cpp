@@ -55,6 +55,11 @@ void starve(const std::string& what, const std::function<std::int32_t(tzmaoption
     blocksleft = -1;
     if (status != optxv_ok) {
       ASSERT_EQ(status, ENOMEM) << what;
+      for (std::int32_t i = 1; i <= optxv_indicator_count(&options, nullptr); i++) {
+        optxv_indicator entry;  // a whole one, or none
+        ASSERT_EQ(optxv_indicator_info(&options, i, &entry), optxv_ok);
+        EXPECT_EQ(entry.equation_labels * 10 + entry.variable_labels, 21) << what << blocks;
+      }
       if (after) after(options);
     }
     EXPECT_EQ(options.parser, nullptr);
