@@ -105,8 +105,9 @@ TEST_F(Commandline, CheckCountsErrorsAsItIsTold) {
   const std::string all = "3 errors in 2 files\n", caret = "      |         ^\n";
   const std::pair<const char*, std::string> endings[] = {
       {"1", first + "    1 | steplim x\n" + caret + "2 more errors not shown\n" + all},
-      {"2", "did you mean \"steplim\"?\nbad:2:1: help: write \"steplim 1\"\n1 more error not shown\n" +
-                all},
+      {"2",
+       "did you mean \"steplim\"?\nbad:2:1: help: write \"steplim 1\"\n1 more error not shown\n" +
+           all},
       {"0", "    3 | steplim y\n" + caret + all}};
   for (const auto& [most, ending] : endings)
     EXPECT_TRUE(run(std::string("check s.def bad --max-errors ") + most).out.ends_with(ending))
