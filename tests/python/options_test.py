@@ -187,8 +187,9 @@ def test_definitions(tmp_path):
     with pytest.raises(DefinitionError, match='my.def has errors') as found:
         optxv.Options.from_text(text, 'my.def')
     assert found.value.messages[0].fault == 'unknown-type'
-    with optxv.Options.from_text(text, strict=False) as options:
-        assert options['a'] == 5 and options.errors > 0
+    with optxv.Options.from_text(text + text + 'again immediate Repeat 3 1 Text\n', strict=False) as options:
+        assert dict(options) == {'a': 5} and options.errors > 0  # the first of two alike
+        assert options.messages[-1].option is None  # the record failed before its option was in the table
 
 
 def test_reals_are_not_rounded(options):

@@ -147,7 +147,7 @@ class Options(MutableMapping[str, Any]):
 
     def _keys(self) -> list[Slot]:
         self._handle.open()
-        return [slot for slot in self._slots if slot.has_value()]
+        return [slot for slot in self._slots if slot.has_value() and self._found[slot.name] is slot]
 
     def __getitem__(self, name: str) -> Any:
         """The value of an option, its default if it is not set.
