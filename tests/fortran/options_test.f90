@@ -29,7 +29,7 @@ contains
   end function definition
 
   subroutine values()
-    type(options) :: o
+    type(options) :: o, copy
     integer(int32) :: threads
     real(real64) :: limit, low, high
     logical :: presolve
@@ -64,6 +64,12 @@ contains
     call check(threads == 8 .and. limit == 0.1_real64 .and. .not. presolve, 'numbers')
     call check(method == 'dual' .and. log_file == 'night run' .and. len(log_file) == 9, 'texts are trimmed')
     call check(low == 0.5_real64 .and. high == 2, 'both values')
+    call o%write('written.opt')
+    call copy%read_definition(definition())
+    call copy%read('written.opt')
+    call copy%get('threads', threads)
+    call copy%get('log_file', log_file)
+    call check(threads == 8 .and. log_file == 'night run' .and. copy%message_count() == 0, 'what is written comes back')
     call check(size(paths) == 2 .and. paths(1)%value == 'a b' .and. paths(2)%value == 'c', 'a list')
 
     call o%reset('read_path')
