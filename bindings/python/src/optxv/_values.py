@@ -81,7 +81,7 @@ def shortened(value: Any) -> str:
 class Slot:
     """One option and how its value is got and set. Belongs to a handle, and is good as long as that is open."""
 
-    __slots__ = ('handle', 'number', 'name', 'kind', 'takes', 'getter', 'way')
+    __slots__ = ('handle', 'number', 'name', 'kind', 'is_pair', 'getter', 'way')
 
     def __init__(self, handle: Handle, number: int) -> None:
         info = _table.info_of(handle, number)
@@ -89,7 +89,7 @@ class Slot:
         self.number = number
         self.name = str(info.name)
         self.kind = Kind(info.kind)
-        self.takes = Takes(info.takes)
+        self.is_pair = info.takes == Takes.TWO
         self.way = WAYS.get(self.kind)
         self.getter = getattr(handle.library, f'optxv_get_{self.way.data}_nr') if self.way else None
 
@@ -101,11 +101,10 @@ class Slot:
 
     def get(self) -> Any:
         """Its value, or its default. A WrongTypeError for a kind without a value of its own."""
-        if self.way is None:
+        way = self.way
+        if way is None:
             return self._items() if self.kind is Kind.LIST else self._no_value()
-        if self.takes is Takes.TWO:
-            return self._get(self.way, 1), self._get(self.way, 2)
-        return self._get(self.way, 1)
+        return (self._get(way, 1), self._get(way, 2)) if self.is_pair else self._get(way, 1)
 
     def _get(self, way: Way, which: int) -> Any:
         address = self.handle.address or self.handle.open()
@@ -130,7 +129,7 @@ class Slot:
         """Sets it as a whole: where a part is refused, it keeps what it had."""
         if self.way is None:
             self._set_handed(value)
-        elif self.takes is Takes.TWO:
+        elif self.is_pair:
             self._set_two(self.way, value)
         else:
             self._set(self.way, 1, value)

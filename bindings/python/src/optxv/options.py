@@ -116,10 +116,10 @@ class Options(MutableMapping[str, Any]):
         """The option of that name or number."""
         if not isinstance(name, int):
             return self._named(name)
+        if 1 <= name <= len(self._slots):
+            return self._slots[name - 1]
         self._handle.open()
-        if not 1 <= name <= len(self._slots):
-            raise UnknownOptionError(f'there is no option number {name}: they are 1 to {len(self._slots)}', str(name))
-        return self._slots[name - 1]
+        raise UnknownOptionError(f'there is no option number {name}: they are 1 to {len(self._slots)}', str(name))
 
     def _named(self, name: str) -> Slot:
         """The option of that name: one of the definition's, or what it finds in parameter text."""
@@ -155,7 +155,7 @@ class Options(MutableMapping[str, Any]):
         Errors: UnknownOptionError (a KeyError) with the nearest names; WrongTypeError (a TypeError) for a macro, a
         multi-list and an instruction to the reader, which have no value.
         """
-        return self._named(name).get()
+        return (self._found.get(name) or self._find(name)).get()
 
     def __setitem__(self, name: str, value: Any) -> None:
         """Sets an option.
