@@ -198,10 +198,14 @@ OPTXV_EMBEDDING_API int32_t optxv_switch(optxv_handle handle, int32_t which, int
 /* ---- Values ---------------------------------------------------------------------------------- */
 /*
  * Integers (also Booleans and enumerated integers), reals, and texts (also enumerated texts) have
- * functions of their own, and an option of another kind gives optxv_wrong_kind; but a real takes
- * and gives an integer's value too. The getters give the default of an option that is not set.
- * A setter checks as optSetValuesNr does; a value that is taken with a warning is a success, and
- * the status is right while the queue is full, too. A text goes in as it is, quotes included.
+ * functions of their own, and an option of another kind gives optxv_wrong_kind. Except that an
+ * integer fits wherever a real does: optxv_get_real and optxv_set_real work on integers too, where
+ * a value that is no whole number of 32 bits is refused as it is in parameter text, "Integer
+ * expected"; and optxv_set_integer works on reals. optxv_get_integer of a real is a wrong kind.
+ *
+ * The getters give the default of an option that is not set. A setter checks as optSetValuesNr
+ * does; a value that is taken with a warning is a success, and the status is right while the queue
+ * is full, too. A text goes in as it is, quotes included.
  *
  * By name: synonyms count, and the lookup rule of the definition holds. By number: `which` is 1 or
  * 2, for the first or the second value.
@@ -239,7 +243,8 @@ OPTXV_EMBEDDING_API int32_t optxv_set_text_nr(optxv_handle handle, int32_t numbe
 OPTXV_EMBEDDING_API int32_t optxv_show_value(optxv_handle handle, int32_t number, int32_t which,
                                              char* text);
 /* Sets any option from a text, as the value in parameter text would (optSetStrNr): items are added
- * to a list of texts, and a macro or multi-list hands it on. */
+ * to a list of texts, and a macro or multi-list hands it on. An immediate option is a wrong kind,
+ * since it acts in parameter text only. */
 OPTXV_EMBEDDING_API int32_t optxv_parse_value(optxv_handle handle, int32_t number, int32_t which,
                                               const char* bytes, size_t size);
 

@@ -16,8 +16,12 @@ template <class Slot>
 void resizearray(Slot*& list, std::int32_t& capacity, std::int32_t count, std::int32_t n) {
   if (n == capacity) return;
   n = std::max(n, count);
-  Slot* const old = std::exchange(list, nullptr);
-  list = static_cast<Slot*>(reallocmem(old, arraysize<Slot>(capacity), arraysize<Slot>(n)));
+  if (n > capacity) {
+    list = static_cast<Slot*>(growmem(list, arraysize<Slot>(capacity), arraysize<Slot>(n)));
+  } else {
+    Slot* const old = std::exchange(list, nullptr);
+    list = static_cast<Slot*>(reallocmem(old, arraysize<Slot>(capacity), arraysize<Slot>(n)));
+  }
   capacity = n;
 }
 
@@ -162,8 +166,7 @@ void* txlist::extract(const void* item) {
 }
 
 void txlist::clear() {
-  if (flist != nullptr)  // an array that was lost while it grew has nothing left to release
-    for (std::int32_t i = fcount - 1; i >= 0; --i) freeitem(i);
+  for (std::int32_t i = fcount - 1; i >= 0; --i) freeitem(i);
   fcount = 0;
   setcapacity(0);
 }
@@ -257,8 +260,7 @@ void txcustomstringlist::delete_(std::int32_t i) {
 }
 
 void txcustomstringlist::clear() {
-  if (flist != nullptr)  // an array that was lost while it grew has nothing left to release
-    for (std::int32_t i = fcount - 1; i >= 0; --i) freeitem(i);
+  for (std::int32_t i = fcount - 1; i >= 0; --i) freeitem(i);
   fcount = 0;
   setcapacity(0);
 }

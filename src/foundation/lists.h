@@ -4,8 +4,7 @@
 // REQUIRES, throughout: 0 <= index < count(), or <= count() for an insertion.
 //
 // A list grows by itself, from nothing to 16 and then eightfold, and by a quarter once it is large.
-// Failures of memory are the only exceptions; when an array cannot grow it is lost, and the list
-// may then only be cleared or freed.
+// Failures of memory are the only exceptions; a list that cannot grow stays as it was.
 #pragma once
 
 #include <cstdint>

@@ -121,14 +121,37 @@ bool madespace() {
 
 }  // namespace
 
-void* getmem(std::int64_t size) {
-  if (size <= 0) return nullptr;
+namespace {
+
+/// A block of size bytes and some more that are not counted.
+void* allocated(std::int64_t size, std::int64_t more) {
   void* block = nullptr;
-  do block = std::malloc(static_cast<std::size_t>(size));
+  do block = std::malloc(static_cast<std::size_t>(size + more));
   while (block == nullptr && madespace());
   if (block == nullptr) raisecause(cause::allocation);
   bytesinuse.add(size);
   blocksinuse.add(1);
+  return block;
+}
+
+/// The block resized, nil if there is no memory, and the old one is then as it was.
+void* resized(void* block, std::int64_t oldsize, std::int64_t newsize) {
+  void* moved = nullptr;
+  do moved = std::realloc(block, static_cast<std::size_t>(newsize));
+  while (moved == nullptr && madespace());
+  if (moved != nullptr) bytesinuse.add(newsize - oldsize);
+  return moved;
+}
+
+}  // namespace
+
+void* getmem(std::int64_t size) {
+  return size <= 0 ? nullptr : allocated(size, 0);
+}
+
+void* gettextmem(std::int64_t size) {
+  char* const block = static_cast<char*>(allocated(size, 1));
+  block[size] = 0;
   return block;
 }
 
@@ -145,14 +168,18 @@ void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize) {
     freemem(block, oldsize);
     return nullptr;
   }
-  void* moved = nullptr;
-  do moved = std::realloc(block, static_cast<std::size_t>(newsize));
-  while (moved == nullptr && madespace());
+  void* const moved = resized(block, oldsize, newsize);
   if (moved == nullptr) {
     freemem(block, oldsize);
     raisecause(cause::reallocation);
   }
-  bytesinuse.add(newsize - oldsize);
+  return moved;
+}
+
+void* growmem(void* block, std::int64_t oldsize, std::int64_t newsize) {
+  if (block == nullptr) return getmem(newsize);
+  void* const moved = resized(block, oldsize, newsize);
+  if (moved == nullptr) raisecause(cause::reallocation);
   return moved;
 }
 

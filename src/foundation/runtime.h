@@ -36,6 +36,14 @@ OPTXV_EXPORT void freemem(void* block, std::int64_t size) noexcept;
 /// REQUIRES: oldsize is the size of the block.
 void* reallocmem(void* block, std::int64_t oldsize, std::int64_t newsize);
 
+/// As getmem for the size of a text, after which one more byte follows that is 0 and is not
+/// counted.
+void* gettextmem(std::int64_t size);
+
+/// Moves a block to newsize bytes, more than it has, as reallocmem does; but if there is no memory,
+/// the old block stays, and stays good.
+void* growmem(void* block, std::int64_t oldsize, std::int64_t newsize);
+
 /// Bytes and blocks allocated and not yet given back.
 std::int64_t allocmemsize() noexcept;
 std::int64_t allocmemcount() noexcept;

@@ -175,7 +175,7 @@ int strucmpnum(std::string_view a, std::string_view b) noexcept {
 pstring newstring(std::string_view s) {
   if (s.empty()) return nullptr;
   const std::size_t length = std::min<std::size_t>(s.size(), shortstring::maximum);
-  const pstring result = static_cast<pstring>(getmem(static_cast<std::int64_t>(length) + 1));
+  const pstring result = static_cast<pstring>(gettextmem(static_cast<std::int64_t>(length) + 1));
   *result = static_cast<unsigned char>(length);
   std::memcpy(result + 1, s.data(), length);
   return result;

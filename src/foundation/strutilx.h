@@ -148,8 +148,8 @@ int strucmpnum(std::string_view a, std::string_view b) noexcept;
 /// A heap copy of a text at its exact size: a length byte, then the text. Nil is the empty text.
 using pstring = unsigned char*;
 
-/// A heap copy of the first 255 bytes of s, nil for the empty text.
-/// OWNS: the caller; disposestring gives it back.
+/// A heap copy of the first 255 bytes of s, nil for the empty text. A zero byte follows the copy,
+/// so that it can be shown to C as it is. OWNS: the caller; disposestring gives it back.
 OPTXV_EXPORT pstring newstring(std::string_view s);
 
 /// Gives back a heap string; nil does nothing.

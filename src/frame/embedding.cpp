@@ -2,23 +2,21 @@
 
 #include "optxv/embedding.h"
 
-#include <cerrno>
-#include <new>
 #include <string>
+#include <utility>
 
 #include "definition/definitionreader.h"
+#include "foundation/pchutil.h"
 #include "foundation/textfile.h"
 #include "frame/boundary.h"
+#include "frame/lifecycle.h"
+#include "frame/status.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
 
 using namespace optxv;
 
 namespace {
-
-tzmaoptions& objectof(optxv_handle handle) {
-  return *static_cast<tzmaoptions*>(handle);
-}
 
 optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
   if (!at.known()) return {"", 0, 0, 0};
@@ -39,11 +37,150 @@ std::string_view nameof(const char* name) {
   return viewof(name).substr(0, shortstring::maximum);
 }
 
-std::string_view viewof(const char* bytes, std::size_t size) {
-  return size == 0 ? std::string_view() : std::string_view(bytes, size);
+/// Reads with a method that takes the name of a file, or else gives what is wrong with the name.
+template <auto Method>
+std::int32_t readnamed(optxv_handle handle, const char* filename) noexcept {
+  return withtext(
+      filename, OPTXV_ENDED,
+      [&](std::string_view name) {
+        return withreader(handle, [&](tzmaoptions& options) { return (options.*Method)(name); });
+      },
+      shortstring::maximum);
+}
+
+/// Reads with a method that takes a name and the bytes of a text.
+template <auto Method>
+std::int32_t readbytes(optxv_handle handle, const char* name, const char* bytes,
+                       std::size_t size) noexcept {
+  return withtext(
+      bytes, size,
+      [&](std::string_view text) {
+        return withreader(
+            handle, [&](tzmaoptions& options) { return (options.*Method)(nameof(name), text); });
+      },
+      std::string_view::npos);
+}
+
+/// Sets one switch and gives what it was.
+bool exchangeswitch(tzmaoptions& options, std::int32_t which, bool on) {
+  switch (which) {
+    case optxv_switch_line_mode:
+      return options.opteolonlyset(on) != 0;
+    case optxv_switch_no_bounds:
+      return std::exchange(options.nobounds, on);
+    case optxv_switch_echo: {
+      const bool before = options.echoflag;
+      options.optechoset(on);
+      return before;
+    }
+    default:
+      return std::exchange(options.recentenabled, on);
+  }
 }
 
 }  // namespace
+
+// The handle -------------------------------------------------------------------------------------
+
+int32_t optxv_create(optxv_handle* handle) {
+  if (handle == nullptr) return optxv_bad_argument;
+  return atstatus([&]() -> std::int32_t {
+    void* made = nullptr;
+    createobject(made);
+    *handle = made;
+    return optxv_ok;
+  });
+}
+
+void optxv_free(optxv_handle* handle) {
+  if (handle != nullptr) atboundary([&] { freeobject(*handle); });
+}
+
+int32_t optxv_switch(optxv_handle handle, int32_t which, int32_t on) {
+  return withobject(handle, [&](tzmaoptions& options) -> std::int32_t {
+    if (which < optxv_switch_line_mode || which > optxv_switch_recent) return optxv_bad_argument;
+    return exchangeswitch(options, which, on != 0) ? 1 : 0;
+  });
+}
+
+// Reading ----------------------------------------------------------------------------------------
+
+int32_t optxv_read_definition(optxv_handle handle, const char* filename) {
+  return readnamed<&tzmaoptions::optreaddefinition>(handle, filename);
+}
+
+int32_t optxv_read_parameters(optxv_handle handle, const char* filename) {
+  return readnamed<&tzmaoptions::optreadparameterfile>(handle, filename);
+}
+
+int32_t optxv_read_line(optxv_handle handle, const char* bytes, size_t size) {
+  return withtext(
+      bytes, size,
+      [&](std::string_view text) {
+        return withreader(handle, [&](tzmaoptions& options) {
+          options.readline(text);
+          return optxv_ok;
+        });
+      },
+      std::string_view::npos);
+}
+
+int32_t optxv_read_definition_text(optxv_handle handle, const char* name, const char* bytes,
+                                   size_t size) {
+  return readbytes<&tzmaoptions::readdefinitiontext>(handle, name, bytes, size);
+}
+
+int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const char* bytes,
+                                  size_t size) {
+  return readbytes<&tzmaoptions::readparametertext>(handle, name, bytes, size);
+}
+
+// Messages ---------------------------------------------------------------------------------------
+
+int32_t optxv_message_count(optxv_handle handle) {
+  return handle == nullptr ? 0 : objectof(handle).getmessagecount();
+}
+
+void optxv_error_count(optxv_handle handle, int32_t* errors, int32_t* warnings) {
+  std::int32_t counted[2] = {};
+  if (handle != nullptr) objectof(handle).opterrorcount(counted[0], counted[1]);
+  if (errors != nullptr) *errors = counted[0];
+  if (warnings != nullptr) *warnings = counted[1];
+}
+
+int32_t optxv_show_message(optxv_handle handle, int32_t number, char* text) {
+  return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
+    if (positionin(number, options.getmessagecount()) < 0) return optxv_unknown;
+    if (text == nullptr) return optxv_bad_argument;
+    shortstring shown;
+    std::int32_t kind = 0;
+    options.optgetmessage(number, shown, kind);
+    strpcopy(text, shown);
+    return optxv_ok;
+  });
+}
+
+int32_t optxv_add_message(optxv_handle handle, const char* bytes, size_t size) {
+  return withtext(bytes, size, [&](std::string_view text) {
+    return withobject(handle, [&](tzmaoptions& options) {
+      options.optaddmessage(text);
+      return optxv_ok;
+    });
+  });
+}
+
+void optxv_clear_messages(optxv_handle handle) {
+  if (handle != nullptr) atboundary([&] { objectof(handle).optclearmessages(); });
+}
+
+int32_t optxv_show_help(optxv_handle handle, const char* request) {
+  return withobject(handle, [&](tzmaoptions& options) {
+    options.optshowhelp(nameof(request));
+    return optxv_ok;
+  });
+}
+
+// What the listener gets, and its questions ------------------------------------------------------
 
 void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
   atboundary([&] {
@@ -100,31 +237,18 @@ int32_t optxv_record_form(int32_t number, const char** word, const char** fields
   return 1;
 }
 
-int32_t optxv_read_definition_text(optxv_handle handle, const char* name, const char* bytes,
-                                   size_t size) {
-  return atboundary(
-      [&] { return objectof(handle).readdefinitiontext(nameof(name), viewof(bytes, size)); });
-}
-
-int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const char* bytes,
-                                  size_t size) {
-  return atboundary(
-      [&] { return objectof(handle).readparametertext(nameof(name), viewof(bytes, size)); });
-}
+// Writing ----------------------------------------------------------------------------------------
 
 int32_t optxv_write_parameter_text(optxv_handle handle,
                                    int32_t (*take)(void* context, const char* bytes, size_t size),
                                    void* context) {
-  return atboundary([&]() -> int32_t {
-    std::string text;
-    try {
-      textfile file;
-      file.rewritememory(text);
-      objectof(handle).writeparameters(file);
-      file.close();
-    } catch (const std::bad_alloc&) {
-      return ENOMEM;
-    }
-    return take(context, text.data(), text.size());
+  std::string text;
+  const std::int32_t status = withobject(handle, [&](const tzmaoptions& options) {
+    textfile file;
+    file.rewritememory(text);
+    options.writeparameters(file);
+    file.close();
+    return optxv_ok;
   });
+  return status != optxv_ok ? status : take(context, text.data(), text.size());
 }

@@ -48,6 +48,7 @@ class listener {
   /// read names the new one. BORROWS: the name.
   void enter(std::int32_t kind, const char* name, const textplace& from);
   void leave(std::int32_t error);
+  bool reading() const { return !reading_.empty(); }
 
   void line(const textplace& place, std::string_view text) const;
   /// Reports a cut if less is kept of a text than was written. besides: how many bytes of the

@@ -127,8 +127,12 @@ void tminiparser::readfromstr(std::string_view text) {
 }
 
 void tminiparser::readfrompchar(const char* text) {
-  if (text == nullptr) text = "";
-  startstring(text, static_cast<std::int64_t>(std::strlen(text)), source::pchar);
+  readfrombytes(text == nullptr ? std::string_view() : std::string_view(text));
+}
+
+void tminiparser::readfrombytes(std::string_view bytes) {
+  const char* const text = bytes.empty() ? "" : bytes.data();
+  startstring(text, static_cast<std::int64_t>(bytes.size()), source::pchar);
 }
 
 // Lines and characters ---------------------------------------------------------------------------

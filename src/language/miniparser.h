@@ -32,8 +32,8 @@ struct linesource {
 
 /// Reads one source, line by line, with one character of look-ahead.
 ///
-/// A reader is created, given exactly one source (fileopen, textopen, readfromstr or
-/// readfrompchar), and driven with nextline. Each grammar asks for the kind of thing that it
+/// A reader is created, given exactly one source (fileopen, textopen, readfromstr, readfrompchar or
+/// readfrombytes), and driven with nextline. Each grammar asks for the kind of thing that it
 /// expects next; the result of each function says whether that was there. Nothing is raised and no
 /// message is made.
 ///
@@ -79,6 +79,8 @@ class tminiparser : public tobject {
   /// Reads a zero-terminated text, nil as an empty one. BORROWS: text, which must outlive the
   /// reading.
   void readfrompchar(const char* text);
+  /// Reads bytes as one line; a zero byte is a byte like any other. BORROWS: the bytes, likewise.
+  void readfrombytes(std::string_view bytes);
   /// Turns the echo on or off from the next line fetched.
   void echoset(bool on) { echoon_ = on; }
   /// Sets the listener to which lines, comments, separators and cuts are reported (nil for none),

@@ -48,6 +48,7 @@ void tzmaoptions::closequeue() {
 }
 
 void tzmaoptions::addmessage(messagekind kind, std::string_view text, const messagefacts& facts) {
+  notefault(kind);
   const textplace place = facts.place.known() ? facts.place : assigning.at;
   std::int32_t number = 0;
   if (undoenter(kind, text) || queueclosed()) {
@@ -122,6 +123,10 @@ void tzmaoptions::endsource(std::int32_t error) {
   if (told) told->leave(error);
 }
 
+void tzmaoptions::abandonsources(std::int32_t error) {
+  while (told && told->reading()) told->leave(error);
+}
+
 namespace {
 
 constexpr std::array<const char*, optxv_faults> faultnames = {
@@ -180,6 +185,7 @@ constexpr std::array<const char*, optxv_faults> faultnames = {
     "unknown-action",
     "unknown-lookup",
     "comma",
+    "nearest",
 };
 
 constexpr std::array<const char*, optxv_fields> fieldnames = {

@@ -71,7 +71,8 @@ void refuse(const tintoption& option, messagekind kind, std::int32_t v) {
 }
 
 void refuse(const tdbloption& option, messagekind kind, double v) {
-  if (option.owner->queueclosed() && !option.owner->told) return;  // the text of a real is costly
+  if (option.owner->queueclosed() && !option.owner->told)  // the text of a real is costly
+    return option.owner->notefault(kind);
   complain(option, kind, optxv_fault_range, "Double out of range for option ", dbltostr(v));
   sayrange(option, kind, dbltostrex);
 }

@@ -101,6 +101,11 @@ shortstring tzmaoptions::nounderscore(std::string_view name) const {
   return lookupmode == lookupMinos ? replacechar(underscore, ' ', name) : shortstring(name);
 }
 
+std::string_view tzmaoptions::keeptext(std::string_view text) {
+  const auto found = kepttexts.find(text);
+  return found != kepttexts.end() ? *found : *kepttexts.emplace(text).first;
+}
+
 // --- Counts and switches -----------------------------------------------------------------------
 
 std::int32_t tzmaoptions::optdotoptcount(std::int32_t& errors) const {

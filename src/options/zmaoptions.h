@@ -16,8 +16,10 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <set>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -160,7 +162,14 @@ class tzmaoptions : public toptionx {
   /// take the text or there is a listener.
   template <class Make>
   void addmessagefrom(messagekind kind, const messagefacts& facts, Make make) {
-    if (!queueclosed() || told) addmessage(kind, make(), facts);
+    if (!queueclosed() || told)
+      addmessage(kind, make(), facts);
+    else
+      notefault(kind);
+  }
+  /// Counts a message, of a kind that counts as an error, in faultsmet.
+  void notefault(messagekind kind) {
+    if (messagekinds[kind].counted) ++faultsmet;
   }
   /// The two messages of a file that could not be opened or read: the words and the quoted name,
   /// then the system's number and its text after the indent.
@@ -193,6 +202,11 @@ class tzmaoptions : public toptionx {
   void beginsource(tminiparser& reader, std::int32_t kind, std::string_view name);
   /// Ends the innermost source.
   void endsource(std::int32_t error);
+  /// Ends, for the listener, all sources of a read that an exception ended.
+  void abandonsources(std::int32_t error);
+  /// A copy of a text that is good until the object is freed, zero-terminated; each text is kept
+  /// once.
+  std::string_view keeptext(std::string_view text);
 
   // --- Readers and writers -------------------------------------------------------------------
 
@@ -209,6 +223,9 @@ class tzmaoptions : public toptionx {
   std::int32_t readparametertext(std::string_view name, std::string_view bytes);
   /// Reads one line of parameter text.
   void optreadfromstr(std::string_view text);
+  /// The same for bytes of any number, under the name of optreadfrompchar. BORROWS: the bytes, for
+  /// the call.
+  void readline(std::string_view bytes);
   /// The same for a zero-terminated text of any length; nil reads as empty. BORROWS: the text, for
   /// the call.
   void optreadfrompchar(const char* text);
@@ -382,6 +399,7 @@ class tzmaoptions : public toptionx {
   charset eolcommset;
   std::int32_t assigndepth = 0;  ///< lists and macros being assigned, one within another
   std::int32_t handedon = 0;     ///< values given to members since the outermost of them began
+  std::int64_t faultsmet = 0;    ///< messages of errors so far, also those that a full queue lost
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
@@ -399,6 +417,7 @@ class tzmaoptions : public toptionx {
   /// Where the value that is being assigned comes from; outside reads, from a call.
   valueorigin assigning = {.road = roadCall};
   std::vector<synonymmark> synonymmarks;  ///< in definition order
+  std::set<std::string, std::less<>> kepttexts;
 
  private:
   bool undoenter(messagekind kind, std::string_view text);

@@ -348,6 +348,10 @@ void tzmaoptions::optreadfrompchar(const char* text) {
   readtext(*this, "pchar", [text](tminiparser& reader) { reader.readfrompchar(text); });
 }
 
+void tzmaoptions::readline(std::string_view bytes) {
+  readtext(*this, "pchar", [bytes](tminiparser& reader) { reader.readfrombytes(bytes); });
+}
+
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
   return readparameters({.name = filename, .nodevices = parser != nullptr});
 }
