@@ -2,8 +2,13 @@
 
 #include "optxv/embedding.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "definition/definitionreader.h"
 #include "foundation/pchutil.h"
@@ -13,15 +18,12 @@
 #include "frame/status.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "parameter/commandarguments.h"
+#include "parameter/environmentvariables.h"
 
 using namespace optxv;
 
 namespace {
-
-optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
-  if (!at.known()) return {"", 0, 0, 0};
-  return {options.sources.name(source), at.line, at.column, at.length};
-}
 
 const tstrlistoption* listat(optxv_handle handle, std::int32_t optnr) {
   const toption* option = optnr < 1 ? nullptr : objectof(handle).getobjects(optnr - 1);
@@ -135,42 +137,26 @@ int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const c
   return readbytes<&tzmaoptions::readparametertext>(handle, name, bytes, size);
 }
 
-// Messages ---------------------------------------------------------------------------------------
-
-int32_t optxv_message_count(optxv_handle handle) {
-  return handle == nullptr ? 0 : objectof(handle).getmessagecount();
-}
-
-void optxv_error_count(optxv_handle handle, int32_t* errors, int32_t* warnings) {
-  std::int32_t counted[2] = {};
-  if (handle != nullptr) objectof(handle).opterrorcount(counted[0], counted[1]);
-  if (errors != nullptr) *errors = counted[0];
-  if (warnings != nullptr) *warnings = counted[1];
-}
-
-int32_t optxv_show_message(optxv_handle handle, int32_t number, char* text) {
-  return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
-    if (positionin(number, options.getmessagecount()) < 0) return optxv_unknown;
-    if (text == nullptr) return optxv_bad_argument;
-    shortstring shown;
-    std::int32_t kind = 0;
-    options.optgetmessage(number, shown, kind);
-    strpcopy(text, shown);
+int32_t optxv_read_arguments(optxv_handle handle, int* argc, char** argv, uint32_t flags) {
+  if (argc == nullptr || argv == nullptr || *argc < 0) return optxv_bad_argument;
+  if ((flags & ~std::uint32_t{optxv_arguments_keep_unknown}) != 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    if (*argc == 0) return optxv_ok;
+    const std::span<char* const> all(argv, static_cast<std::size_t>(*argc));
+    const std::vector<char*> kept =
+        readarguments(options, all, (flags & optxv_arguments_keep_unknown) != 0);
+    if (kept.size() < all.size()) *std::copy(kept.begin(), kept.end(), argv) = nullptr;
+    *argc = static_cast<int>(kept.size());
     return optxv_ok;
   });
 }
 
-int32_t optxv_add_message(optxv_handle handle, const char* bytes, size_t size) {
-  return withtext(bytes, size, [&](std::string_view text) {
-    return withobject(handle, [&](tzmaoptions& options) {
-      options.optaddmessage(text);
-      return optxv_ok;
-    });
+int32_t optxv_read_environment(optxv_handle handle, const char* prefix) {
+  if (prefix == nullptr || *prefix == 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    readenvironment(options, prefix, environ);
+    return optxv_ok;
   });
-}
-
-void optxv_clear_messages(optxv_handle handle) {
-  if (handle != nullptr) atboundary([&] { objectof(handle).optclearmessages(); });
 }
 
 int32_t optxv_show_help(optxv_handle handle, const char* request) {
@@ -187,14 +173,6 @@ void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
     objectof(handle).told =
         listener != nullptr ? std::make_unique<optxv::listener>(*listener) : nullptr;
   });
-}
-
-int32_t optxv_message_place(optxv_handle handle, int32_t number, optxv_place* place) {
-  const tzmaoptions& options = objectof(handle);
-  const bool good = number >= 1 && number <= options.getmessagecount();
-  const sourceplace found = good ? options.messageplaces.get(number - 1) : sourceplace();
-  *place = placeof(options, found.at, found.source);
-  return found.at.known() ? 1 : 0;
 }
 
 int32_t optxv_value_place(optxv_handle handle, int32_t optnr, optxv_place* place, int32_t* road,

@@ -6,6 +6,7 @@
 #include "foundation/zdlaudit.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "options/suggestions.h"
 
 namespace optxv {
 
@@ -104,6 +105,11 @@ shortstring tzmaoptions::nounderscore(std::string_view name) const {
 std::string_view tzmaoptions::keeptext(std::string_view text) {
   const auto found = kepttexts.find(text);
   return found != kepttexts.end() ? *found : *kepttexts.emplace(text).first;
+}
+
+suggestions& tzmaoptions::nearnames() {
+  if (!similar) similar = std::make_unique<suggestions>(*this);
+  return *similar;
 }
 
 // --- Counts and switches -----------------------------------------------------------------------
