@@ -17,7 +17,7 @@ run::run(findingtaker take, const runparts& parts)
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, trial_, findings_),
       recordchecks_(at_, findings_),
-      hearing_(options_, listeners(parts.checks)) {}
+      hearing_(options_.handle(), listeners(parts.checks)) {}
 
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::listeners(bool checks) {
@@ -28,8 +28,8 @@ std::vector<listener*> run::listeners(bool checks) {
 }
 
 bool run::read(const readsettings& what) {
-  options_.setlinemode(!what.tokens);
-  options_.setnobounds(what.nobounds);
+  options_.set_switch(optxv_switch_line_mode, !what.tokens);
+  options_.set_switch(optxv_switch_no_bounds, what.nobounds);
   if (!readdefinition(what.definition, what.parameters.empty())) return false;
   for (const std::string& file : what.parameters) readparameters(file);
   return true;
@@ -37,14 +37,13 @@ bool run::read(const readsettings& what) {
 
 tally run::total() const {
   tally total = findings_.total();
-  std::int32_t dropped = 0;
-  total.dotoptions = options_.dotoptions(dropped).size();
-  total.indicators = options_.indicators(dropped).size();
+  total.dotoptions = options_.dot_options().size();
+  total.indicators = options_.indicators().size();
   return total;
 }
 
-void run::readdefinition(optionset& into) const {
-  if (definition_ != nullptr) into.readdefinition(definition_->name(), definition_->text());
+void run::readdefinition(optxv::options& into) const {
+  if (definition_ != nullptr) into.read_definition_text(definition_->name(), definition_->text());
 }
 
 bool run::readdefinition(const std::string& file, bool alone) {
@@ -52,7 +51,7 @@ bool run::readdefinition(const std::string& file, bool alone) {
   if (definition_ == nullptr) return false;
   trial_.define(definition_->text());
   textchecks_.define(definition_->text());
-  finish(file, options_.readdefinition(file, definition_->text()));
+  finish(file, options_.read_definition_text(file, definition_->text()).status);
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
   if (!alone)
@@ -66,7 +65,7 @@ bool run::readdefinition(const std::string& file, bool alone) {
 
 void run::readparameters(const std::string& file) {
   if (const textdocument* text = document(file); text != nullptr)
-    finish(file, options_.readparameters(file, text->text()));
+    finish(file, options_.read_text(file, text->text()).status);
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.
@@ -95,7 +94,7 @@ void run::finish(const std::string& file, std::int32_t error) {
   hearing_.rethrow();
   findings_.flush();
   if (error != 0) unreadable(file, systemtext(error));
-  options_.clearmessages();
+  options_.clear_messages();
 }
 
 }  // namespace command

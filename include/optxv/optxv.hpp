@@ -672,6 +672,18 @@ class options {
     return value;
   }
 
+  /// The first or the second value alone, `position` 1 or 2; the type is one of those of one value.
+  /// Throws error as above; optxv_wrong_kind for the second value of an option that has one.
+  template <class Type>
+  Type get(key which, std::int32_t position) const {
+    static_assert(detail::scalar<Type>::known, "options::get has no single value of this type");
+    const std::int32_t number = number_of(which);
+    Type value{};
+    const std::int32_t status = detail::scalar<Type>::get(handle_, number, position, value);
+    if (status != 0) fail(status, which);
+    return value;
+  }
+
   /// Sets an option, by a value of a type that get() has, or an integer or text that fits one. A
   /// real takes an integer, too. A text is taken as it is, quotes included. A list is replaced. An
   /// empty std::optional unsets the option.
@@ -881,13 +893,13 @@ class options {
       about.append("\"").append(which.name()).append("\"");
     else
       about += std::to_string(which.number());
-    if (status != optxv_unknown || !which.named()) detail::fail(status, about);
-    throw error(status, about + ": " + optxv_status_text(status) + near(which.name()));
+    if (status != optxv_unknown) detail::fail(status, about);
+    throw error(status, "there is no " + about + (which.named() ? near(which.name()) : ""));
   }
   std::string near(std::string_view name) const {
     std::string text;
     for (const std::string_view each : nearest(name))
-      text.append(text.empty() ? "; near are \"" : ", \"").append(each).append("\"");
+      text.append(text.empty() ? "; near is \"" : ", \"").append(each).append("\"");
     return text;
   }
 
