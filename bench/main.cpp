@@ -20,7 +20,8 @@
 #include "agreement.h"
 #include "allocations.h"
 #include "generator.h"
-#include "optxv/embedding.h"
+#include "optxv/optxv.h"
+#include "optxv/optxv.hpp"
 #include "report.h"
 #include "scratch.h"
 #include "units.h"
@@ -33,24 +34,13 @@ constexpr std::array<std::size_t, 3> sizes = {100, 1000, 2700};
 constexpr std::size_t million = 1000000, queuelimit = 5000;
 constexpr std::uint32_t seed = 20260101;
 
-/// The library's side of a comparison.
-class options {
- public:
-  options() { xcreate(&handle_); }
-  explicit options(const std::string& definition) : options() {
-    if (coptReadDefinition(handle_, definition.c_str()) != 0 || optMessageCount(handle_) != 0)
-      throw std::runtime_error("the library does not take the definition");
-  }
-  ~options() { xfree(&handle_); }
-  options(const options&) = delete;
-  options& operator=(const options&) = delete;
-
-  optHandle handle() const { return handle_; }
-  void read(const std::string& file) const { coptReadParameterFile(handle_, file.c_str()); }
-
- private:
-  optHandle handle_ = nullptr;
-};
+/// The library's side of a comparison, with a definition that it takes without a word.
+options libraryof(const std::string& definition) {
+  options library = options::from_file(definition);
+  if (!library.messages().empty())
+    throw std::runtime_error("the library does not take the definition");
+  return library;
+}
 
 /// One size of table: its files and both readers, the definition read.
 struct table {
@@ -59,7 +49,7 @@ struct table {
         made(generatetable(count, seed)),
         definition(folder.file(name + ".def", definitiontext(made))),
         parameters(folder.file(name + ".opt", parametertext(made, count, seed))),
-        library(definition) {
+        library(libraryof(definition)) {
     yard.readdefinition(definition.c_str());
   }
 
@@ -123,7 +113,7 @@ void registerreading(table& on) {
   measure("read/" + on.name + "/library", [&on] { on.library.read(on.parameters); });
   measure("read/" + on.name + "/yardstick",
           [&on] { on.yard.readparameters(on.parameters.c_str()); });
-  measure("define/" + on.name + "/library", [&on] { options made(on.definition); });
+  measure("define/" + on.name + "/library", [&on] { libraryof(on.definition); });
   measure("define/" + on.name + "/yardstick", [&on] {
     yardstick made;
     made.readdefinition(on.definition.c_str());
@@ -176,6 +166,17 @@ void registeraccess(table& on) {
       benchmark::DoNotOptimize(value);
     }
   });
+  measure("get/number/call", [&on, positions] {
+    for (const std::int32_t position : positions) {
+      std::int32_t value;
+      benchmark::DoNotOptimize(optxv_get_integer_nr(on.library.handle(), position + 2, 1, &value));
+      benchmark::DoNotOptimize(value);
+    }
+  });
+  measure("get/number/hpp", [&on, positions] {
+    for (const std::int32_t position : positions)
+      benchmark::DoNotOptimize(on.library.get<std::int32_t>(position + 2));
+  });
   measure("get/name/library", [&on, positions] {
     for (const std::int32_t position : positions) {
       std::int32_t value, number, refnr;
@@ -212,7 +213,7 @@ void registerwriting(table& on, const std::string& file) {
   measure("write/yardstick", [&on, file] { on.yard.write(file.c_str()); });
 }
 
-void registerentries(const options& into, const std::string& plain, const std::string& dotted) {
+void registerentries(options& into, const std::string& plain, const std::string& dotted) {
   const auto tidy = [&into] { optResetAllRecent(into.handle()); };
   measure(
       "entry/plain", [&into, plain] { into.read(plain); }, tidy);
@@ -221,7 +222,7 @@ void registerentries(const options& into, const std::string& plain, const std::s
 }
 
 /// What one read of a file asks of the heap once everything it sets has been set before.
-heapcount heapofread(const options& into, const std::string& file) {
+heapcount heapofread(options& into, const std::string& file) {
   into.read(file);
   const heapcount before = heapnow();
   clearpeak();
@@ -247,7 +248,7 @@ void printheap(const char* whose, const heapcount& heap, const table& on) {
 
 /// What the places cost that a table keeps of its values, once each number of it has one.
 figure originmemory(const table& on, const std::string& numbers) {
-  const options fresh(on.definition);
+  options fresh = libraryof(on.definition);
   const heapcount before = heapnow();
   fresh.read(numbers);
   const heapcount after = heapnow();
@@ -256,7 +257,8 @@ figure originmemory(const table& on, const std::string& numbers) {
 }
 
 figure tablememory(const table& on) {
-  const heapcount library = heapof([&] { return std::make_unique<options>(on.definition); });
+  const heapcount library =
+      heapof([&] { return std::make_unique<options>(libraryof(on.definition)); });
   const heapcount yard = heapof([&] {
     auto made = std::make_unique<yardstick>();
     made->readdefinition(on.definition.c_str());
@@ -310,6 +312,8 @@ std::vector<target> targets() {
   rows.push_back({"a record of 2,700, to a record of 100", "define/2700/library",
                   "define/100/library", 1.3, 100.0 / 2700});
   twins("get by number, to the yardstick", "get/number", 4);
+  rows.push_back(
+      {"a get through optxv.hpp, to the C call", "get/number/hpp", "get/number/call", 1.1});
   twins("get by name, to the yardstick", "get/name", 6);
   rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", 2});
   twins("writing 2,700 options, to a plain buffered write", "write", 4);
@@ -330,7 +334,7 @@ int runall(int argc, char** argv) {
   const std::string withdots = folder.file(
       "dots.def", definitiontext(middle.made) + ".scale double 0 1 0 maxdouble 1 1 Scale factor\n");
   const std::string dots = folder.file("dots.opt", dottext(sizes[1], seed));
-  options chatty(large.definition), dotted(withdots);
+  options chatty = libraryof(large.definition), dotted = libraryof(withdots);
   for (table* on : {&small, &middle, &large}) registerreading(*on);
   registermillion(large, good, faulty);
   registeraccess(large);
@@ -369,7 +373,7 @@ optxv_listener hearing() {
 
 int readonly(std::string_view how, std::size_t count, long times) {
   const scratch folder;
-  const table on(folder, count);
+  table on(folder, count);
   optxv_listener calls = how == "--hear" ? hearing() : optxv_listener();
   calls.size = sizeof calls;
   if (how != "--read") optxv_listen(on.library.handle(), &calls);
