@@ -68,8 +68,8 @@ class error : public std::runtime_error {
 /// What came of a read of something that a user wrote, or of all the messages so far.
 struct read_result {
   std::int32_t status = 0;    ///< 0, or why a file could not be read, as in optxv/embedding.h
-  std::int32_t errors = 0;    ///< what was not taken, each fault once
-  std::int32_t warnings = 0;  ///< what was taken, but is not as it should be
+  std::int32_t errors = 0;    ///< messages of errors, without those that add detail to one
+  std::int32_t warnings = 0;  ///< likewise of warnings
   /// True if all of it could be read, without an error; there may be warnings.
   explicit operator bool() const noexcept { return status == 0 && errors == 0; }
 };
@@ -501,10 +501,19 @@ struct content<std::vector<Text>> {
   }
   static std::int32_t set(optxv_handle handle, std::int32_t number,
                           const std::vector<Text>& value) {
-    std::int32_t size = 0;
-    std::int32_t status = listsize(handle, number, size);
-    if (status == 0) status = optxv_reset(handle, number);
-    for (const std::string_view each : value)
+    std::vector<std::string> before;
+    std::int32_t status = content<std::vector<std::string>>::get(handle, number, before);
+    if (status != 0) return status;
+    status = replace(handle, number, value);
+    if (status != 0) replace(handle, number, before);
+    return status;
+  }
+
+ private:
+  template <class Texts>
+  static std::int32_t replace(optxv_handle handle, std::int32_t number, const Texts& by) {
+    std::int32_t status = optxv_reset(handle, number);
+    for (const std::string_view each : by)
       if (status == 0) status = optxv_parse_value(handle, number, 1, each.data(), each.size());
     return status;
   }
@@ -652,7 +661,7 @@ class options {
   /// The value of an option, its default if it is not set. The type is
   ///
   ///   std::int32_t, bool, an enumeration   of an integer, a Boolean, an enumerated integer
-  ///   double                               of a real; of these, too
+  ///   double                               of a real and of all of these
   ///   std::string, std::string_view        of a text or an enumerated text; the view is good until
   ///                                        something is set, read or reset
   ///   std::pair<T, T> of these             of an option with two values
@@ -685,12 +694,14 @@ class options {
   }
 
   /// Sets an option, by a value of a type that get() has, or an integer or text that fits one. A
-  /// real takes an integer, too. A text is taken as it is, quotes included. A list is replaced. An
-  /// empty std::optional unsets the option.
+  /// real takes an integer, and an integer a real that is whole. A text is taken as it is, quotes
+  /// included, but an item of a list must have no double quote. A list is replaced. An empty
+  /// std::optional unsets the option. A value that is taken with a warning throws nothing. For a
+  /// value that a user wrote see parse().
+  ///
   /// Throws error: optxv_unknown, optxv_wrong_kind, optxv_too_long for a text of 255 bytes or more,
   /// or optxv_refused with the messages, which stay in the queue, for a value that the option does
-  /// not take. A value that is taken with a warning throws nothing. For a value that a user wrote
-  /// see parse().
+  /// not take. The option is then as it was, but of two values the second may be set.
   template <class Type>
   void set(key which, const Type& value) {
     using kept = typename detail::settable<Type>::type;

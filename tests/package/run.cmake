@@ -45,7 +45,7 @@ endforeach()
 
 # Every installed header is found with all that it includes, and so is a host's own folder named like one of ours.
 run(${pkg_config} --variable=includedir optxv)
-file(GLOB_RECURSE headers RELATIVE ${output} ${output}/optxv/*.h)
+file(GLOB_RECURSE headers RELATIVE ${output} ${output}/optxv/*.h ${output}/optxv/*.hpp)
 list(TRANSFORM headers REPLACE ".+" "#include <\\0>\n")
 string(CONCAT text ${headers} "#include <foundation/lists.h>\nint host = hostlists;\n")
 file(WRITE ${area}/all.cpp "${text}")
