@@ -65,7 +65,7 @@ void demand(bool condition, const std::string& what) {
 }
 
 void demandagreement(table& on) {
-  const std::string found = differences(on.library.handle(), on.yard);
+  const std::string found = differences(on.library, on.yard);
   demand(found.empty(), "library and yardstick differ in:\n" + found);
 }
 
