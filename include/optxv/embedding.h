@@ -803,7 +803,9 @@ OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const
  * or the whole new one and nothing between: the text goes to a new file beside it, which is then
  * given its name. Links are followed, the mode and the owner stay. What is no regular file, such as
  * a pipe or /dev/stdout, is written through. The empty name stands for standard output. On any
- * status but 0 a regular file is as it was. Adds no message.
+ * status but 0 a regular file is as it was; except for one that cannot be replaced, because it has
+ * further names or its folder or owner does not allow it: that is written in place. Adds no
+ * message. While the file is written, the signals that end a process wait, for this thread.
  */
 OPTXV_EMBEDDING_API int32_t optxv_write_parameters(optxv_handle handle, const char* filename);
 

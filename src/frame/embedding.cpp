@@ -20,6 +20,8 @@
 #include "options/optionkinds.h"
 #include "parameter/commandarguments.h"
 #include "parameter/environmentvariables.h"
+#include "parameter/snapshots.h"
+#include "platform/filereplacement.h"
 
 using namespace optxv;
 
@@ -215,17 +217,78 @@ int32_t optxv_record_form(int32_t number, const char** word, const char** fields
   return 1;
 }
 
+// Snapshots --------------------------------------------------------------------------------------
+
+struct optxv_snapshot {
+  valuesnapshot values;
+};
+
+int32_t optxv_take_snapshot(optxv_handle handle, optxv_snapshot** snapshot) {
+  if (snapshot == nullptr) return optxv_bad_argument;
+  return withobject(handle, [&](const tzmaoptions& options) {
+    *snapshot = new optxv_snapshot{valuesnapshot(options)};
+    return optxv_ok;
+  });
+}
+
+int32_t optxv_restore_snapshot(optxv_handle handle, const optxv_snapshot* snapshot) {
+  if (snapshot == nullptr) return optxv_bad_argument;
+  return withobject(handle, [&](tzmaoptions& options) -> std::int32_t {
+    return snapshot->values.restore(options) ? optxv_ok : optxv_other_table;
+  });
+}
+
+void optxv_free_snapshot(optxv_snapshot** snapshot) {
+  if (snapshot != nullptr) delete std::exchange(*snapshot, nullptr);
+}
+
 // Writing ----------------------------------------------------------------------------------------
+
+namespace {
+
+/// Writes to a file, or a text in memory, that is open. Gives the system's error number.
+int writeto(textfile& file, const tzmaoptions& options) {
+  options.writeparameters(file);
+  file.close();
+  return ioresult();
+}
+
+/// What a parameter file would hold.
+std::string writtentext(const tzmaoptions& options) {
+  std::string text;
+  textfile file;
+  file.rewritememory(text);
+  writeto(file, options);
+  return text;
+}
+
+std::int32_t writestandard(const tzmaoptions& options) {
+  textfile file;
+  file.assign({});
+  file.rewrite();
+  const int failed = ioresult();
+  return failed != 0 ? failed : writeto(file, options);
+}
+
+}  // namespace
+
+int32_t optxv_write_parameters(optxv_handle handle, const char* filename) {
+  const auto write = [&](std::string_view name) {
+    return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
+      if (name.empty()) return writestandard(options);
+      const auto failed = replacefile(std::string(name), writtentext(options));
+      return failed ? failed->error : optxv_ok;
+    });
+  };
+  return withtext(filename, OPTXV_ENDED, write, shortstring::maximum);
+}
 
 int32_t optxv_write_parameter_text(optxv_handle handle,
                                    int32_t (*take)(void* context, const char* bytes, size_t size),
                                    void* context) {
   std::string text;
   const std::int32_t status = withobject(handle, [&](const tzmaoptions& options) {
-    textfile file;
-    file.rewritememory(text);
-    options.writeparameters(file);
-    file.close();
+    text = writtentext(options);
     return optxv_ok;
   });
   return status != optxv_ok ? status : take(context, text.data(), text.size());

@@ -1,6 +1,7 @@
 #include "options/zmaoptions.h"
 
 #include <array>
+#include <atomic>
 #include <utility>
 
 #include "foundation/zdlaudit.h"
@@ -37,6 +38,11 @@ char charpath() {
 tzmaoptions::tzmaoptions() : toptionx(0, {}), dotoptionlist(makedotoptionlist(this)) {}
 
 tzmaoptions::~tzmaoptions() = default;
+
+std::uint64_t tzmaoptions::nextidentity() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
 
 // --- The table ---------------------------------------------------------------------------------
 

@@ -408,6 +408,7 @@ class tzmaoptions : public toptionx {
   std::int32_t handedon = 0;     ///< values given to members since the outermost of them began
   /// The argument or variable that is being read, with which messages begin in place of a line.
   std::string_view outersource = {};
+  const std::uint64_t identity = nextidentity();  ///< of no other object of this process
   std::int64_t faultsmet = 0;  ///< messages of errors so far, also those that a full queue lost
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
@@ -431,6 +432,7 @@ class tzmaoptions : public toptionx {
   std::unique_ptr<suggestions> similar;  ///< nil until the first question for near names
 
  private:
+  static std::uint64_t nextidentity();
   bool undoenter(messagekind kind, std::string_view text);
   std::int32_t enqueue(messagekind kind, std::string_view line, std::string_view text,
                        const messagefacts& facts, const textplace& place);
