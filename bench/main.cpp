@@ -4,6 +4,7 @@
 //   optxv_bench --read <options> <times>     reads one parameter file many times; for callgrind
 //   optxv_bench --listen <options> <times>   the same with a listener that has no function
 //   optxv_bench --hear <options> <times>     the same with one whose functions do nothing
+//   optxv_bench --define <options> <times>   makes a table from its definition many times
 //
 // Everything is done by both with the same files; nothing is timed before both agree on every
 // value.
@@ -196,6 +197,25 @@ void registeraccess(table& on) {
   });
 }
 
+/// Lookups by name under a rule, in a table of that size, which is made under the rule in force
+/// until then, so that names which are alike under the rule stay in it.
+void registerlookup(const scratch& folder, const std::string& rule, std::size_t count) {
+  const auto made = generatetable(count, seed);
+  const std::string name = rule + std::to_string(count);
+  const auto library = std::make_shared<options>(
+      folder.file(name + ".def", definitiontext(made) + rule + " lookup\n"));
+  std::vector<std::string> names;
+  for (const generatedoption& option : made) names.push_back(option.name);
+  std::shuffle(names.begin(), names.end(), std::mt19937(seed));
+  names.resize(sizes.back());
+  measure("lookup/" + rule + "/" + std::to_string(count), [library, names] {
+    for (const std::string& each : names) {
+      std::int32_t number, refnr;
+      benchmark::DoNotOptimize(coptFindStr(library->handle(), each.c_str(), &number, &refnr));
+    }
+  });
+}
+
 void registersetting(table& on, options& chatty) {
   const auto positions = integerpositions(on);
   const auto setall = [positions](const options& into) {
@@ -253,7 +273,8 @@ figure originmemory(const table& on, const std::string& numbers) {
   fresh.read(numbers);
   const heapcount after = heapnow();
   return {"places of the values of a table of 2,700, KiB",
-          static_cast<double>(after.bytes - before.bytes) / 1024, 64};
+          static_cast<double>(after.bytes - before.bytes) / 1024,
+          {64}};
 }
 
 figure tablememory(const table& on) {
@@ -267,7 +288,8 @@ figure tablememory(const table& on) {
   printheap("library", library, on);
   printheap("yardstick", yard, on);
   return {"memory of a table of 2,700, to the yardstick's",
-          static_cast<double>(library.bytes) / static_cast<double>(yard.bytes), 1.5};
+          static_cast<double>(library.bytes) / static_cast<double>(yard.bytes),
+          {1.5, 1.2}};
 }
 
 /// The figures that are counted. The file of a million lines is read here for the first time.
@@ -285,11 +307,13 @@ std::vector<figure> counted(const scratch& folder, table& on, const std::string&
   const auto lines = static_cast<double>(numeric.size() - numeric.size() / 2);
   figures.push_back({"blocks from the heap per numeric line, second read",
                      (static_cast<double>(full.calls) - static_cast<double>(small.calls)) / lines,
-                     0});
+                     {0}});
   figures.push_back({"growth of the heap peak from 2,700 to 1,000,000 lines, KiB",
-                     (static_cast<double>(huge.peak) - static_cast<double>(full.peak)) / 1024, 1});
+                     (static_cast<double>(huge.peak) - static_cast<double>(full.peak)) / 1024,
+                     {1}});
   figures.push_back({"growth of the resident peak from 2,700 to 1,000,000 lines, KiB",
-                     static_cast<double>(residentpeak() - resident), 256});
+                     static_cast<double>(residentpeak() - resident),
+                     {256}});
   figures.push_back(tablememory(on));
   figures.push_back(originmemory(on, all));
   return figures;
@@ -297,27 +321,39 @@ std::vector<figure> counted(const scratch& folder, table& on, const std::string&
 
 std::vector<target> targets() {
   std::vector<target> rows;
-  const auto twins = [&rows](std::string_view what, const std::string& family, double limit) {
-    rows.push_back({what, family + "/library", family + "/yardstick", limit});
+  const auto twins = [&rows](std::string_view what, const std::string& family, bounds held) {
+    rows.push_back({what, family + "/library", family + "/yardstick", held});
   };
-  twins("parameter lines, table of 100, to the yardstick", "read/100", 3);
-  twins("parameter lines, table of 1,000, to the yardstick", "read/1000", 3);
-  twins("parameter lines, table of 2,700, to the yardstick", "read/2700", 3);
-  twins("1,000,000 parameter lines, to the yardstick", "million/good", 4);
-  rows.push_back({"1,000,000 faulty lines, to as many good ones", "million/faulty/library",
-                  "million/good/library", 3});
-  twins("definition of 100, to the yardstick", "define/100", 4.5);
-  twins("definition of 1,000, to the yardstick", "define/1000", 4.5);
-  twins("definition of 2,700, to the yardstick", "define/2700", 4.5);
-  rows.push_back({"a record of 2,700, to a record of 100", "define/2700/library",
-                  "define/100/library", 1.3, 100.0 / 2700});
-  twins("get by number, to the yardstick", "get/number", 4);
+  twins("parameter lines, table of 100, to the yardstick", "read/100", {3, 1.4});
+  twins("parameter lines, table of 1,000, to the yardstick", "read/1000", {3, 1.4});
+  twins("parameter lines, table of 2,700, to the yardstick", "read/2700", {3, 1.4});
+  twins("1,000,000 parameter lines, to the yardstick", "million/good", {4, 1.4});
+  rows.push_back({"1,000,000 faulty lines, to as many good ones",
+                  "million/faulty/library",
+                  "million/good/library",
+                  {3}});
+  twins("definition of 100, to the yardstick", "define/100", {4.5, 2});
+  twins("definition of 1,000, to the yardstick", "define/1000", {4.5, 2});
+  twins("definition of 2,700, to the yardstick", "define/2700", {4.5, 2});
+  rows.push_back({"a record of 2,700, to a record of 100",
+                  "define/2700/library",
+                  "define/100/library",
+                  {1.3},
+                  100.0 / 2700});
+  twins("get by number, to the yardstick", "get/number", {4, 2});
   rows.push_back(
-      {"a get through optxv.hpp, to the C call", "get/number/hpp", "get/number/call", 1.1});
-  twins("get by name, to the yardstick", "get/name", 6);
-  rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", 2});
-  twins("writing 2,700 options, to a plain buffered write", "write", 4);
-  rows.push_back({"dot entry with two indices, to a plain entry", "entry/dot", "entry/plain", 2});
+      {"a get through optxv.hpp, to the C call", "get/number/hpp", "get/number/call", {1.1}});
+  twins("get by name, to the yardstick", "get/name", {6, 1.2});
+  for (const std::string rule : {"Path", "Minos"})
+    rows.push_back({rule == "Path" ? "a lookup under Path in a table of 20,000, to one in 2,700"
+                                   : "a lookup under Minos in a table of 20,000, to one in 2,700",
+                    "lookup/" + rule + "/20000",
+                    "lookup/" + rule + "/2700",
+                    {2}});
+  rows.push_back({"set by number with 5,000 messages, to none", "set/messages", "set/quiet", {2}});
+  twins("writing 2,700 options, to a plain buffered write", "write", {4, 1.5});
+  rows.push_back(
+      {"dot entry with two indices, to a plain entry", "entry/dot", "entry/plain", {2, 1.5}});
   for (const auto& unit : {pooltargets(), heaptargets(), storetargets()})
     rows.insert(rows.end(), unit.begin(), unit.end());
   return rows;
@@ -338,6 +374,9 @@ int runall(int argc, char** argv) {
   for (table* on : {&small, &middle, &large}) registerreading(*on);
   registermillion(large, good, faulty);
   registeraccess(large);
+  for (const char* rule : {"Path", "Minos"})
+    for (const std::size_t count : {sizes.back(), std::size_t{20000}})
+      registerlookup(folder, rule, count);
   registersetting(large, chatty);
   registerwriting(large, folder.path("written.opt"));
   registerentries(dotted, middle.parameters, dots);
@@ -371,14 +410,34 @@ optxv_listener hearing() {
   return calls;
 }
 
-int readonly(std::string_view how, std::size_t count, long times) {
+void readmany(std::string_view how, std::size_t count, long times) {
   const scratch folder;
   table on(folder, count);
   optxv_listener calls = how == "--hear" ? hearing() : optxv_listener();
   calls.size = sizeof calls;
   if (how != "--read") optxv_listen(on.library.handle(), &calls);
   while (times-- > 0) on.library.read(on.parameters);
-  return optMessageCount(on.library.handle()) == 0 ? 0 : 1;
+  demand(optMessageCount(on.library.handle()) == 0, "faults in good text");
+}
+
+void definemany(std::size_t count, long times) {
+  const scratch folder;
+  const std::string file = folder.file("table.def", definitiontext(generatetable(count, seed)));
+  while (times-- > 0) options made(file);
+}
+
+/// Does the one thing that is to be counted, if the arguments ask for that.
+bool runcounted(int argc, char** argv) {
+  constexpr std::array<std::string_view, 4> ways = {"--read", "--listen", "--hear", "--define"};
+  const std::string_view how = argc == 4 ? argv[1] : "";
+  if (std::find(ways.begin(), ways.end(), how) == ways.end()) return false;
+  const std::size_t count = std::strtoul(argv[2], nullptr, 10);
+  const long times = std::strtol(argv[3], nullptr, 10);
+  if (how == "--define")
+    definemany(count, times);
+  else
+    readmany(how, count, times);
+  return true;
 }
 
 /// The arguments with ours first, so that those of the caller win.
@@ -397,11 +456,7 @@ int runwithdefaults(int argc, char** argv) {
 }  // namespace optxv::bench
 
 int main(int argc, char** argv) try {
-  const std::string_view how = argc == 4 ? argv[1] : "";
-  if (how == "--read" || how == "--listen" || how == "--hear")
-    return optxv::bench::readonly(how, std::strtoul(argv[2], nullptr, 10),
-                                  std::strtol(argv[3], nullptr, 10));
-  return optxv::bench::runwithdefaults(argc, argv);
+  return optxv::bench::runcounted(argc, argv) ? 0 : optxv::bench::runwithdefaults(argc, argv);
 } catch (const std::exception& failure) {
   std::fprintf(stderr, "optxv_bench: %s\n", failure.what());
   return 1;

@@ -66,15 +66,15 @@ void registerpools() {
 }
 
 std::vector<target> pooltargets() {
-  constexpr double limit = 1.5;
+  constexpr bounds held = {1.5};
   return {{"10,000 names into a pool, to a standard map", "pool/10000/new/library",
-           "pool/10000/new/yardstick", limit},
+           "pool/10000/new/yardstick", held},
           {"100,000 names into a pool, to a standard map", "pool/100000/new/library",
-           "pool/100000/new/yardstick", limit},
+           "pool/100000/new/yardstick", held},
           {"10,000 names a pool has, to a standard map", "pool/10000/known/library",
-           "pool/10000/known/yardstick", limit},
+           "pool/10000/known/yardstick", held},
           {"100,000 names a pool has, to a standard map", "pool/100000/known/library",
-           "pool/100000/known/yardstick", limit}};
+           "pool/100000/known/yardstick", held}};
 }
 
 }  // namespace optxv::bench

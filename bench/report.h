@@ -4,24 +4,33 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace optxv::bench {
 
-/// A limit on the cost of one benchmark in terms of another: cost(name) / cost(base) * scale.
+/// What a figure is held against. The limit may not be passed; the goal is where we want to be, and
+/// a figure without one of its own is where it should be once it is within its limit.
+struct bounds {
+  double limit;
+  std::optional<double> goal = std::nullopt;
+};
+
+/// The cost of one benchmark in terms of another: cost(name) / cost(base) * scale.
 struct target {
   std::string_view what;
   std::string name, base;
-  double limit;
+  bounds held;
   double scale = 1;
 };
 
-/// A figure that was counted rather than timed, and its limit.
+/// A figure that was counted rather than timed.
 struct figure {
   std::string what;
-  double measured, limit;
+  double measured;
+  bounds held;
 };
 
 /// Keeps the least CPU time of each benchmark over all its repetitions: on a machine that others

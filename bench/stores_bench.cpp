@@ -159,17 +159,24 @@ void registerstores() {
 
 std::vector<target> storetargets() {
   std::vector<target> rows = {
-      {"inserts of the hashed store, to a map", "stores/insert/hashed", "stores/insert/map", 1.5},
-      {"searches of the hashed store, to a map", "stores/search/hashed", "stores/search/map", 1.5},
-      {"read in order of the hashed store, to std::sort", "stores/read/hashed", "stores/read/sort",
-       1},
+      {"inserts of the hashed store, to a map", "stores/insert/hashed", "stores/insert/map", {1.5}},
+      {"searches of the hashed store, to a map",
+       "stores/search/hashed",
+       "stores/search/map",
+       {1.5}},
+      {"read in order of the hashed store, to std::sort",
+       "stores/read/hashed",
+       "stores/read/sort",
+       {1}},
   };
   // A record costs more where the store no longer fits into the caches; a cost that grew with the
   // number of records would be tenfold at each step.
   for (const char* store : {"table", "trie"})
     for (const int size : {sizes[1], sizes[2]})
       rows.push_back({"ascending assigns, a record of many to one of 10,000",
-                      assignname(store, size), assignname(store, sizes[0]), 3,
+                      assignname(store, size),
+                      assignname(store, sizes[0]),
+                      {3},
                       static_cast<double>(sizes[0]) / size});
   return rows;
 }

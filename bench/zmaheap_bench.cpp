@@ -70,7 +70,8 @@ void registerheap() {
 }
 
 std::vector<target> heaptargets() {
-  return {{"10,000,000 small records, to the system's heap", "heap/pool", "heap/system", 1.0 / 3}};
+  return {
+      {"10,000,000 small records, to the system's heap", "heap/pool", "heap/system", {1.0 / 3}}};
 }
 
 }  // namespace optxv::bench

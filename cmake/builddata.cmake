@@ -1,12 +1,16 @@
 # What the audit record says of a build, passed to the one source that keeps it. Everything here follows from
 # the commit and the target, so that two builds of one commit are the same bytes.
 #
-# The date is SOURCE_DATE_EPOCH where that is set (https://reproducible-builds.org/docs/source-date-epoch),
-# else the time of the commit that was configured, else, in a tree without history, a fixed day of the project.
+# The date is SOURCE_DATE_EPOCH where that is set (https://reproducible-builds.org/docs/source-date-epoch), else the
+# time of the commit that was configured, which git writes into committime.txt when it makes an archive of the tree;
+# else, in a tree without history, a fixed day of the project.
 
 set(build_epoch 1767225600)
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/committime.txt archived_time)
 if("$ENV{SOURCE_DATE_EPOCH}" MATCHES "^[0-9]+$")
   set(build_epoch "$ENV{SOURCE_DATE_EPOCH}")
+elseif(archived_time MATCHES "^[0-9]+$")
+  set(build_epoch ${archived_time})
 elseif(EXISTS ${PROJECT_SOURCE_DIR}/.git)
   find_program(git_program git)
   if(git_program)

@@ -27,7 +27,7 @@ foreach(source ${unit_examples})
   add_executable(example_${name} ${source})
   target_link_libraries(example_${name} PRIVATE optxv)
   optxv_warnings(example_${name})
-  if(BUILD_TESTING)
+  if(build_tests)
     add_test(NAME example_${name}
              COMMAND sh -c "'$<TARGET_FILE:example_${name}>' | diff - '${PROJECT_SOURCE_DIR}/examples/units/${name}.txt'")
     set_tests_properties(example_${name} PROPERTIES LABELS unit TIMEOUT 120)

@@ -3,15 +3,28 @@
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS optxv EXPORT optxvTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS optxv optxv_classes EXPORT optxvTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/optxv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
 install(DIRECTORY ${class_headers_folder}/optxv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES docs/optxv.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 
 file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 if(TARGET optxv_command)
   set_target_properties(optxv_command PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
   install(TARGETS optxv_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/optxv.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  if(command_completion)
+    install(FILES ${command_completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME optxv)
+  endif()
+endif()
+
+# What a C compiler does not link by itself, for programs in C that take a static library.
+set(static_runtime)
+if(NOT BUILD_SHARED_LIBS)
+  set(static_runtime ${CMAKE_CXX_IMPLICIT_LINK_LIBRARIES})
+  list(REMOVE_ITEM static_runtime ${CMAKE_C_IMPLICIT_LINK_LIBRARIES})
+  list(REMOVE_DUPLICATES static_runtime)
 endif()
 
 set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/optxv)
@@ -24,5 +37,11 @@ install(EXPORT optxvTargets NAMESPACE optxv:: DESTINATION ${config_folder})
 file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 file(RELATIVE_PATH prefix_to_lib ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH prefix_to_include ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+set(pc_static_libs)
+if(static_runtime)
+  list(TRANSFORM static_runtime PREPEND -l OUTPUT_VARIABLE pc_static_libs)
+  list(JOIN pc_static_libs " " pc_static_libs)
+  string(PREPEND pc_static_libs " -Wl,-u,_Q9_DllInit ")
+endif()
 configure_file(cmake/optxv.pc.in optxv.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/optxv.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -16,7 +16,6 @@ endfunction()
 
 # A program without a sanitizer's runtime cannot load a library that is built with one.
 if(TARGET optxv_command AND NOT optxv_sanitizers)
-  optxv_reader_test(readback document tests/docs/readback_test.py)
   optxv_reader_test(browser documents-readers tests/browser/pages_test.py)
   optxv_reader_test(pascal documents-readers tests/pascal/include_test.py)
 endif()

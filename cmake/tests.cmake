@@ -9,8 +9,8 @@ function(optxv_outside_test target folder)
   target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
   target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
-  if(folder STREQUAL command AND TARGET optxv_command)
-    target_link_libraries(${target} PRIVATE $<TARGET_NAME_IF_EXISTS:optxv_command_objects>)
+  if(folder STREQUAL command)
+    target_link_libraries(${target} PRIVATE optxv_command_objects)
     target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
     add_dependencies(${target} optxv_command)
   endif()
@@ -28,8 +28,12 @@ foreach(source ${test_sources})
   get_filename_component(name ${source} NAME_WE)
   cmake_path(GET source PARENT_PATH folder)
   cmake_path(GET folder FILENAME folder)
+  if(folder STREQUAL command AND NOT build_command)
+    continue()
+  endif()
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
+  target_compile_definitions(${name} PRIVATE OPTXV_TESTS="${PROJECT_SOURCE_DIR}/tests")
   if(folder MATCHES "^(api|command)$")
     target_include_directories(${name} PRIVATE src)  # only for the table of functions, frame/api.def
     optxv_outside_test(${name} ${folder})
@@ -57,6 +61,7 @@ endfunction()
 
 optxv_checker(floors checks/check_floors.py)
 optxv_checker(tree checks/check_tree.py)
+optxv_checker(symbols checks/check_symbols.py src/frame/exports.map packaging/debian/liboptxv2.symbols)
 optxv_checker(checkers tests/checks/checkers_test.py)
 
 # A sanitizer's runtime adds symbols of its own, and a program without it cannot load the library.
@@ -64,8 +69,13 @@ if(NOT optxv_sanitizers)
   if(exports_map)
     optxv_checker(exports checks/check_exports.py src/frame/exports.map $<TARGET_FILE:optxv>)
   endif()
-  add_test(NAME package COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DSOURCE=${PROJECT_SOURCE_DIR}/tests/package
-           -DLIBDIR=${CMAKE_INSTALL_LIBDIR} -DGENERATOR=${CMAKE_GENERATOR} -DCC=${CMAKE_C_COMPILER} -DCXX=${CMAKE_CXX_COMPILER}
-           -DHAS_COMMAND=$<TARGET_EXISTS:optxv_command> -P ${PROJECT_SOURCE_DIR}/tests/package/run.cmake)
-  set_tests_properties(package PROPERTIES LABELS package TIMEOUT 300)
+  function(optxv_package_test name script)
+    add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DTREE=${PROJECT_SOURCE_DIR}
+             -DSOURCE=${PROJECT_SOURCE_DIR}/tests/package -DLIBDIR=${CMAKE_INSTALL_LIBDIR} -DGENERATOR=${CMAKE_GENERATOR}
+             -DCC=${CMAKE_C_COMPILER} -DCXX=${CMAKE_CXX_COMPILER} -DCCACHE=${CMAKE_CXX_COMPILER_LAUNCHER}
+             -DHAS_COMMAND=$<TARGET_EXISTS:optxv_command> -P ${PROJECT_SOURCE_DIR}/tests/package/${script})
+    set_tests_properties(${name} PROPERTIES LABELS package TIMEOUT 600)
+  endfunction()
+  optxv_package_test(package run.cmake)
+  optxv_package_test(hosted hosted.cmake)
 endif()

@@ -49,14 +49,22 @@ void entrychecks::checklist(const optxv_key& key) {
     finding found = own(
         ownfinding::slashes, key.place,
         "this is no comment but an entry for a list called " + inquotes("--" + std::string(name)));
-    found.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
+    hint own = {.words = "a comment has a line of its own, with a * in column 1"};
+    if (const std::size_t from = before - 2; line.find_first_not_of(" \t") == from) {
+      place marks = key.place;
+      marks.column = 1;
+      marks.length = static_cast<std::int64_t>(before);
+      own.edits = {{marks, "*"}};
+      own.sure = true;
+    }
+    found.hints.push_back(std::move(own));
     findings_.add(std::move(found));
   } else if (const std::int32_t option = names_.find(name); option > 0) {
     finding found = own(ownfinding::newlist, key.place,
                         "two dashes make a list called " + inquotes("--" + std::string(name)) +
                             "; the option " + inquotes(names_.option(option).name) + " is not set");
     std::string form(line.substr(std::min(before, line.size())));
-    if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
+    if (library_.accepts(form)) found.hints.push_back({.write = std::move(form)});
     findings_.add(std::move(found));
   }
 }
@@ -78,8 +86,11 @@ void entrychecks::checkquotes(const optxv_value& value) {
   if (!withoutforeignquotes(text)) return;
   finding found = own(ownfinding::foreignquotes, value.place,
                       "the text keeps its quotes: only double quotes enclose a value");
-  std::string form = at_.source().entry.key + ' ' + externalform(text);
-  if (library_.accepts(form)) found.hints.push_back({std::move(form), ""});
+  const std::string better = externalform(text);
+  std::string form = at_.source().entry.key + ' ' + better;
+  if (library_.accepts(form))
+    found.hints.push_back(
+        {.write = std::move(form), .edits = {{value.written, better}}, .sure = true});
   findings_.add(std::move(found));
 }
 
@@ -99,6 +110,18 @@ void entrychecks::checkobsolete(const optxv_store& store) {
   findings_.add(own(ownfinding::obsoleteset, store.place,
                     "the obsolete option " + inquotes(names_.option(store.option).name) +
                         " is set all the same"));
+}
+
+/// The entry at a place, which has no effect, as a comment. Where a line may have many entries, it
+/// takes a person to do that.
+hint entrychecks::withoutfirst(place first) const {
+  hint result = {.words = "make the first a comment: it has no effect"};
+  if (tokens_ || names_.modeswitched()) return result;
+  first.column = 1;
+  first.length = 0;
+  result.edits = {{first, "* "}};
+  result.sure = true;
+  return result;
 }
 
 /// To set again but one of two values is no repetition, and neither is what another file does, nor
@@ -124,6 +147,7 @@ void entrychecks::checkagain(const optxv_store& store) {
                         "the option " + inquotes(option.name) + " is set again" +
                             (handedon ? " by " + inquotes(names_.option(store.through).name) : ""));
     found.notes.push_back({"it was set here before", last.first});
+    if (!handedon) found.hints.push_back(withoutfirst(last.first));
     findings_.add(std::move(found));
   }
   if (handedon) return;

@@ -19,6 +19,9 @@ class entrychecks : public listener {
   entrychecks(const reading& at, const symbols& names, trial& library, collector& findings)
       : at_(at), names_(names), library_(library), findings_(findings) {}
 
+  /// Reads begin in the mode of many entries a line.
+  void settokens() { tokens_ = true; }
+
   void entered(const optxv_source& source) override;
   void left(const optxv_source& source, std::int32_t error) override;
   void key(const optxv_key& key) override;
@@ -42,11 +45,13 @@ class entrychecks : public listener {
   void checkagain(const optxv_store& store);
   void checkobsolete(const optxv_store& store);
   void checkquotes(const optxv_value& value);
+  hint withoutfirst(place first) const;
 
   const reading& at_;
   const symbols& names_;
   trial& library_;
   collector& findings_;
+  bool tokens_ = false;
   std::vector<std::size_t> sources_;  ///< the numbers of the sources being read, innermost last
   std::size_t lastsource_ = 0;
   std::size_t entry_ = 0;  ///< the entries so far

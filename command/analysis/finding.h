@@ -44,10 +44,19 @@ struct note {
   place where = {};
 };
 
+/// Other text for a piece of a line. The text may have line feeds in it.
+struct edit {
+  place where = {};
+  std::string text = {};
+  bool operator==(const edit&) const = default;
+};
+
 /// What would do instead: text as it is to be written, and words about it; one may be empty.
 struct hint {
   std::string write = {};
   std::string words = {};
+  std::vector<edit> edits = {};  ///< that make it so, all or none; empty if it takes a person
+  bool sure = false;             ///< nothing else can be meant, and nothing is lost by it
   bool operator==(const hint&) const = default;
 };
 

@@ -121,33 +121,76 @@ std::string standard(string_view value, const optionsymbol& option) {
 
 struct habit {
   std::string (*correct)(string_view value, const optionsymbol& option);
-  string_view words;
+  bool sure;  ///< nothing else can be meant
+  string_view words = {};
 };
 
 // What stands round a value, and then what is within. The first that helps is told.
-constexpr std::array<habit, 10> habits = {{{withoutspaces, ""},
-                                           {unquoted, ""},
-                                           {withoutdoublequotes, ""},
-                                           {withoutend, ""},
-                                           {withoutcomment, ""},
-                                           {withoutthousands, ""},
-                                           {withpoint, ""},
-                                           {limit, ""},
-                                           {standard, "for the default"},
-                                           {withoutunit, ""}}};
+constexpr std::array<habit, 10> habits = {{{withoutspaces, true},
+                                           {unquoted, true},
+                                           {withoutdoublequotes, false},
+                                           {withoutend, true},
+                                           {withoutcomment, true},
+                                           {withoutthousands, true},
+                                           {withpoint, true},
+                                           {limit, false},
+                                           {standard, false, "for the default"},
+                                           {withoutunit, false}}};
 
-/// The value without the first habit that it has; as it is if it has none.
-std::string withoutone(const std::string& value, const optionsymbol& option) {
-  for (const habit& each : habits)
-    if (std::string better = each.correct(value, option); !better.empty()) return better;
-  return value;
+/// A value without habits, and what there is to say of that.
+struct correction {
+  std::string value = {};
+  bool sure = true;
+  string_view words = {};
+  std::string comment = {};  ///< the text after the value that others take for a comment
+};
+
+/// A comment of another language without its marks.
+string_view unmarked(string_view comment) {
+  comment = trimmed(comment);
+  comment.remove_prefix(std::min(comment.find_first_not_of("/*#!;%-"), comment.size()));
+  if (comment.ends_with("*/")) comment.remove_suffix(2);
+  return trimmed(comment);
+}
+
+/// The value without one habit; an empty one if it does not have it.
+correction without(const habit& habit, string_view value, const optionsymbol& option) {
+  correction result = {habit.correct(value, option), habit.sure, habit.words};
+  // 1,234 may have a decimal comma where fractions are taken.
+  if (habit.correct == withoutthousands && option.type == "double")
+    result.sure = std::ranges::count(value, ',') > 1;
+  if (habit.correct == withoutcomment && !result.value.empty())
+    result.comment = unmarked(trimmed(value).substr(result.value.size()));
+  return result;
 }
 
 /// The value without all habits that it has, one in another.
-std::string withoutall(string_view value, const optionsymbol& option) {
-  std::string text(value);
-  for (std::size_t round = 0; round < habits.size(); round++) text = withoutone(text, option);
-  return text;
+correction withoutall(string_view value, const optionsymbol& option) {
+  correction result = {std::string(value)};
+  for (std::size_t round = 0; round < habits.size(); round++)
+    for (const habit& each : habits) {
+      correction next = without(each, result.value, option);
+      if (next.value.empty()) continue;
+      result.value = std::move(next.value);
+      result.sure = result.sure && next.sure;
+      if (result.comment.empty()) result.comment = std::move(next.comment);
+      break;
+    }
+  return result;
+}
+
+/// The edit that makes a piece of a line that text, without what stays of it at both ends.
+edit editof(const place& line, std::int64_t column, string_view old, string_view text) {
+  const auto [from, ignored] = std::ranges::mismatch(old, text);
+  const auto same = static_cast<std::size_t>(from - old.begin());
+  old.remove_prefix(same);
+  text.remove_prefix(same);
+  while (!old.empty() && !text.empty() && old.back() == text.back())
+    old.remove_suffix(1), text.remove_suffix(1);
+  place where = line;
+  where.column = column + static_cast<std::int64_t>(same);
+  where.length = static_cast<std::int64_t>(old.size());
+  return {where, std::string(text)};
 }
 
 // --- Forms
@@ -164,10 +207,11 @@ class hinting {
   void value();
   void boolean();
   void item();
-  void similar() { found_.nearest = from_.names.nearest(viewof(said_.about)); }
+  void similar();
   void index();
   void missing();
   void remainder();
+  void deprecated();
   void file();
 
  private:
@@ -177,14 +221,20 @@ class hinting {
   /// What stands in the line from the place of the finding on.
   string_view here() const { return from_.at.ahead(said_.place.column); }
 
-  /// Tells a form if the library takes it.
-  bool offer(std::string form, string_view words = {}) {
-    if (!from_.library.accepts(form)) return false;
-    found_.hints.push_back({std::move(form), std::string(words)});
-    return true;
-  }
+  const place& line() const { return from_.at.source().line; }
+  string_view text() const { return from_.at.source().text; }
+
+  bool offer(std::string form, string_view words = {});
+  bool offerfrom(std::int64_t column, std::string form, bool sure);
+  bool offervalue(const correction& better);
+  bool offerrest(std::int64_t column, string_view key, const correction& better);
+  void offerrest(std::int64_t column, string_view value, string_view key,
+                 const optionsymbol& option);
+  void offername(const place& where, string_view name);
+  void offerlikely();
+  void keepcomment(hint& into, string_view comment, std::int64_t column) const;
+  const readvalue* valueatfault() const;
   std::string with(string_view value) const;
-  void offervalue(string_view value, string_view key, const optionsymbol& option);
   void comment();
   bool joined();
   bool spaced();
@@ -194,40 +244,140 @@ class hinting {
   const hintsource& from_;
 };
 
+/// Tells a form if the library takes it.
+bool hinting::offer(std::string form, string_view words) {
+  if (!from_.library.accepts(form)) return false;
+  found_.hints.push_back({.write = std::move(form), .words = std::string(words)});
+  return true;
+}
+
+/// Tells a form that stands for all of the line from a column on.
+bool hinting::offerfrom(std::int64_t column, std::string form, bool sure) {
+  if (!offer(std::move(form))) return false;
+  hint& told = found_.hints.back();
+  const string_view old = trimmed(from_.at.ahead(column));
+  const std::string before(text().begin(), old.begin());
+  const auto start = static_cast<std::int64_t>(before.size()) + 1;
+  told.edits = {editof(line(), start, old, told.write)};
+  told.sure = sure && !from_.names.modeswitched() && from_.library.accepts(before + told.write);
+  return true;
+}
+
+/// The value that the finding is about; nil if none is.
+const readvalue* hinting::valueatfault() const {
+  const std::vector<readvalue>& all = entry().values;
+  if (all.size() == 1) return all.data();
+  const auto found = std::ranges::find(all, viewof(said_.seen), &readvalue::text);
+  return found == all.end() ? nullptr : &*found;
+}
+
 /// The entry with another value in the place of the one at fault.
 std::string hinting::with(string_view value) const {
-  const string_view seen = viewof(said_.seen);
+  const readvalue* fault = valueatfault();
   std::string form = entry().key;
-  bool done = false;
-  for (const readvalue& each : entry().values) {
-    const bool fault = !done && (each.text == seen || entry().values.size() == 1);
-    form += ' ' + (fault ? std::string(value) : externalform(each.text));
-    done = done || fault;
+  for (const readvalue& each : entry().values)
+    form += ' ' + (&each == fault ? std::string(value) : externalform(each.text));
+  return fault != nullptr ? form : form + ' ' + std::string(value);
+}
+
+/// Adds what keeps a text that others take for a comment: at the end of the line where the
+/// definition has a character for that, else in a line of its own.
+void hinting::keepcomment(hint& into, string_view comment, std::int64_t column) const {
+  if (comment.empty() || into.edits.empty()) return;
+  const string_view marks = from_.names.commentcharacters();
+  if (!marks.empty()) {
+    into.edits.back().text += ' ' + std::string(1, marks[0]) + ' ' + std::string(comment);
+    return;
   }
-  return done ? form : form + ' ' + std::string(value);
+  place start = line();
+  start.column = 1;
+  start.length = 0;
+  edit above = {start, "* " + std::string(comment) + '\n'};
+  if (column == 1 && into.edits.front().where.column == 1)
+    into.edits.front().text.insert(0, above.text);
+  else
+    into.edits.insert(into.edits.begin(), std::move(above));
 }
 
-/// A value as it is, or without the habits in it.
-void hinting::offervalue(string_view value, string_view key, const optionsymbol& option) {
-  const std::string start = std::string(key) + ' ';
-  if (value.empty() || offer(start + std::string(value))) return;
+/// Tells the entry with another value in the place of the one at fault.
+bool hinting::offervalue(const correction& better) {
+  if (!offer(with(better.value), better.words)) return false;
+  const readvalue* fault = valueatfault();
+  if (fault == nullptr || fault->written.line != line().line) return true;
+  hint& told = found_.hints.back();
+  told.edits = {{fault->written, better.value}};
+  told.sure = better.sure;
+  keepcomment(told, better.comment, fault->written.column);
+  return true;
+}
+
+/// Tells a key with a value that stands for all of the line from a column on.
+bool hinting::offerrest(std::int64_t column, string_view key, const correction& better) {
+  if (!offerfrom(column, std::string(key) + ' ' + better.value, better.sure)) return false;
+  found_.hints.back().words = better.words;
+  keepcomment(found_.hints.back(), better.comment, column);
+  return true;
+}
+
+/// The same with a value as it is, or without the habits in it.
+void hinting::offerrest(std::int64_t column, string_view value, string_view key,
+                        const optionsymbol& option) {
+  if (value.empty() || offerrest(column, key, {std::string(value)})) return;
   for (const habit& each : habits)
-    if (const std::string better = each.correct(value, option); !better.empty())
-      if (offer(start + better, each.words)) return;
-  if (offer(start + withoutall(value, option))) return;
-  offer(start + std::string(firstword(value)));
+    if (const correction better = without(each, value, option); !better.value.empty())
+      if (offerrest(column, key, better)) return;
+  if (offerrest(column, key, withoutall(value, option))) return;
+  offer(std::string(key) + ' ' + std::string(firstword(value)));
 }
 
+/// Tells the line with another name at a place in it, if the library takes that.
+void hinting::offername(const place& where, string_view name) {
+  if (where.line != line().line || where.column < 1) return;
+  std::string form(text());
+  const auto at = static_cast<std::size_t>(where.column - 1);
+  if (at > form.size()) return;
+  form.replace(at, static_cast<std::size_t>(where.length), name);
+  if (!offer(std::string(trimmed(form)))) return;
+  found_.hints.back().edits = {{where, std::string(name)}};
+  found_.hints.back().sure = true;
+}
+
+/// Tells the line with the only name that can be meant, and if need be its value put right too.
+void hinting::offerlikely() {
+  if (found_.nearest.size() != 1 || from_.at.source().kind == optxv_source_definition) return;
+  const std::string& name = found_.nearest[0];
+  offername(place(said_.place), name);
+  if (told() || name.starts_with('.')) return;
+  string_view rest = trimmed(here().substr(std::min(viewof(said_.about).size(), here().size())));
+  if (rest.starts_with('=')) rest = trimmed(rest.substr(1));
+  offerrest(said_.place.column, rest, name, from_.names.option(from_.names.find(name)));
+}
+
+void hinting::similar() {
+  found_.nearest = from_.names.nearest(viewof(said_.about));
+  offerlikely();
+}
+
+/// A line that begins as comments do elsewhere.
 void hinting::comment() {
   constexpr std::array<string_view, 6> marks = {"#", "!", ";", "%", "//", "/*"};
-  const string_view text = trimmed(from_.at.source().text);
-  if (std::ranges::any_of(marks, [&](string_view mark) { return text.starts_with(mark); }))
-    found_.hints.push_back({"", "a comment has a line of its own, with a * in column 1"});
+  const string_view begin = trimmed(text());
+  const auto mark =
+      std::ranges::find_if(marks, [&](string_view each) { return begin.starts_with(each); });
+  if (mark == marks.end()) return;
+  const auto end = static_cast<std::size_t>(begin.data() - text().data()) + mark->size();
+  place where = line();
+  where.column = 1;
+  where.length = static_cast<std::int64_t>(end);
+  found_.hints.push_back({.words = "a comment has a line of its own, with a * in column 1",
+                          .edits = {{where, "*"}},
+                          .sure = true});
 }
 
 /// Something else than a blank or = touches the key. It may be a hyphen of the name.
 void hinting::separator() {
   const string_view key = viewof(said_.about);
+  const std::int64_t start = said_.place.column - static_cast<std::int64_t>(key.size());
   string_view rest = here();
   if (rest.starts_with('-')) {
     const auto end =
@@ -238,7 +388,7 @@ void hinting::separator() {
     rest = trimmed(rest.substr(std::min(rest.find_first_not_of(" \t:="), rest.size())));
     const std::int32_t known = from_.names.find(name);
     found_.nearest = known > 0 ? std::vector<std::string>() : from_.names.nearest(name);
-    if (known > 0) offervalue(rest, name, from_.names.option(known));
+    if (known > 0) offerrest(start, rest, name, from_.names.option(known));
     return;
   }
   const std::int32_t known = from_.names.find(key);
@@ -246,7 +396,7 @@ void hinting::separator() {
   for (rest = trimmed(rest);
        !rest.empty() && string_view(":=,;").find(rest[0]) != string_view::npos;)
     rest = trimmed(rest.substr(1));
-  if (known > 0) offervalue(rest, key, from_.names.option(known));
+  if (known > 0) offerrest(start, rest, key, from_.names.option(known));
 }
 
 /// What begins an entry is no key: a comment of another language, a quoted name, a value before
@@ -270,7 +420,7 @@ void hinting::key() {
   else if (!withoutforeignquotes(name))
     name = first;
   if (const std::int32_t known = from_.names.find(name); known > 0)
-    offervalue(trimmed(text.substr(first.size())), name, from_.names.option(known));
+    offerrest(said_.place.column, second, name, from_.names.option(known));
 }
 
 /// The name in several words, as "time limit 5".
@@ -282,7 +432,8 @@ bool hinting::joined() {
     if (rest.empty()) return false;
     name += '_' + std::string(firstword(rest));
     if (const std::int32_t known = from_.names.find(name); known > 0) {
-      offervalue(trimmed(rest.substr(firstword(rest).size())), name, from_.names.option(known));
+      offerrest(said_.place.column, trimmed(rest.substr(firstword(rest).size())), name,
+                from_.names.option(known));
       return told();
     }
   }
@@ -297,27 +448,31 @@ bool hinting::spaced() {
   std::ranges::replace(key, '_', ' ');
   string_view rest = trimmed(here().substr(std::min(key.size(), here().size())));
   if (rest.starts_with('=')) rest = trimmed(rest.substr(1));
-  offervalue(rest, key, from_.names.option(known));
+  offerrest(said_.place.column, rest, key, from_.names.option(known));
   return true;
 }
 
 void hinting::name() {
-  if (!spaced() && !joined()) found_.nearest = from_.names.nearest(viewof(said_.about));
+  if (spaced() || joined()) return;
+  found_.nearest = from_.names.nearest(viewof(said_.about));
+  offerlikely();
 }
 
 void hinting::value() {
   string_view seen = viewof(said_.seen);
   if (seen.empty() && !entry().values.empty()) seen = entry().values.back().text;
   for (const habit& each : habits)
-    if (const std::string better = each.correct(seen, option()); !better.empty())
-      if (offer(with(better), each.words)) return;
-  offer(with(withoutall(seen, option())));
+    if (const correction better = without(each, seen, option()); !better.value.empty())
+      if (offervalue(better)) return;
+  offervalue(withoutall(seen, option()));
 }
 
 void hinting::item() {
   value();
   const string_view seen = viewof(said_.seen);
-  if (!told()) found_.nearest = from_.names.nearestitem(said_.option, seen);
+  if (told()) return;
+  found_.nearest = from_.names.nearestitem(said_.option, seen);
+  if (found_.nearest.size() == 1) offervalue({externalform(found_.nearest[0])});
 }
 
 void hinting::boolean() {
@@ -360,6 +515,13 @@ void hinting::remainder() {
   offer(entry().key);
 }
 
+/// A synonym that is deprecated stands for a name that is not.
+void hinting::deprecated() {
+  if (entry().synonym == 0) return;
+  const optionsymbol& meant = from_.names.option(entry().option);
+  if (!meant.name.empty()) offername(entry().where, meant.name);
+}
+
 /// The name of a nested file ends at a blank unless it is quoted.
 void hinting::file() {
   if (entry().values.empty()) return;
@@ -368,7 +530,7 @@ void hinting::file() {
   std::error_code ignored;
   if (whole.size() <= name.text.size() || whole.find('"') != whole.npos) return;
   if (std::filesystem::exists(std::string(whole), ignored))
-    found_.hints.push_back({entry().key + " \"" + std::string(whole) + '"', ""});
+    found_.hints.push_back({.write = entry().key + " \"" + std::string(whole) + '"'});
 }
 
 /// Which hints suit which fault.
@@ -376,7 +538,7 @@ struct row {
   std::int32_t fault;
   void (hinting::*add)();
 };
-constexpr std::array<row, 17> rows = {{{optxv_fault_bad_separator, &hinting::separator},
+constexpr std::array<row, 18> rows = {{{optxv_fault_bad_separator, &hinting::separator},
                                        {optxv_fault_key_expected, &hinting::key},
                                        {optxv_fault_unknown_option, &hinting::name},
                                        {optxv_fault_unknown_suffix, &hinting::similar},
@@ -389,6 +551,7 @@ constexpr std::array<row, 17> rows = {{{optxv_fault_bad_separator, &hinting::sep
                                        {optxv_fault_index_expected, &hinting::index},
                                        {optxv_fault_value_expected, &hinting::missing},
                                        {optxv_fault_remainder, &hinting::remainder},
+                                       {optxv_fault_deprecated, &hinting::deprecated},
                                        {optxv_fault_cannot_open, &hinting::file},
                                        {optxv_fault_unknown_target, &hinting::similar},
                                        {optxv_fault_unknown_member, &hinting::similar},

@@ -30,7 +30,9 @@ std::vector<listener*> run::listeners(bool checks) {
 bool run::read(const readsettings& what) {
   options_.set_switch(optxv_switch_line_mode, !what.tokens);
   options_.set_switch(optxv_switch_no_bounds, what.nobounds);
-  if (!readdefinition(what.definition, what.parameters.empty())) return false;
+  drafts_ = what.drafts;
+  if (what.tokens) entrychecks_.settokens();
+  if (!readdefinition(what)) return false;
   for (const std::string& file : what.parameters) readparameters(file);
   return true;
 }
@@ -46,15 +48,16 @@ void run::readdefinition(optxv::options& into) const {
   if (definition_ != nullptr) into.read_definition_text(definition_->name(), definition_->text());
 }
 
-bool run::readdefinition(const std::string& file, bool alone) {
+bool run::readdefinition(const readsettings& what) {
+  const std::string& file = what.definition;
   definition_ = document(file);
   if (definition_ == nullptr) return false;
-  trial_.define(definition_->text());
+  trial_.define(definition_->text(), what.tokens);
   textchecks_.define(definition_->text());
   finish(file, options_.read_definition_text(file, definition_->text()).status);
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
-  if (!alone)
+  if (!what.parameters.empty())
     found.hints.push_back({"",
                            "the definition comes first, then the parameter files; are the two "
                            "swapped?"});
@@ -64,8 +67,10 @@ bool run::readdefinition(const std::string& file, bool alone) {
 }
 
 void run::readparameters(const std::string& file) {
-  if (const textdocument* text = document(file); text != nullptr)
-    finish(file, options_.read_text(file, text->text()).status);
+  const textdocument* text = document(file);
+  if (text == nullptr) return;
+  const bool drafted = drafts_ != nullptr && drafts_->contains(file);
+  finish(file, options_.read_text(file, drafted ? drafts_->at(file) : text->text()).status);
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.

@@ -1,6 +1,7 @@
 // One run over a definition and its parameter files, with all that is found in them.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,12 +20,16 @@
 
 namespace command {
 
+/// Texts to be read in place of what is in the files of these names.
+using drafttexts = std::map<std::string, std::string>;
+
 /// What is to be read; "-" is standard input.
 struct readsettings {
   std::string definition;
   std::vector<std::string> parameters = {};
-  bool tokens = false;    ///< reads begin in token mode
-  bool nobounds = false;  ///< values out of bounds are taken, with a warning
+  bool tokens = false;                 ///< reads begin in token mode
+  bool nobounds = false;               ///< values out of bounds are taken, with a warning
+  const drafttexts* drafts = nullptr;  ///< of the parameter files, if any. BORROWS: for the run
 };
 
 /// What a run is for, beyond the values.
@@ -79,7 +84,7 @@ class run {
   };
 
   std::vector<listener*> listeners(bool checks);
-  bool readdefinition(const std::string& file, bool alone);
+  bool readdefinition(const readsettings& what);
   void readparameters(const std::string& file);
   const textdocument* document(const std::string& file);
   void unreadable(const std::string& file, const std::string& why);
@@ -88,6 +93,7 @@ class run {
   optxv::options options_;
   shelf shelf_;
   const textdocument* definition_ = nullptr;
+  const drafttexts* drafts_ = nullptr;
   trial trial_;
   reading at_;
   symbols names_;

@@ -46,6 +46,7 @@ void symbols::addoption(const optxv_declaration& declaration) {
   option.standard = textof(record, optxv_field_default);
   option.low = textof(record, optxv_field_low);
   option.high = textof(record, optxv_field_high);
+  option.action = folded(textof(record, optxv_field_action));
   count_++;
   addname(option.name, declaration.number);
 }
@@ -55,6 +56,7 @@ void symbols::declared(const optxv_declaration& declaration) {
   if (declaration.what == optxv_declared_option && declaration.place.line > 0)
     addoption(declaration);
   if (declaration.what == optxv_declared_synonym) addname(name, declaration.option);
+  if (declaration.what == optxv_declared_comment) commentcharacters_ = name;
   if (declaration.what == optxv_declared_item) {
     at(declaration.option).items.emplace_back(name);
     nearitems_.erase(declaration.option);
@@ -65,6 +67,7 @@ void symbols::declared(const optxv_declaration& declaration) {
 }
 
 void symbols::key(const optxv_key& key) {
+  if (option(key.option).action == "eolflag") switched_.insert(at_.source().name);
   if (keepall_ && key.option > 0) mentions_.push_back({key.option, key.synonym, key.place});
 }
 

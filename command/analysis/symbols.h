@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -24,6 +25,7 @@ struct optionsymbol {
   std::string type = {};  ///< the type word, in small letters, without its modifier
   place where = {};       ///< of the name; none for an option that no record declares
   std::string standard = {}, low = {}, high = {};
+  std::string action = {};  ///< of an immediate option, in small letters
   std::vector<std::string> items = {};
 
   bool isnumber() const { return type == "integer" || type == "double" || type == "enumint"; }
@@ -56,6 +58,10 @@ class symbols : public listener {
   const optionsymbol& option(std::int32_t optnr) const;
   /// The number of the option of that name, or of that synonym, case ignored; 0 if none.
   std::int32_t find(std::string_view name) const;
+  /// The characters that begin a comment at the end of a line; empty if there are none.
+  const std::string& commentcharacters() const { return commentcharacters_; }
+  /// Whether the source that is being read has switched between one and many entries a line.
+  bool modeswitched() const { return switched_.contains(at_.source().name); }
   /// How many options the records declare.
   std::size_t count() const { return count_; }
 
@@ -96,6 +102,8 @@ class symbols : public listener {
   const reading& at_;
   bool keepall_;
   std::vector<optionsymbol> options_;
+  std::string commentcharacters_;
+  std::set<std::string> switched_;  ///< the sources that have switched the mode
   std::size_t count_ = 0;
   std::unordered_map<std::string, std::int32_t> numbers_;
   std::array<growingnames, 2> names_;  ///< without a dot, with one

@@ -89,7 +89,9 @@ void textchecks::checkmark(const optxv_place& where, std::string_view text) {
     finding found = own(ownfinding::bytemark, at,
                         "the file begins with a byte-order mark (" + std::string(mark.name) +
                             "), which the language does not know");
-    found.hints.push_back({"", "save the file as plain text without the mark"});
+    hint plain = {.words = "save the file as plain text without the mark"};
+    if (mark.name == "UTF-8") plain.edits = {{at, ""}}, plain.sure = true;
+    found.hints.push_back(std::move(plain));
     findings_.add(std::move(found));
   }
 }

@@ -13,15 +13,19 @@ namespace command {
 /// first line comes.
 class trial {
  public:
-  /// The definition: set before the first question. BORROWS: the bytes, as long as this lives.
-  void define(std::string_view definition) { definition_ = definition; }
+  /// The definition, and whether lines are read in the mode of many entries a line: set before the
+  /// first question. BORROWS: the bytes, as long as this lives.
+  void define(std::string_view definition, bool tokens) {
+    definition_ = definition;
+    tokens_ = tokens;
+  }
 
-  /// Whether a line has no error in it, in the mode of one entry a line. Not so for a text that is
-  /// longer than the library takes.
+  /// Whether a line has no error in it. Not so for a text that is longer than the library takes.
   bool accepts(std::string_view line);
 
  private:
   std::string_view definition_;
+  bool tokens_ = false;
   std::optional<optxv::options> options_;
 };
 

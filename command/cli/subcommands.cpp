@@ -44,6 +44,11 @@ constexpr argument output{
     &request::output};
 constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made if there is none",
                           &request::folder, true};
+constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
+                             &request::parameters, true};
+constexpr argument overwrite{"--write", "",
+                             "Write the repaired files over the old ones instead of a difference",
+                             &request::write};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -57,6 +62,15 @@ constexpr auto rows = std::to_array<subcommand>({
       "sed s/old/new/ solver.opt | optxv check solver.def -",
       "optxv check --json solver.def solver.opt | jq .summary"},
      check},
+    {"fix",
+     "Repair what has one sure repair, and tell what is left",
+     "What would change is shown as a difference that patch takes. The exit status is that of "
+     "what\n"
+     "is left.",
+     {&definitionword, &filewords, &tokens, &nobounds, &overwrite},
+     {"optxv fix solver.def solver.opt", "optxv fix --write solver.def *.opt",
+      "optxv fix solver.def solver.opt | patch"},
+     fix},
     {"show",
      "Show options, values and defaults",
      "",

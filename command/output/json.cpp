@@ -48,10 +48,19 @@ ordered_json noterow(const note& each) {
   return row;
 }
 
+ordered_json editrow(const edit& each) {
+  ordered_json row = {{"file", each.where.file}};
+  addplace(row, each.where);
+  row["text"] = each.text;
+  return row;
+}
+
 ordered_json hintrow(const hint& each) {
   ordered_json row = ordered_json::object();
   if (!each.write.empty()) row["write"] = each.write;
   if (!each.words.empty()) row["text"] = each.words;
+  for (const edit& change : each.edits) row["edits"].push_back(editrow(change));
+  if (!each.edits.empty()) row["sure"] = each.sure;
   return row;
 }
 

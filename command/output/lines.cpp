@@ -51,7 +51,7 @@ std::string adviceof(const hint& each) {
 
 class linereporter : public reporter {
  public:
-  explicit linereporter(std::FILE* out) : out_(out), colours_(wantscolour(out)) {}
+  linereporter(std::FILE* out, bool colours) : out_(out), colours_(colours) {}
 
   void take(const finding& found) override {
     if (found.level == severity::plain) return put(out_, printableline(found.text) + '\n');
@@ -112,8 +112,8 @@ class linereporter : public reporter {
 
 }  // namespace
 
-std::unique_ptr<reporter> makelines(std::FILE* out) {
-  return std::make_unique<linereporter>(out);
+std::unique_ptr<reporter> makelines(std::FILE* out, bool colours) {
+  return std::make_unique<linereporter>(out, colours);
 }
 
 }  // namespace command

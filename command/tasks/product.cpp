@@ -23,6 +23,12 @@ bool isterminal(const std::string& destination) {
   return destination.empty() && isatty(STDOUT_FILENO) == 1;
 }
 
+std::optional<failure> delivered(const std::string& destination, std::string_view product,
+                                 const std::vector<identity>& inputs = {}) {
+  return isterminal(destination) ? deliver(destination, printablelines(product), inputs)
+                                 : deliver(destination, product, inputs);
+}
+
 }  // namespace
 
 findingtaker tostandarderror() {
@@ -44,12 +50,20 @@ int withheld(const request& given, const run& read, const std::string& destinati
 int delivered(const request& given, const run& read, const std::string& destination,
               std::string_view product) {
   const std::vector<identity> inputs = given.force ? std::vector<identity>() : inputsof(read);
-  std::optional<failure> failed = isterminal(destination)
-                                      ? deliver(destination, printablelines(product), inputs)
-                                      : deliver(destination, product, inputs);
+  std::optional<failure> failed = delivered(destination, product, inputs);
   if (!failed) return read.total().status();
   if (overlays(destination, inputs)) failed->notes.emplace_back("--force writes over it");
   return tell(*failed);
+}
+
+int shownproduct(std::string_view text) {
+  const std::optional<failure> failed = delivered("", text);
+  return failed ? tell(*failed) : 0;
+}
+
+int replaced(const std::string& file, std::string_view text) {
+  const std::optional<failure> failed = delivered(file == "-" ? "" : file, text);
+  return failed ? tell(*failed) : 0;
 }
 
 const optxv::tzmaoptions& tableof(const run& read) {

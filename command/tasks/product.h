@@ -25,6 +25,14 @@ int withheld(const request& given, const run& read, const std::string& destinati
 int delivered(const request& given, const run& read, const std::string& destination,
               std::string_view product);
 
+/// Delivers a text that stands for no file to standard output, where a terminal gets it printable.
+/// Gives 0, or the exit status of the failure, which is told.
+int shownproduct(std::string_view text);
+
+/// Writes what a file that was read has become over it; of "-", to standard output. Gives 0, or the
+/// exit status of the failure, which is told.
+int replaced(const std::string& file, std::string_view text);
+
 /// The library's table of the options that were read. BORROWS: the run's.
 const optxv::tzmaoptions& tableof(const run& read);
 

@@ -22,6 +22,8 @@ struct request {
   bool all = false;  ///< show every option
   bool set = false;  ///< show those that are set, which is the default
 
+  bool write = false;  ///< over the files that were read
+
   bool strict = false;        ///< warnings count as errors for the exit status
   std::size_t maxerrors = 0;  ///< errors that are shown; 0 for all
 

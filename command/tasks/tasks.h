@@ -11,6 +11,10 @@ namespace command {
 /// Reads and tells everything that is found, as lines or as JSON.
 int check(const request& given);
 
+/// Repairs what has one sure repair, shows the differences or writes the files, and tells what is
+/// left.
+int fix(const request& given);
+
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.
 int show(const request& given);
 

@@ -97,7 +97,9 @@
  *
  * THREADS AND FAULTS OF THE RUN
  *
- * The library takes no locks. A handle may be used by one thread at a time.
+ * Handles of different threads are free of each other: threads may call the library at the same
+ * time, each with handles of its own, and only what belongs to the whole process, the load path and
+ * the load and unload steps, is for one thread at a time.
  *
  * No exception ever reaches the caller. Where memory runs out or a write to a file that is open
  * fails, there is nobody to report it to: the library prints a line to standard output,

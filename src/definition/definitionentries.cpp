@@ -28,8 +28,7 @@ void readenumstr(definitionreader& record) {
                "Bad default string");
   const fieldread at = record.lastfield();
   record.readhelp();
-  auto option =
-      std::make_unique<tenumstroption>(record.name, &record.options, standard, record.help());
+  auto option = record.options.make<tenumstroption>(record.name, standard, record.help());
   record.modify(*option);
   tenumstroption& entered = *option;
   record.enter(std::move(option));
@@ -54,8 +53,8 @@ void readenumint(definitionreader& record) {
   record.integerfield(optxv_field_default, record.integervalue, "Bad default value");
   const fieldread at = record.lastfield();
   record.readhelp();
-  auto option = std::make_unique<tenumintoption>(record.name, &record.options, record.integervalue,
-                                                 record.help());
+  auto option =
+      record.options.make<tenumintoption>(record.name, record.integervalue, record.help());
   while (record.continuation()) {
     record.integerfield(optxv_field_item, record.integervalue, "Bad integer enum");
     const fieldread item = record.lastfield();
@@ -103,7 +102,7 @@ bool nocomma(definitionreader& record) {
 
 void readmultilist(definitionreader& record) {
   record.readhelp();
-  auto option = std::make_unique<tmultilistoption>(record.name, &record.options, record.help());
+  auto option = record.options.make<tmultilistoption>(record.name, record.help());
   tmultilistoption& entered = *option;
   record.enter(std::move(option));
   while (record.continuation()) {
@@ -115,12 +114,12 @@ void readmultilist(definitionreader& record) {
 
 void readstrlist(definitionreader& record) {
   record.readhelp();
-  record.enter(std::make_unique<tstrlistoption>(record.name, &record.options, record.help()));
+  record.enter(record.options.make<tstrlistoption>(record.name, record.help()));
 }
 
 void readmacro(definitionreader& record) {
   record.readhelp();
-  auto option = std::make_unique<tmacrooption>(record.name, &record.options, record.help());
+  auto option = record.options.make<tmacrooption>(record.name, record.help());
   while (record.continuation()) {
     shortstring member;
     if (!record.tokenfield(optxv_field_member, member)) break;
@@ -149,8 +148,8 @@ void readimmediate(definitionreader& record) {
   record.readhelp();
   const int kind = placeof(word, immediatetypenames);
   if (!record.check(kind >= 0, optxv_fault_unknown_action, "Unknown immediate option", at)) return;
-  record.enter(std::make_unique<timmediateoption>(
-      record.name, &record.options, static_cast<immediateaction>(kind), record.help()));
+  record.enter(record.options.make<timmediateoption>(
+      record.name, static_cast<immediateaction>(kind), record.help()));
 }
 
 void readsynonym(definitionreader& record) {
@@ -176,8 +175,9 @@ void readgroup(definitionreader& record) {
   record.check(record.options.optgetgroupgrpnr(record.groupnumber) < 0,
                optxv_fault_duplicate_groupnumber, "Group number not unique", at);
   record.restfield(optxv_field_text);
-  record.options.addgroup(record.name, std::make_unique<tgroupobj>(
-                                           record.groupnumber, record.helpcontext, record.text));
+  record.options.addgroup(record.name,
+                          std::make_unique<tgroupobj>(record.groupnumber, record.helpcontext,
+                                                      record.options.memory.keep(record.text)));
   record.declare({.what = optxv_declared_group, .number = record.options.getgroupcount()},
                  record.name, record.namefield.place);
 }
@@ -208,9 +208,9 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
                   .option = option->position + 1},
                  name, record.lastfield().place);
   record.restfield(optxv_field_text);
-  option->addmark(own ? marks.option : marks.synonym);
-  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, heapstring(record.text)});
-  (own ? option->deprecatedtext : option->synonymdeprecatedtext) = record.text;
+  const kepttext text = options.memory.keep(record.text);
+  option->addmark(own ? marks.option : marks.synonym, text);
+  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, text});
 }
 
 void readmarks(definitionreader& record, const markset& marks) {

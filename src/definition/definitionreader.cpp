@@ -12,6 +12,7 @@ namespace optxv {
 /// those.
 struct recordrow {
   recordform form;
+  std::string_view word;  ///< of the form
   bool usermap;
   bool option;    ///< enters the option table, so its name must be new there
   bool modifier;  ///< its type word may carry a modifier
@@ -21,12 +22,13 @@ struct recordrow {
   static constexpr recordrow kind(optionkind kind, const char* fields, const char* lines,
                                   void (*read)(definitionreader&)) {
     const kindrow& row = optionkinds[kind];
-    return {{row.keyword.data(), fields, lines}, row.usermap, true, row.modifier, read};
+    return {
+        {row.keyword.data(), fields, lines}, row.keyword, row.usermap, true, row.modifier, read};
   }
   /// The row of a record that is no option.
   static constexpr recordrow other(const char* word, const char* fields, const char* lines,
                                    void (*read)(definitionreader&)) {
-    return {{word, fields, lines}, false, false, false, read};
+    return {{word, fields, lines}, word, false, false, false, read};
   }
   static const recordrow* find(std::string_view word);
 
@@ -73,7 +75,7 @@ constexpr std::array<recordrow, 17> records = {{
 
 const recordrow* recordrow::find(std::string_view word) {
   const auto* row = std::find_if(records.begin(), records.end(), [&](const recordrow& candidate) {
-    return struequal(candidate.form.word, word);
+    return struequal(candidate.word, word);
   });
   return row != records.end() ? row : nullptr;
 }
@@ -103,13 +105,31 @@ bool definitionreader::continuation() {
 
 // --- Fields ------------------------------------------------------------------------------------
 
-/// Notes the place of a field that begins where `rest` does, and reports the field to the listener.
-void definitionreader::took(std::int32_t field, bool good, std::string_view token,
-                            const textplace& rest) {
+/// Reads the token of a field, which becomes the last field; but for its text, which took gives it.
+bool definitionreader::nexttoken(std::int32_t field, std::string_view& token, shortstring& room) {
+  in.skipbl();
+  token = in.plaintoken();
+  if (token.empty()) return raretoken(field, token, room);
+  passplain(field, token);
+  return true;
+}
+
+/// The same for a token that does not just stand in the line: it is put together in room.
+bool definitionreader::raretoken(std::int32_t field, std::string_view& token, shortstring& room) {
+  const textplace rest = in.restplace();
+  const bool quote = in.ch() == '"';
+  const bool good = in.nexttoken(room);
+  token = room;
   field_.field = field;
-  field_.place = in.since(rest);
   field_.seen.clear();
-  if (!good || options.told) field_.seen = token;
+  field_.place = in.since(rest);
+  field_.quotes = quote ? good ? 2 : 1 : 0;
+  return good;
+}
+
+/// Keeps the text of the last field for who asks for it, and reports the field to the listener.
+void definitionreader::keep(bool good, std::string_view token) {
+  field_.seen = token;
   if (options.told) tellfield(good, field_);
 }
 
@@ -143,49 +163,50 @@ void definitionreader::tellsaturated(std::string_view token) const {
                                             .lost = 0});
 }
 
-/// Reads a token, and keeps how many quotes of it fall away.
-bool definitionreader::nexttoken(shortstring& token) {
-  const bool quote = in.ch() == '"';
-  const bool good = in.nexttoken(token);
-  field_.quotes = quote ? good ? 2 : 1 : 0;
-  return good;
-}
-
 bool definitionreader::tokenfield(std::int32_t field, shortstring& token) {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  const bool good = nexttoken(token);
-  took(field, good, token, rest);
+  std::string_view seen;
+  shortstring room;
+  const bool good = nexttoken(field, seen, room);
+  token = seen;
+  took(good, token);
   return good;
 }
 
 void definitionreader::integerfield(std::int32_t field, std::int32_t& value,
                                     std::string_view words) {
   in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring token;
-  const bool good = nexttoken(token) && strasintex(token, value);
-  took(field, good, token, rest);
+  const std::string_view digits = in.plaindigits(value);
+  if (digits.empty()) return rareinteger(field, value, words);
+  passplain(field, digits);
+  took(true, digits);
+}
+
+/// The same for a token that is not just digits.
+void definitionreader::rareinteger(std::int32_t field, std::int32_t& value,
+                                   std::string_view words) {
+  std::string_view token;
+  shortstring room;
+  const bool good = nexttoken(field, token, room) && strasintex(token, value);
+  took(good, token);
   if (options.told) tellsaturated(token);
   check(good, optxv_fault_bad_field, words);
 }
 
 void definitionreader::realfield(std::int32_t field, double& value, std::string_view words) {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring token;
-  const bool good = nexttoken(token) && strasdoubleex(token, value);
-  took(field, good, token, rest);
+  std::string_view token;
+  shortstring room;
+  const bool good = nexttoken(field, token, room) && strasdoubleex(token, value);
+  took(good, token);
   check(good, optxv_fault_bad_field, words);
 }
 
 void definitionreader::restfield(std::int32_t field) {
+  // No message is about such a field, so that it takes a listener to ask for it.
+  if (!options.told) return in.restofline(text);
   in.skipbl();
   const textplace rest = in.restplace();
-  const std::size_t size = options.told ? trimright(in.ahead()).size() : 0;
+  const std::size_t size = trimright(in.ahead()).size();
   in.restofline(text);
-  // No message is about such a field, so that it takes a listener to ask for it.
-  if (!options.told) return;
   field_ = {field, rest.part(0, size), text, 0};
   tellfield(size > 0, field_);
 }
@@ -224,7 +245,8 @@ bool definitionreader::beginrecord() {
     if (options.told) options.told->tellplace(&optxv_listener::ended, rest);
     return false;
   }
-  namefield = {optxv_field_record, in.since(rest), {}};
+  namefield.place = in.since(rest);
+  namefield.seen.clear();
   if (dotted) {
     check(name.length() <= maximumdotname, optxv_fault_name_too_long, "Identifier too long",
           namefield);
@@ -234,14 +256,14 @@ bool definitionreader::beginrecord() {
 }
 
 /// Takes the modifier off a type word. After an unknown one, that of the record before stays.
-void definitionreader::takemodifier(shortstring& word) {
-  const std::size_t dot = word.view().rfind('.');
-  if (dot == std::string_view::npos) {
+void definitionreader::takemodifier(std::string_view& word) {
+  if (word.find('.') == std::string_view::npos) {
     modifier = optsubRequired;
     return;
   }
-  const shortstring suffix = uppercase(word.view().substr(dot + 1));
-  word.setlength(static_cast<int>(dot));
+  const std::size_t dot = word.rfind('.');
+  const shortstring suffix = uppercase(word.substr(dot + 1));
+  word = word.substr(0, dot);
   for (std::size_t i = 1; i < strtypemodifier.size(); ++i) {
     if (suffix == strtypemodifier[i].modifier) {
       modifier = static_cast<optionsubtype>(i);
@@ -259,11 +281,10 @@ void definitionreader::tellbegin(const fieldread& type) {
 }
 
 void definitionreader::readrecord() {
-  in.skipbl();
-  const textplace rest = in.restplace();
-  shortstring word;
-  nexttoken(word);
-  field_ = {optxv_field_type, in.since(rest), word, field_.quotes};
+  std::string_view word;
+  shortstring room;
+  nexttoken(optxv_field_type, word, room);
+  field_.seen = word;
   const fieldread type = field_;
   takemodifier(word);
   const recordrow* row = recordrow::find(word);
@@ -298,7 +319,7 @@ void definitionreader::readbounded(Value& low, Value& high, Value& standard,
   (this->*next)(optxv_field_high, high, "Bad high value");
   readhelp(helpcontextfault);
   check(low <= standard && standard <= high, optxv_fault_default_range, "Default not in range", at);
-  auto option = std::make_unique<Option>(name, &options, standard, low, high, help());
+  auto option = options.make<Option>(name, standard, low, high, help());
   modify(*option);
   toption& entered = *option;
   enter(std::move(option));
@@ -318,7 +339,7 @@ void definitionreader::readstring() {
   shortstring standard;
   tokenfield(optxv_field_default, standard);
   readhelp();
-  auto option = std::make_unique<tstringoption>(name, &options, standard, help());
+  auto option = options.make<tstringoption>(name, standard, help());
   modify(*option);
   enter(std::move(option));
 }
@@ -326,7 +347,7 @@ void definitionreader::readstring() {
 void definitionreader::readboolean() {
   integerfield(optxv_field_default, integervalue, "Bad default value");
   readhelp();
-  auto option = std::make_unique<tbooleanoption>(name, &options, integervalue, help());
+  auto option = options.make<tbooleanoption>(name, integervalue, help());
   modify(*option);
   toption& entered = *option;
   enter(std::move(option));
@@ -354,7 +375,7 @@ std::int32_t tzmaoptions::readdefinition(const linesource& source) {
   }
   const replacement<valueorigin> origin(assigning, assigning);
   beginsource(reader, optxv_source_definition, source.name);
-  auto help = std::make_unique<timmediateoption>("Help", this, immediateHelp, optionhelp());
+  auto help = make<timmediateoption>("Help", immediateHelp, optionhelp());
   help->subtype = optsubOptional;
   addoption("Help", std::move(help));
   definitionreader(*this, reader).read();

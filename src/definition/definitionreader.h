@@ -122,8 +122,8 @@ class definitionreader {
 
   tzmaoptions& options;
   tminiparser& in;
-  shortstring name;     ///< of the record; with its dot for a dot option
-  fieldread namefield;  ///< where that is
+  shortstring name;                         ///< of the record; with its dot for a dot option
+  fieldread namefield{optxv_field_record};  ///< where that is
   optionsubtype modifier = optsubRequired;
   std::int32_t usermap = 0;
   std::int32_t integervalue = 0;  ///< the default of the integer kinds, and the items of enumint
@@ -134,7 +134,7 @@ class definitionreader {
 
  private:
   bool beginrecord();
-  void takemodifier(shortstring& word);
+  void takemodifier(std::string_view& word);
   void tellbegin(const fieldread& type);
   void readrecord();
   void readinteger();
@@ -145,9 +145,23 @@ class definitionreader {
   void readbounded(Value& low, Value& high, Value& standard,
                    void (definitionreader::*next)(std::int32_t, Value&, std::string_view),
                    std::string_view helpcontextfault);
-  bool nexttoken(shortstring& token);
+  bool nexttoken(std::int32_t field, std::string_view& token, shortstring& room);
+  void rareinteger(std::int32_t field, std::int32_t& value, std::string_view words);
+  bool raretoken(std::int32_t field, std::string_view& token, shortstring& room);
+  /// Passes a token that stands in the line. It becomes the last field, but for its text.
+  void passplain(std::int32_t field, std::string_view token) {
+    field_.field = field;
+    field_.seen.clear();
+    field_.place = in.placeof(token);
+    field_.quotes = 0;
+    in.pass(token.size());
+  }
+  /// The field that nexttoken read is good or not: its text is kept where somebody may ask for it.
+  void took(bool good, std::string_view token) {
+    if (!good || options.told) keep(good, token);
+  }
+  void keep(bool good, std::string_view token);
   void tellsaturated(std::string_view token) const;
-  void took(std::int32_t field, bool good, std::string_view token, const textplace& rest);
   void tellfield(bool good, const fieldread& at) const;
   void telldeclaration(const declaration& facts, std::string_view declared,
                        const textplace& place) const;

@@ -107,7 +107,8 @@ shortstring concat(const Parts&... parts) noexcept {
   return result;
 }
 
-/// A set of byte values. Empty at first; usable in constant expressions.
+/// A set of byte values. Empty at first; usable in constant expressions. A byte for each value
+/// makes the question for one a single look, since readers ask for every character.
 class charset {
  public:
   constexpr charset() = default;
@@ -115,25 +116,18 @@ class charset {
   constexpr explicit charset(std::string_view members) {
     for (const char member : members) add(member);
   }
-  constexpr void add(char member) {
-    const auto value = static_cast<unsigned char>(member);
-    bits_[value >> 6] |= std::uint64_t{1} << (value & 63);
-  }
+  constexpr void add(char member) { members_[static_cast<unsigned char>(member)] = true; }
   /// Adds all bytes from first to last, both included, as unsigned values.
   constexpr void addrange(char first, char last) {
     for (int c = static_cast<unsigned char>(first); c <= static_cast<unsigned char>(last); ++c)
       add(static_cast<char>(c));
   }
-  constexpr bool has(char member) const {
-    const auto value = static_cast<unsigned char>(member);
-    return (bits_[value >> 6] >> (value & 63) & 1) != 0;
-  }
-  constexpr bool empty() const { return (bits_[0] | bits_[1] | bits_[2] | bits_[3]) == 0; }
-  constexpr void clear() { bits_ = {}; }
+  constexpr bool has(char member) const { return members_[static_cast<unsigned char>(member)]; }
+  constexpr void clear() { members_ = {}; }
   friend constexpr bool operator==(const charset&, const charset&) = default;
 
  private:
-  std::array<std::uint64_t, 4> bits_{};
+  std::array<bool, 256> members_{};
 };
 
 }  // namespace optxv

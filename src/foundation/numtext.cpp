@@ -75,6 +75,17 @@ std::int32_t convertdigits(cursor& c, int base, bool minus, bool& saturated) {
   return static_cast<std::int32_t>(minus ? -magnitude : magnitude);
 }
 
+/// The value of a text of one to nine digits, as most numbers are; -1 for any other text.
+std::int32_t digitsonly(std::string_view text) {
+  if (text.empty() || text.size() > 9) return -1;
+  std::int32_t value = 0;
+  for (const char c : text) {
+    if (!isdigit(c)) return -1;
+    value = value * 10 + (c - '0');
+  }
+  return value;
+}
+
 /// The base of the digits at the cursor, which is moved to where strtol would begin; 0 if there
 /// are none, with the cursor on the bad byte.
 int findbase(cursor& c) {
@@ -90,6 +101,10 @@ int findbase(cursor& c) {
 }  // namespace
 
 std::int32_t _Q9_Val_SPD(std::string_view s, int& code) {
+  if (const std::int32_t value = digitsonly(s); value >= 0) {
+    code = 0;
+    return value;
+  }
   bool saturated = false;
   return val_spd(s, code, saturated);
 }
@@ -175,6 +190,10 @@ double convertpoint(cursor& c) {
 }  // namespace
 
 double _Q9_Val_d(std::string_view s, int& code) {
+  if (const std::int32_t value = digitsonly(s); value >= 0) {
+    code = 0;
+    return value;
+  }
   cursor c{s};
   const bool minus = c.passsign();
   if (isdigit(c.peek()) && ishexmark(c.peek(1))) {

@@ -17,13 +17,18 @@ namespace detail {
 std::string_view boundedpchar(const char* p, std::string_view overflow) noexcept;
 }  // namespace detail
 
+/// The text of p where it stands; see pchartostr. BORROWS: p.
+inline std::string_view pchartoview(const char* p) noexcept {
+  return detail::boundedpchar(p, "PCharToStr Overflow");
+}
+
 /// The text of p, empty for nil, cut at Max. No more than 255 bytes of p are looked at.
 ///
 /// KEEP: 254 bytes are the most: a text of 255 bytes or more is not cut but replaced by
 /// "PCharToStr Overflow".
 template <int Max = 255>
 boundedstring<Max> pchartostr(const char* p) noexcept {
-  return boundedstring<Max>(detail::boundedpchar(p, "PCharToStr Overflow"));
+  return boundedstring<Max>(pchartoview(p));
 }
 
 /// The same, into s, with "ConvertPChar Overflow".

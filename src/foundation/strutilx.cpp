@@ -527,10 +527,9 @@ std::int32_t strasint(std::string_view s) noexcept {
 }
 
 bool strasintex(std::string_view s, std::int32_t& n) noexcept {
-  if (findnamed(namedintegers, s, n)) return true;
   int code = 0;
   n = _Q9_Val_SPD(s, code);
-  return code == 0;
+  return code == 0 || findnamed(namedintegers, s, n);
 }
 
 bool saturatedinteger(std::string_view s) noexcept {
@@ -543,8 +542,9 @@ bool saturatedinteger(std::string_view s) noexcept {
 bool strasdoubleex(std::string_view s, double& x) noexcept {
   if (findnamed(namedreals, s, x)) return true;
   int code = 0;
-  x = lchsetpos(exponentletters, s) == 0 ? _Q9_Val_d(s, code)
-                                         : _Q9_Val_d(replacechar(exponentletters, 'E', s), code);
+  x = _Q9_Val_d(s, code);
+  if (code != 0 && lchsetpos(exponentletters, s) != 0)
+    x = _Q9_Val_d(replacechar(exponentletters, 'E', s), code);
   return std::isfinite(x) && code == 0;
 }
 

@@ -16,7 +16,6 @@ namespace optxv {
 
 namespace {
 
-constexpr std::size_t blocksize = std::size_t{64} << 10;
 constexpr std::size_t longestline = std::size_t{1} << 30;
 
 void fail(int number) {
@@ -227,7 +226,7 @@ bool textfile::fill() {
   return true;
 }
 
-bool textfile::eof() {
+bool textfile::atend() {
   if (mode_ == mode::standardinput) return std::ungetc(getstandard(), stdin) == EOF;
   return !fill();
 }
@@ -248,6 +247,17 @@ int textfile::readstring(char* dest, int maximum) {
     if (linefeed != nullptr) break;
   }
   return count > 0 && dest[count - 1] == '\r' ? count - 1 : count;
+}
+
+bool textfile::takeline(std::size_t maximum, std::string_view& line) {
+  if (next_ == end_) return false;
+  const auto limit = std::min(static_cast<std::size_t>(end_ - next_), maximum + 1);
+  const auto* const linefeed = static_cast<const char*>(std::memchr(next_, '\n', limit));
+  if (linefeed == nullptr) return false;
+  line = {next_, static_cast<std::size_t>(linefeed - next_)};
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  next_ = linefeed + 1;
+  return true;
 }
 
 std::size_t textfile::readln() {
@@ -287,7 +297,8 @@ void textfile::flush() {
   held_ = 0;  // what could not be written is gone, so that the error is met once
 }
 
-void textfile::write(std::string_view text) {
+/// Writes what does not just go into the block.
+void textfile::writethrough(std::string_view text) {
   if (mode_ == mode::standardoutput) {
     const heldback signals(interrupting_);
     if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stdout) != text.size())

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -65,7 +66,7 @@ class OPTXV_EXPORT textfile {
 
   /// True if nothing is left to read. This looks one byte ahead, so the end of the file is seen
   /// before a read fails, not only after. Also true if the file is not open for reading.
-  bool eof();
+  bool eof() { return next_ == end_ && atend(); }
 
   /// The system's error number of the read that failed, after which nothing more is read; 0 if none
   /// did. It stays until the next open; asking for it does not clear it.
@@ -77,12 +78,22 @@ class OPTXV_EXPORT textfile {
   /// another read there gives 0. REQUIRES: room for maximum bytes at dest; maximum >= 0.
   int readstring(char* dest, int maximum);
 
+  /// Takes the next line, to which readstring and readln would come in one step: all of it is in
+  /// the block, and it has at most maximum bytes before its line feed. The line comes without the
+  /// carriage return that may be its last byte. False for any other line, of which nothing is
+  /// taken. BORROWS: the line, good until the next read.
+  bool takeline(std::size_t maximum, std::string_view& line);
+
   /// Skips everything up to and including the next line feed. Gives the number of bytes that the
   /// line lost: those before the line feed, without a carriage return that is the last of them.
   std::size_t readln();
 
   /// Writes the bytes as they are.
-  void write(std::string_view text);
+  void write(std::string_view text) {
+    if (mode_ != mode::writing || text.size() >= blocksize - held_) return writethrough(text);
+    std::memcpy(block_.get() + held_, text.data(), text.size());
+    held_ += text.size();
+  }
 
   /// Writes one line feed.
   void writeln() { write("\n"); }
@@ -101,14 +112,18 @@ class OPTXV_EXPORT textfile {
     standardoutput
   };
 
+  static constexpr std::size_t blocksize = std::size_t{64} << 10;
+
   void begin();
   void open(int flags, bool nodevices, mode opened, mode standard);
+  bool atend();
   bool fill();
   bool endless(std::size_t skipped);
   void failread(int number);
   int getstandard();
   int readstandard(char* dest, int maximum);
   std::size_t skipstandard();
+  void writethrough(std::string_view text);
   void flush();
   void writeblock(const char* text, std::size_t size);
 

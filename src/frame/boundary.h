@@ -56,8 +56,9 @@ inline shortstring& given(unsigned char* buffer) noexcept {
   return *reinterpret_cast<shortstring*>(buffer);
 }
 
-/// An argument of a `copt` call while the method runs. Text in is converted into a buffer of its
-/// own; text out is received in one, empty at first, and copied out afterwards.
+/// An argument of a `copt` call while the method runs. Text in is read where the caller has it;
+/// text out is received in a buffer of its own, empty at first, and copied out afterwards, so that
+/// the caller may give one buffer for both.
 template <class Type>
 struct argument {
   explicit argument(Type passed) noexcept : value(passed) {}
@@ -67,10 +68,10 @@ struct argument {
 };
 template <>
 struct argument<const char*> {
-  explicit argument(const char* passed) noexcept : value(pchartostr<>(passed)) {}
+  explicit argument(const char* passed) noexcept : value(pchartoview(passed)) {}
   std::string_view get() const noexcept { return value; }
   void giveback() const noexcept {}
-  shortstring value;
+  std::string_view value;
 };
 template <>
 struct argument<char*> {

@@ -34,18 +34,20 @@ void runexitprocedures() {
   while (SYSTEM_exitproc != nullptr) SYSTEM_exitproc();
 }
 
+// In a program that the static library is a part of, 101 makes these the first step of all and the
+// last: the initialisers of the program may use the library.
 #if defined(__GLIBC__)
 // glibc passes every constructor what it passes to main; other systems pass it nothing.
-[[gnu::constructor]] void atload(int count, char** vector, char**) {
+[[gnu::constructor(101)]] void atload(int count, char** vector, char**) {
   keephostarguments(count, vector);
   _Q9_DllInit();
 }
 #else
-[[gnu::constructor]] void atload() {
+[[gnu::constructor(101)]] void atload() {
   _Q9_DllInit();
 }
 #endif
-[[gnu::destructor]] void atunload() {
+[[gnu::destructor(101)]] void atunload() {
   _Q9_DllFini();
 }
 

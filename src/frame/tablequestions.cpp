@@ -160,7 +160,7 @@ int32_t optxv_option_info(optxv_handle handle, int32_t number, optxv_option* opt
     out.default_text = endedtext({});
     out.name = endedtext(options.getstrings(number - 1));
     out.help = endedtext(from.helptext);
-    out.markedtext = endedtext(from.deprecatedtext);
+    out.markedtext = endedtext(from.deprecatedtext());
     withkind(from, [&](const auto& typed) { fillvalues(typed, out); });
     *option = out;
     return optxv_ok;

@@ -28,6 +28,12 @@ class listener {
   /// Takes as much of the functions as `size` says that the program has; the others are not called.
   explicit listener(const optxv_listener& calls);
 
+  /// Whether the program has a function: for callers to whom the event is a cost to make.
+  template <class Event>
+  bool hears(void (*optxv_listener::*function)(void*, const Event*)) const {
+    return calls_.*function != nullptr;
+  }
+
   /// Calls one function, if the program has it, with the event that it takes:
   /// tell(&optxv_listener::key, {.option = 3}).
   template <class Event>

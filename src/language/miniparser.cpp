@@ -47,6 +47,12 @@ constexpr charset makeinvalideolcommchar() {
   return set;
 }
 
+/// The first byte of that value, or the end. It is looked for in words of memory.
+const char* findbyte(const char* from, const char* end, char wanted) {
+  const void* found = std::memchr(from, wanted, static_cast<std::size_t>(end - from));
+  return found != nullptr ? static_cast<const char*>(found) : end;
+}
+
 /// Appends a text; if not all of it fits, position 255 gets its last byte.
 void appendrun(shortstring& text, std::string_view run) {
   const int room = shortstring::maximum - text.length();
@@ -137,11 +143,22 @@ void tminiparser::readfrombytes(std::string_view bytes) {
 
 // Lines and characters ---------------------------------------------------------------------------
 
-/// Reads a physical line into the slices. A slice that lost its last byte as a carriage return is
-/// not full, so that the line ends there, even if more bytes follow.
-void tminiparser::readslices() {
-  linelen_ = 0;
+/// Reads a physical line: a short one where it lies in its block, any other into the slices.
+void tminiparser::readphysical() {
   skippedat_ = 0;
+  std::string_view line;
+  if (!srcfile_.takeline(slicelength, line)) return readslices();
+  text_ = line.data();
+  linelen_ = static_cast<std::int64_t>(line.size());
+  ++linenr_;
+  if (told_ != nullptr) tellline(0);
+}
+
+/// A slice that lost its last byte as a carriage return is not full, so that the line ends there,
+/// even if more bytes follow.
+void tminiparser::readslices() {
+  text_ = linebuf_;
+  linelen_ = 0;
   for (int slice = 1; slice <= slicecount; ++slice) {
     linelen_ += srcfile_.readstring(linebuf_ + linelen_, slicelength);
     if (linelen_ < std::int64_t{slice} * slicelength) break;
@@ -188,7 +205,7 @@ void tminiparser::filllinebuf() {
       ch_ = endofinput;
       return;
     }
-    readslices();
+    readphysical();
     flushecho();
     if (linelen_ == 0) continue;
     if (text_[0] != '*') break;
@@ -252,11 +269,10 @@ void tminiparser::flushecho() {
 template <class Stop, class Use>
 void tminiparser::scan(Stop stop, Use use) {
   if (stop(ch_)) return;
-  if (linepos_ < 1 || linepos_ > linelen_ || text_[linepos_ - 1] != ch_) {
-    use(std::string_view(&ch_, 1));
-  } else {
+  if (onbyte())
     --linepos_;
-  }
+  else
+    use(std::string_view(&ch_, 1));
   if (linepos_ < linelen_) {
     const char* const from = text_ + linepos_;
     const char* const end = text_ + linelen_;
@@ -285,8 +301,10 @@ void tminiparser::skipuntil(const charset& stop) {
 std::string_view tminiparser::ahead() const {
   if (atmark()) return {};
   const char* const from = text_ + linepos_ - 1;
-  const char* const to = std::find_if(from, text_ + linelen_, [](char c) { return is(c, mark); });
-  return {from, static_cast<std::size_t>(to - from)};
+  // No line of a file has a line feed. A text may have many, so that the nearest ends all searches.
+  const char* const line = text_ + linelen_;
+  const char* const end = source_ == source::file ? line : findbyte(from, line, endofline);
+  return {from, static_cast<std::size_t>(findbyte(from, end, endofinput) - from)};
 }
 
 // White space and punctuation --------------------------------------------------------------------
@@ -357,6 +375,29 @@ bool tminiparser::nexttoken(shortstring& text) {
   return true;
 }
 
+std::string_view tminiparser::plaintoken() const {
+  if (!onbyte() || ch_ == '"') return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const end = text_ + std::min(linelen_, linepos_ + shortstring::maximum);
+  const char* to = from;
+  while (to != end && !is(*to, blank | comma | mark)) ++to;
+  return {from, to - from <= shortstring::maximum ? static_cast<std::size_t>(to - from) : 0};
+}
+
+std::string_view tminiparser::plaindigits(std::int32_t& value) const {
+  constexpr int most = 9;
+  if (!onbyte()) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const line = text_ + linelen_;
+  const char* const end = line - from < most ? line : from + most;
+  const char* to = from;
+  std::int32_t number = 0;
+  for (; to != end && is(*to, digit); ++to) number = number * 10 + (*to - '0');
+  if (to == from || (to != line && !is(*to, blank | comma | mark))) return {};
+  value = number;
+  return {from, static_cast<std::size_t>(to - from)};
+}
+
 bool tminiparser::nextident(shortstring& text) {
   text.clear();
   if (!is(ch_, letter)) return false;
@@ -371,9 +412,27 @@ bool tminiparser::nextidentx(shortstring& text) {
   return true;
 }
 
-bool tminiparser::nextkey(shortstring& text, std::int32_t& dashes) {
-  for (dashes = 0; ch_ == '-' || ch_ == '/'; ++dashes) nextch();
-  return nextident(text);
+std::string_view tminiparser::plainident() const {
+  if (!is(ch_, letter) || !onbyte() || skippedat_ != 0) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const to = std::find_if(from, text_ + linelen_,
+                                      [](char c) { return !is(c, letter | digit | underscore); });
+  return {from, to - from <= shortstring::maximum ? static_cast<std::size_t>(to - from) : 0};
+}
+
+bool tminiparser::nextkey(parsedkey& key) {
+  for (key.dashes = 0; ch_ == '-' || ch_ == '/'; ++key.dashes) nextch();
+  key.text = plainident();
+  if (key.text.empty()) {
+    const textplace rest = restplace();
+    nextident(key.own);
+    key.text = key.own;
+    key.place = since(rest);
+  } else {
+    key.place = placeof(key.text);
+    pass(key.text.size());
+  }
+  return !key.text.empty();
 }
 
 /// The blanks that are dropped are those at the end of the kept 255 bytes. The first of these bytes
@@ -392,6 +451,17 @@ void tminiparser::quotedindex(shortstring& text) {
   nextch();
   if (length < shortstring::maximum || isblank(last)) droptrailingblanks(text);
   text.append(delimiter);
+}
+
+std::string_view tminiparser::plainindex() const {
+  if ((ch_ != '\'' && ch_ != '"') || !onbyte() || skippedat_ != 0) return {};
+  const char* const from = text_ + linepos_ - 1;
+  const char* const end = text_ + linelen_;
+  const char* const to =
+      std::find_if(from + 1, end, [this](char c) { return is(c, mark) || c == ch_; });
+  const std::ptrdiff_t size = to - from + 1;
+  if (to == end || *to != ch_ || isblank(to[-1]) || size > shortstring::maximum) return {};
+  return {from, static_cast<std::size_t>(size)};
 }
 
 bool tminiparser::nextindex(shortstring& text) {
@@ -418,6 +488,11 @@ bool tminiparser::nextdouble(double& value) {
 void tminiparser::restofline(shortstring& text) {
   text.clear();
   if (!skipbl()) return;
+  if (onbyte() && linelen_ - linepos_ < shortstring::maximum) {
+    const std::string_view rest = ahead();
+    text = trimright(rest);
+    return pass(rest.size());
+  }
   collect([](char c) { return is(c, mark); }, text);
   droptrailingblanks(text);
 }

@@ -30,6 +30,14 @@ struct linesource {
   bool nodevices = false;  ///< as textfile::reset
 };
 
+/// A key as tminiparser::nextkey reads it.
+struct parsedkey {
+  std::string_view text;    ///< good until the next line: it stands in the line, or in own
+  textplace place;          ///< without the dashes
+  std::int32_t dashes = 0;  ///< before the text
+  shortstring own;          ///< a text that is not as it was written
+};
+
 /// Reads one source, line by line, with one character of look-ahead.
 ///
 /// A reader is created, given exactly one source (fileopen, textopen, readfromstr, readfrompchar or
@@ -107,6 +115,10 @@ class tminiparser : public tobject {
     const std::int64_t position = chposition();
     return {placeline(), held(position), held(std::max<std::int64_t>(linelen_ - position + 1, 0))};
   }
+  /// The place of a piece of the line that is being read. REQUIRES: it is not too long for a place.
+  textplace placeof(std::string_view piece) const {
+    return {placeline(), held(piece.data() - text_ + 1), static_cast<std::int32_t>(piece.size())};
+  }
   /// What was read since `from` was the rest: up to ch(), or all of it if ch() is on another line.
   textplace since(const textplace& from) const {
     const bool left = placeline() != from.line || linelen_ < 0;
@@ -153,18 +165,31 @@ class tminiparser : public tobject {
   /// is missing.
   /// KEEP: on a comma the token is empty, the result is true, and the comma is not passed.
   bool nexttoken(shortstring& text);
+  /// The token at ch(), where it stands in the line; empty if nexttoken would give none, an empty
+  /// one, one that was between quotes or one that was cut. Nothing is passed: see pass.
+  /// BORROWS: good until the next line.
+  std::string_view plaintoken() const;
+  /// The same for a token of one to nine digits, whose number `value` becomes; for any other token
+  /// it is empty, and value stays.
+  std::string_view plaindigits(std::int32_t& value) const;
   /// A letter, then letters, digits and _. No blanks are skipped. False, with an empty text and
   /// nothing passed, if there is no letter.
   bool nextident(shortstring& text);
   /// The same without the _.
   bool nextidentx(shortstring& text);
-  /// Passes any - and /, counts them in dashes, and then reads an identifier as nextident does.
-  bool nextkey(shortstring& text, std::int32_t& dashes);
+  /// Passes any - and /, counts them, and then reads an identifier as nextident does; false if
+  /// there is none.
+  bool nextkey(parsedkey& key);
   /// An index of an index list: an identifier, *, or a text between two ' or two ", which keeps its
   /// quotes and loses trailing blanks. False with an empty text for anything else, which is not
   /// passed.
   /// KEEP: a missing closing quote is no error; the reader of a file is then on the next line.
   bool nextindex(shortstring& text);
+  /// The identifier or the index at ch(), where it stands in the line: what nextident or nextindex
+  /// would give for it. Empty if there is none, or one that is not given as it was written. Nothing
+  /// is passed: see pass. BORROWS: good until the next line.
+  std::string_view plainident() const;
+  std::string_view plainindex() const;
   /// A token that is an integer (strasintex). A bad token is passed too.
   bool nextinteger(std::int32_t& value);
   /// A token that is a real (strasdoubleex). A bad token is passed too.
@@ -205,6 +230,10 @@ class tminiparser : public tobject {
   std::int64_t chposition() const {
     return skippedat_ != 0 && (linepos_ == linelen_ || linelen_ < 0) ? skippedat_ : linepos_;
   }
+  /// ch() is a character of the line, at its position.
+  bool onbyte() const {
+    return linepos_ >= 1 && linepos_ <= linelen_ && text_[linepos_ - 1] == ch_;
+  }
   std::int64_t placeline() const { return source_ == source::file ? linenr_ : 1; }
   static std::int32_t held(std::int64_t number) {
     constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
@@ -219,6 +248,7 @@ class tminiparser : public tobject {
   int startlines(int error);
   void startstring(const char* text, std::int64_t length, source kind);
   void filllinebuf();
+  void readphysical();
   void readslices();
   void flushecho();
   template <class Stop, class Use>
@@ -247,7 +277,8 @@ class tminiparser : public tobject {
   placelist* echoplaces_ = nullptr;
   std::uint16_t sourcenumber_ = 0;
   textfile srcfile_;
-  // The four slices of a file line, one after another. A slice that is not full ends the line.
+  // The four slices of a file line that is not read where it lies, one after another. A slice that
+  // is not full ends the line.
   char linebuf_[slicecount * slicelength];
 };
 

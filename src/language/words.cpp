@@ -18,7 +18,7 @@ constexpr std::uint64_t fold(std::string_view word) {
   return folded;
 }
 
-constexpr std::string_view separators = "\t ,";
+constexpr charset separators("\t ,");
 
 }  // namespace
 
@@ -45,7 +45,8 @@ int checkboolean(std::string_view word) {
 }
 
 bool needsquotes(std::string_view value) {
-  return value.empty() || value.find_first_of(separators) != std::string_view::npos;
+  return value.empty() ||
+         std::any_of(value.begin(), value.end(), [](char c) { return separators.has(c); });
 }
 
 shortstring strexternal(std::string_view value) {

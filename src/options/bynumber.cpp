@@ -129,7 +129,7 @@ std::int32_t tzmaoptions::optgetvaluesnr(std::int32_t optnr, shortstring& name,
   });
 }
 
-std::int32_t tzmaoptions::optgetintnr(std::int32_t optnr, std::int32_t& value) const {
+std::int32_t tzmaoptions::optgetintnr(std::int32_t optnr, std::int32_t& value) const noexcept {
   return apply(optionat(optnr),
                [&](const integerkind auto& option) { value = option.getasinteger(); });
 }
@@ -139,7 +139,7 @@ std::int32_t tzmaoptions::optgetint2nr(std::int32_t optnr, std::int32_t& value) 
                [&](const integerkind auto& option) { value = option.getasinteger2(); });
 }
 
-std::int32_t tzmaoptions::optgetdblnr(std::int32_t optnr, double& value) const {
+std::int32_t tzmaoptions::optgetdblnr(std::int32_t optnr, double& value) const noexcept {
   return apply(optionat(optnr),
                [&](const doublekind auto& option) { value = option.getasdouble(); });
 }

@@ -131,7 +131,7 @@ void tzmaoptions::stored(const toption& option, std::int32_t which) {
   if (option.position < 0) return;
   if (option.position >= origins.count()) origins.grow(getcount());
   origins.set(option.position, assigning);
-  if (told)
+  if (told && told->hears(&optxv_listener::stored))
     told->tell(&optxv_listener::stored, {.option = option.position + 1,
                                          .which = which,
                                          .road = assigning.road,

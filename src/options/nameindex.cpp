@@ -11,8 +11,11 @@ constexpr std::size_t pathletters = 3;   // what each word of a path key must gi
 constexpr std::size_t minosfirst = 3;    // letters that count of a first word under Minos
 constexpr std::size_t minosletters = 4;  // and of each later word
 
+/// Bit 5 is what the two cases of a letter differ by. Without it some other bytes are equal too,
+/// of which names have none.
 std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) {
-  hash = (hash ^ upcaseeight(bytes)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
+  constexpr std::uint64_t casebits = 0x2020202020202020;
+  hash = (hash ^ (bytes | casebits)) * 0x9E3779B97F4A7C15U;  // 2^64 over the golden ratio (Knuth)
   return hash ^ hash >> 32;
 }
 
@@ -54,7 +57,7 @@ void nameindex::add(std::int32_t position) {
 }
 
 std::int32_t nameindex::find(std::string_view name) const {
-  if (name.empty()) return -1;
+  if (name.empty() || positions_.empty()) return -1;
   return positions_.find(
       foldedhash(name), [&](std::int32_t other) { return struequal(names_.getname(other), name); });
 }

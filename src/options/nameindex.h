@@ -23,6 +23,8 @@ std::uint32_t foldedhash(std::string_view text);
 /// position, says whether its key is the one that is meant.
 class positiontable {
  public:
+  bool empty() const { return used_ == 0; }
+
   /// The position of the key, or -1.
   template <class Same>
   std::int32_t find(std::uint32_t hash, Same same) const {

@@ -23,7 +23,7 @@ void checkedstore(Option& option, bool second, const Value& v, bool allowed, Com
   const std::int32_t bit = second ? 2 : 1;
   (second ? option.value2 : option.value) = v;
   option.setdefined(bit);
-  option.outofbounds = allowed ? 0 : option.outofbounds | bit;
+  option.outofbounds = static_cast<std::uint8_t>(allowed ? 0 : option.outofbounds | bit);
 }
 
 /// Adds the message of a refusal: the words, the option's name, and what was seen instead of a good
@@ -95,10 +95,10 @@ void refuse(const tenumintoption& option, messagekind kind, std::int32_t v) {
               [&](std::int32_t i) { return inttostr(option.item(i).itemvalue); });
 }
 
-/// Reports a number that was replaced by the limit of its type.
+/// Reports a number that was replaced by the limit of its type. REQUIRES: there is a listener.
 void tellcut(const toption& option, std::string_view text) {
   const tzmaoptions& owner = *option.owner;
-  if (!owner.told || !saturatedinteger(text)) return;
+  if (!saturatedinteger(text)) return;
   owner.told->tell(&optxv_listener::cut, {.what = optxv_cut_number,
                                           .option = option.position + 1,
                                           .place = owner.told->placed(owner.assigning.at),
@@ -122,7 +122,7 @@ void tintoption::setasinteger12(bool second, std::int32_t v) {
 
 void tintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
-  tellcut(*this, text);
+  if (owner->told) tellcut(*this, text);
   if (strasintex2(text, v)) return setasinteger12(second, v);
   complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
            text);
@@ -185,7 +185,7 @@ tenumstroption::tenumstroption(std::string_view name, tzmaoptions* table, std::s
 tenumstroption::~tenumstroption() = default;
 
 void tenumstroption::additem(std::string_view text, std::int32_t context, std::string_view help) {
-  enumitems.addowned(text, std::make_unique<toptionx>(context, help));
+  enumitems.addowned(text, std::make_unique<toptionx>(context, owner->memory.keep(help)));
 }
 
 std::int32_t tenumstroption::indexoftext(std::string_view text) const {
@@ -208,7 +208,7 @@ tenumintoption::tenumintoption(std::string_view name, tzmaoptions* table, std::i
 tenumintoption::~tenumintoption() = default;
 
 void tenumintoption::additem(std::int32_t itemvalue, std::int32_t context, std::string_view help) {
-  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, help));
+  enumitems.addowned(std::make_unique<tlistoptionx>(itemvalue, context, owner->memory.keep(help)));
 }
 
 const tlistoptionx& tenumintoption::item(std::int32_t index) const {
@@ -227,7 +227,7 @@ void tenumintoption::setasinteger12(bool second, std::int32_t v) {
 
 void tenumintoption::setasstring12(bool second, std::string_view text) {
   std::int32_t v = 0;
-  tellcut(*this, text);
+  if (owner->told) tellcut(*this, text);
   if (strasintex(text, v)) return setasinteger12(second, v);
   complain(*this, optMsgValueError, optxv_fault_integer_expected, "Integer expected, for option ",
            text);

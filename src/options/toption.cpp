@@ -1,5 +1,6 @@
 #include "options/toption.h"
 
+#include <new>
 #include <utility>
 
 #include "options/optionkinds.h"
@@ -21,10 +22,15 @@ std::int32_t txstringlistobj::addowned(std::string_view name, std::unique_ptr<to
   return index;
 }
 
-std::int32_t txstringlistobj::adopt(pstring name, std::unique_ptr<tobject> object) {
-  const std::int32_t index = addowned({}, std::move(object));
-  flist[index].fname = name;
-  return index;
+// The names go with the memory that keeps them, so that none is left here for the base to free.
+toptionlist::~toptionlist() {
+  for (std::int32_t i = 0; flist != nullptr && i < fcount; ++i) flist[i].fname = nullptr;
+}
+
+std::int32_t toptionlist::enter(kepttext name, std::unique_ptr<tobject> option) {
+  if (fcount == fcapacity) grow();
+  flist[fcount] = {name.asheapstring(), option.release()};
+  return fcount++;
 }
 
 txlistobj::~txlistobj() {
@@ -41,8 +47,7 @@ void txlistobj::freeitem(std::int32_t index) {
   delete objectof<tobject>(get(index));
 }
 
-toptionx::toptionx(std::int32_t context, std::string_view text)
-    : helpcontext(context), helptext(text) {}
+toptionx::toptionx(std::int32_t context, kepttext text) : helptext(text), helpcontext(context) {}
 
 toptionx::~toptionx() = default;
 
@@ -51,23 +56,30 @@ void toptionx::addbigtext(std::string_view line) {
   bigtext->add(line);
 }
 
-tgroupobj::tgroupobj(std::int32_t number, std::int32_t context, std::string_view text)
+tgroupobj::tgroupobj(std::int32_t number, std::int32_t context, kepttext text)
     : toptionx(context, text), groupnr(number) {}
 
-tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, std::string_view text)
+tlistoptionx::tlistoptionx(std::int32_t item, std::int32_t context, kepttext text)
     : toptionx(context, text), itemvalue(item) {}
 
 // --- The base of all options -----------------------------------------------------------------
 
 toption::toption(optionkind kind, std::string_view name, tzmaoptions* table, const optionhelp& help)
-    : toptionx(help.helpcontext, help.helptext),
-      owner(table),
-      optname(name),
+    : toptionx(help.helpcontext, table->memory.keep(help.helptext)),
       group(help.group),
+      owner(table),
+      optname(table->memory.keep(name)),
       refnr(help.refnr),
       opttype(kind) {}
 
 toption::~toption() = default;
+
+void toption::addmark(deprecationmark mark, kepttext text) {
+  deprecation = static_cast<std::uint8_t>(deprecation | 1U << mark);
+  if (!marktexts) marktexts = new (owner->memory.take(sizeof(textsofmarks))) textsofmarks();
+  const bool own = mark == markDeprecatedOption || mark == markObsoleteOption;
+  (own ? marktexts->own : marktexts->synonym) = text;
+}
 
 void toption::setdefined(std::int32_t mask) {
   if (mask == 0) {
@@ -76,8 +88,8 @@ void toption::setdefined(std::int32_t mask) {
     if (position >= 0) owner->origins.clear(position);
     return;
   }
-  defined |= mask;
-  if (owner->recentenabled) recent |= mask;
+  defined = static_cast<std::uint8_t>(defined | mask);
+  if (owner->recentenabled) recent = static_cast<std::uint8_t>(recent | mask);
   owner->stored(*this, mask);
 }
 

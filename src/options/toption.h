@@ -5,6 +5,7 @@
 // and writers fill and show them, and tzmaoptions is the only owner of every object here.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "foundation/runtime.h"
 #include "foundation/strutilx.h"
 #include "options/nameindex.h"
+#include "options/tablememory.h"
 
 namespace optxv {
 
@@ -63,8 +65,6 @@ enum deprecationmark : std::uint8_t {
 class txstringlistobj : public txstringlist {
  public:
   ~txstringlistobj() override;
-  /// Appends an entry whose name is there already. OWNS: the heap string and the object.
-  std::int32_t adopt(pstring name, std::unique_ptr<tobject> object);
   /// Appends an object under a copy of the name, and gives its 0-based position. If memory runs
   /// out, the list stays as it was and the object is freed.
   std::int32_t addowned(std::string_view name, std::unique_ptr<tobject> object);
@@ -93,59 +93,37 @@ Object* objectof(void* word) {
 /// An item with help. The list that holds the item holds its name too.
 class toptionx : public tobject {
  public:
-  toptionx(std::int32_t helpcontext, std::string_view helptext);
+  toptionx(std::int32_t helpcontext, kepttext helptext);
   ~toptionx() override;
 
   /// Appends a line to the long help; the first call creates bigtext.
   void addbigtext(std::string_view line);
 
-  std::int32_t helpcontext;
-  heapstring helptext;
+  kepttext helptext;
   std::unique_ptr<txstrings> bigtext;  ///< nil until the first line
+  std::int32_t helpcontext;
 };
 
 /// A group of options: its number as the definition gives it. Its title is helptext.
 class tgroupobj : public toptionx {
  public:
-  tgroupobj(std::int32_t groupnr, std::int32_t helpcontext, std::string_view helptext);
+  tgroupobj(std::int32_t groupnr, std::int32_t helpcontext, kepttext helptext);
   std::int32_t groupnr;
 };
 
 /// One allowed value of a tenumintoption.
 class tlistoptionx : public toptionx {
  public:
-  tlistoptionx(std::int32_t itemvalue, std::int32_t helpcontext, std::string_view helptext);
+  tlistoptionx(std::int32_t itemvalue, std::int32_t helpcontext, kepttext helptext);
   std::int32_t itemvalue;
 };
 
-/// The name of an option: a copy of its own until the option enters a table, and then the copy in
-/// the table's entry, so that each name is stored once. It has the size of a pointer.
-class optionname {
+/// The names and options of one table. Entries never leave it.
+/// OWNS: the options. BORROWS: the names, which the table's memory keeps for longer than the list.
+class toptionlist : public txstringlistobj {
  public:
-  explicit optionname(std::string_view name)
-      : word_(reinterpret_cast<std::uintptr_t>(newstring(name))) {}
-  optionname(const optionname&) = delete;
-  optionname& operator=(const optionname&) = delete;
-  ~optionname() {
-    if ((word_ & lent) == 0) disposestring(text());
-  }
-
-  std::string_view view() const { return getstring(text()); }
-  operator std::string_view() const { return view(); }  // NOLINT: a text reads as a view
-  /// Gives the copy away and goes on reading it; nil if it was given away before. REQUIRES: the
-  /// taker keeps it as long as this object is read.
-  pstring lend() {
-    if ((word_ & lent) != 0) return nullptr;
-    word_ |= lent;
-    return text();
-  }
-
- private:
-  /// The low bit of the address, which is 0 in every heap string, marks a copy that was given away.
-  static constexpr std::uintptr_t lent = 1;
-  pstring text() const { return reinterpret_cast<pstring>(word_ & ~lent); }
-
-  std::uintptr_t word_;
+  ~toptionlist() override;
+  std::int32_t enter(kepttext name, std::unique_ptr<tobject> option);
 };
 
 /// The last four arguments of every option's constructor, in their order.
@@ -158,13 +136,18 @@ struct optionhelp {
 
 /// The base of all options.
 ///
-/// An option is created by a reader, belongs to the table of its owner from then on and lives as
-/// long as that table. BORROWS: owner, which outlives it.
+/// An option is created by a reader in the memory of its owner's table (tzmaoptions::make), belongs
+/// to that table from then on and lives as long as it does. BORROWS: owner, which outlives it.
 /// INVARIANT: opttype is the class of the object. Bit 1 of `defined` says that the first value is
 /// set, bit 2 the second; a clear bit makes the getters give the default.
 class toption : public toptionx {
  public:
   ~toption() override;
+
+  static void* operator new(std::size_t size, tablememory& memory) { return memory.take(size); }
+  /// The memory is given back with the table.
+  static void operator delete(void*, tablememory&) noexcept {}
+  static void operator delete(void*) noexcept {}
 
   /// Marks values as set: 0 clears `defined` and `recent`; another mask (1, 2 or 3) is added to
   /// `defined`, and to `recent` while the owner tracks recent changes.
@@ -195,23 +178,33 @@ class toption : public toptionx {
   shortstring getasstring2() const;
 
   bool marked(deprecationmark mark) const { return (deprecation >> mark & 1) != 0; }
-  void addmark(deprecationmark mark) {
-    deprecation = static_cast<std::uint8_t>(deprecation | 1U << mark);
+  /// Adds a mark, and its text for the message when the name that has the mark is used: the
+  /// option's own name, or a synonym. The text of a later mark on the same kind of name replaces
+  /// it.
+  void addmark(deprecationmark mark, kepttext text);
+  std::string_view deprecatedtext() const { return marktexts ? marktexts->own.view() : ""; }
+  std::string_view synonymdeprecatedtext() const {
+    return marktexts ? marktexts->synonym.view() : "";
   }
 
+  struct textsofmarks {
+    kepttext own;
+    kepttext synonym;
+  };
+
+  // In this order, after the last field of the base, the fields leave no gaps.
+  std::int32_t group;  ///< as the definition gives it; need not exist
   tzmaoptions* owner;
-  optionname optname;                ///< as the definition writes it
-  heapstring deprecatedtext;         ///< for the message when its own name, if marked, is used
-  heapstring synonymdeprecatedtext;  ///< for the message when a marked synonym of it is used
-  std::int32_t group;                ///< as the definition gives it; need not exist
-  std::int32_t refnr;                ///< the caller's number, stored for it and never looked up
-  std::int32_t position = -1;        ///< 0-based, in the owner's table; -1 before it enters it
+  kepttext optname;                   ///< as the definition writes it
+  textsofmarks* marktexts = nullptr;  ///< in the table's memory; nil without a mark
+  std::int32_t refnr;                 ///< the caller's number, stored for it and never looked up
+  std::int32_t position = -1;         ///< 0-based, in the owner's table; -1 before it enters it
   optionkind opttype;
   optionsubtype subtype = optsubRequired;
   std::uint8_t deprecation = 0;  ///< a set of deprecationmark, one bit each
-  std::int32_t defined = 0;
-  std::int32_t recent = 0;
-  std::int32_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
+  std::uint8_t defined = 0;
+  std::uint8_t recent = 0;
+  std::uint8_t outofbounds = 0;  ///< bits as in defined: stored out of bounds under nobounds
 
  protected:
   toption(optionkind kind, std::string_view name, tzmaoptions* owner, const optionhelp& help);

@@ -48,9 +48,9 @@ std::uint64_t tzmaoptions::nextidentity() {
 
 std::int32_t tzmaoptions::addoption(std::string_view name, std::unique_ptr<toption> option) {
   toption* const entered = option.get();
-  const std::int32_t position = entered->optname.view() == name
-                                    ? optionlist.adopt(entered->optname.lend(), std::move(option))
-                                    : optionlist.addowned(name, std::move(option));
+  const kepttext own = entered->optname;
+  const std::int32_t position =
+      optionlist.enter(own.view() == name ? own : memory.keep(name), std::move(option));
   entered->position = position;
   optionindex.enternew();
   if (const auto* list = askind<tstrlistoption>(entered)) noteitems(*list);
@@ -78,11 +78,6 @@ void tzmaoptions::addgroup(std::string_view name, std::unique_ptr<tgroupobj> gro
 
 std::string_view tzmaoptions::getstrings(std::int32_t position) const {
   return position >= 0 && position < getcount() ? optionlist.getname(position) : std::string_view();
-}
-
-toption* tzmaoptions::getobjects(std::int32_t position) const {
-  return position >= 0 && position < getcount() ? objectof<toption>(optionlist.getobject(position))
-                                                : nullptr;
 }
 
 tgroupobj* tzmaoptions::groupat(std::int32_t position) const {

@@ -31,6 +31,7 @@
 #include "options/messages.h"
 #include "options/nameindex.h"
 #include "options/origins.h"
+#include "options/tablememory.h"
 #include "options/toption.h"
 
 namespace optxv {
@@ -75,7 +76,7 @@ std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 struct synonymmark {
   std::int32_t synonym;  ///< 0-based, in synonymlist
   deprecationmark mark;
-  heapstring text;
+  kepttext text;
 };
 
 /// One option database. The exported handle is its address.
@@ -100,6 +101,12 @@ class tzmaoptions : public toptionx {
 
   // --- The table -----------------------------------------------------------------------------
 
+  /// Makes an option of a class: the arguments of its constructor without the table.
+  template <class Option, class... Arguments>
+  std::unique_ptr<Option> make(std::string_view name, const Arguments&... arguments) {
+    static_assert(alignof(Option) <= tablememory::alignment);
+    return std::unique_ptr<Option>(new (memory) Option(name, this, arguments...));
+  }
   /// Appends an option under that name, without any check, and gives its 0-based position.
   /// OWNS: the option from here on.
   std::int32_t addoption(std::string_view name, std::unique_ptr<toption> option);
@@ -116,7 +123,11 @@ class tzmaoptions : public toptionx {
   /// The table's name of a 0-based position, empty outside the table.
   std::string_view getstrings(std::int32_t position) const;
   /// The option at a 0-based position, nil outside the table.
-  toption* getobjects(std::int32_t position) const;
+  toption* getobjects(std::int32_t position) const {
+    return position >= 0 && position < getcount()
+               ? objectof<toption>(optionlist.getobject(position))
+               : nullptr;
+  }
   /// The group at a 0-based position. REQUIRES: the position is in grouplist.
   tgroupobj* groupat(std::int32_t position) const;
   /// The option of the synonym at a 0-based position, nil for one whose target was not found.
@@ -312,9 +323,10 @@ class tzmaoptions : public toptionx {
   /// All four cleared. Every option gives its name and text; the result is 1 only for scalar kinds.
   std::int32_t optgetvaluesnr(std::int32_t optnr, shortstring& name, std::int32_t& integer,
                               double& real, shortstring& text) const;
-  std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const;
+  // Programs ask for numbers in loops; that these two raise nothing spares the boundary its guard.
+  std::int32_t optgetintnr(std::int32_t optnr, std::int32_t& value) const noexcept;
+  std::int32_t optgetdblnr(std::int32_t optnr, double& value) const noexcept;
   std::int32_t optgetint2nr(std::int32_t optnr, std::int32_t& value) const;
-  std::int32_t optgetdblnr(std::int32_t optnr, double& value) const;
   std::int32_t optgetdbl2nr(std::int32_t optnr, double& value) const;
   std::int32_t optgetstrnr(std::int32_t optnr, shortstring& text) const;
   std::int32_t optgetstr2nr(std::int32_t optnr, shortstring& text) const;
@@ -385,7 +397,8 @@ class tzmaoptions : public toptionx {
   // --- Fields --------------------------------------------------------------------------------
 
   heapstring deffilename;         ///< path of the definition file
-  txstringlistobj optionlist;     ///< names and toption objects, in definition order
+  tablememory memory;             ///< of the options and of the texts that stay
+  toptionlist optionlist;         ///< names and toption objects, in definition order
   txstringlist synonymlist;       ///< names; the object word is a 0-based position in optionlist
   txstringlistobj grouplist;      ///< names and tgroupobj objects
   txstringlist messagelist;       ///< texts; the object word is the kind

@@ -149,19 +149,29 @@ void tellentry(const tzmaoptions& options, bool kept, std::string_view key,
                                           .second_place = told.placed(suffixplace)});
 }
 
+/// Reads the suffix with its dot; false if no identifier follows the dot.
+bool readsuffix(tminiparser& in, shortstring& suffix, textplace& place) {
+  const textplace rest = in.restplace();
+  in.nextch();
+  shortstring word;
+  const std::string_view plain = in.plainident();
+  const bool good = !plain.empty() || in.nextident(word);
+  suffix = concat('.', plain.empty() ? word.view() : plain);
+  in.pass(plain.size());
+  place = in.since(rest);
+  return good;
+}
+
 }  // namespace
 
 void readdotoption(tzmaoptions& options, tminiparser& in, std::string_view key,
                    const textplace& keyplace) {
   options.assigning.at = keyplace;
-  const textplace rest = in.restplace();
-  in.nextch();
-  shortstring word;
-  if (!in.nextident(word))
+  shortstring suffix;
+  textplace suffixplace;
+  if (!readsuffix(in, suffix, suffixplace))
     return complain(options, optxv_fault_suffix_expected, in.restplace(),
                     ".suffix expected for key ", key, in.ahead());
-  const textplace suffixplace = in.since(rest);
-  const shortstring suffix = concat('.', word);
   if (options.told) {
     options.told->cutlong(optxv_cut_name, 0, key, keyplace);
     options.told->cutlong(optxv_cut_name, 0, suffix, suffixplace);

@@ -123,6 +123,21 @@ constexpr char partnerof(char opening) {
   return opening == '(' ? ')' : opening == '[' ? ']' : '}';
 }
 
+/// Reads an index, and gives it to element with its place; the result is that of element.
+template <class Element>
+bool readindex(tminiparser& in, Element& element) {
+  in.skipbl();
+  if (const std::string_view plain = in.plainindex(); !plain.empty()) {
+    const textplace place = in.placeof(plain);
+    in.pass(plain.size());
+    return element(true, plain, place);
+  }
+  const textplace rest = in.restplace();
+  shortstring index;
+  const bool good = in.nextindex(index);
+  return element(good, index, in.since(rest));
+}
+
 /// Reads an index list, if one begins here after any blanks.
 ///
 /// Calls element(good, index, place) for each index in turn, with good false if something else is
@@ -133,12 +148,8 @@ template <class Element, class Unclosed>
 bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
   char opening = 0;
   if (!in.skiptochars(openingbrackets, opening)) return true;
-  shortstring index;
   do {
-    in.skipbl();
-    const textplace rest = in.restplace();
-    const bool good = in.nextindex(index);
-    if (!element(good, index, in.since(rest))) return false;
+    if (!readindex(in, element)) return false;
   } while (in.skiptochar(','));
   const char partner = partnerof(opening);
   if (in.ch() == partner)
@@ -150,15 +161,23 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
 
 /// Runs read(), which adds to list and puts its messages in the queue of options. If it has
 /// reported an error, whatever it added is deleted, last first, and counted in dropped; a warning
-/// does no harm. Gives whether the entry was kept.
+/// does no harm. So it is where an exception ends the read. Gives whether the entry was kept.
 /// KEEP: a full queue takes no more messages, so no error is seen there and a faulty entry stays.
 template <class List, class Read>
 bool keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Read read) {
   const std::int32_t mark = options.messagelist.count();
   const std::int32_t kept = list.count();
-  read();
+  const auto drop = [&] {
+    for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+  };
+  try {
+    read();
+  } catch (...) {
+    drop();
+    throw;
+  }
   if (options.errorssince(mark) == 0) return true;
-  for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+  drop();
   return false;
 }
 

@@ -36,10 +36,11 @@ class entryreader {
       : options_(options),
         in_(in),
         toeol_(true),
-        outer_(true),
-        key_(key),
-        keyplace_(setting.nameplace()),
-        dashes_(setting.dashes) {}
+        outer_(true) {
+    setkey(key);
+    key_.place = setting.nameplace();
+    key_.dashes = setting.dashes;
+  }
 
   /// The steps of a setting from outside.
   bool beginouter(const toption& option, bool valuesfollow);
@@ -65,10 +66,13 @@ class entryreader {
   void assignone(toption& option);
   void assigntwo(toption& option);
   void assign2(toption& option, const readvalue& first, const readvalue& second);
-  bool usable(const toption& option);
+  bool usable(const toption& option) { return option.deprecation == 0 || usemarked(option); }
+  bool usemarked(const toption& option);
   void checkremainder();
 
-  bool runtime() const { return dashes_ > 1 && !outer_; }
+  bool runtime() const { return key_.dashes > 1 && !outer_; }
+  /// Replaces what was read of the key.
+  void setkey(const shortstring& text) { key_.text = key_.own = text; }
 
   void readtyped(readvalue& value) { toeol_ ? readrest(in_, value) : readtoken(in_, value); }
   void readplainrest(readvalue& value);
@@ -84,9 +88,7 @@ class entryreader {
   tminiparser& in_;
   bool toeol_;  ///< end-of-line mode; an EolFlag option changes it for the rest of this text
   bool outer_ = false;  ///< the key was known beforehand
-  shortstring key_;
-  textplace keyplace_;
-  std::int32_t dashes_ = 0;
+  parsedkey key_;
 };
 
 /// Reads one entry; false when the line is over.
@@ -97,18 +99,20 @@ bool entryreader::readentry() {
     in_.skipbl();
   }
   if (!readkey()) return false;
-  if (dashes_ == 0 && in_.ch() == '.') {
-    readdotoption(options_, in_, key_, keyplace_);
+  if (key_.dashes == 0 && in_.ch() == '.') {
+    setkey(key_.text);  // the entry may go on in the next line
+    readdotoption(options_, in_, key_.text, key_.place);
     return true;
   }
-  if (dashes_ == 0 && !options_.indicatorkey.isnil() && struequal(key_, options_.indicatorkey)) {
+  if (key_.dashes == 0 && !options_.indicatorkey.isnil() &&
+      struequal(key_.text, options_.indicatorkey)) {
     if (options_.told) tellkey(nullptr);
     readindicator(options_, in_);
     return true;
   }
-  if (runtime()) key_ = concat(runtimeprefix, key_);
+  if (runtime()) setkey(concat(runtimeprefix, key_.text));
   toption* option = findoption();
-  options_.assigning.at = keyplace_;
+  options_.assigning.at = key_.place;
   if (options_.told) tellkey(option);
   if (runtime())
     runtimeoption(option);
@@ -122,8 +126,7 @@ bool entryreader::readentry() {
 }
 
 bool entryreader::readkey() {
-  keyplace_ = in_.restplace();
-  if (!in_.nextkey(key_, dashes_)) {
+  if (!in_.nextkey(key_)) {
     const char seen = in_.ch();
     const messagefacts facts = {.fault = optxv_fault_key_expected,
                                 .place = in_.restplace().part(0, in_.atmark() ? 0 : 1),
@@ -133,24 +136,25 @@ bool entryreader::readkey() {
     });
     return false;
   }
-  keyplace_ = in_.since(keyplace_).after(static_cast<std::size_t>(dashes_));
   if (keyends.has(in_.ch())) return true;
-  fault(optxv_fault_bad_separator, "Bad separator after key ", key_, in_.restplace());
+  fault(optxv_fault_bad_separator, "Bad separator after key ", key_.text, in_.restplace());
   in_.skiptoeol();
   return false;
 }
 
 void entryreader::tellkey(const toption* option) const {
-  const bool own = option == nullptr || options_.getobjects(options_.optlookup(key_)) == option;
   // The place of joined words has blanks that the name has not, so that it may be the longer one.
-  if (key_.length() == shortstring::maximum)
-    options_.told->cutlong(optxv_cut_name, 0, key_, keyplace_, runtime() ? -2 : 0);
+  if (key_.text.size() == shortstring::maximum)
+    options_.told->cutlong(optxv_cut_name, 0, key_.text, key_.place, runtime() ? -2 : 0);
+  if (!options_.told->hears(&optxv_listener::key)) return;
+  const bool own =
+      option == nullptr || options_.getobjects(options_.optlookup(key_.text)) == option;
   options_.told->tell(&optxv_listener::key,
                       {.option = option != nullptr ? option->position + 1 : 0,
-                       .synonym = own ? 0 : options_.synonymindex.find(key_) + 1,
-                       .dashes = dashes_,
-                       .text = textof(key_),
-                       .place = options_.told->placed(keyplace_)});
+                       .synonym = own ? 0 : options_.synonymindex.find(key_.text) + 1,
+                       .dashes = key_.dashes,
+                       .text = textof(key_.text),
+                       .place = options_.told->placed(key_.place)});
 }
 
 /// The option that the key names, or nil. Under Minos lookup, whose names hold '_' where the user
@@ -158,15 +162,15 @@ void entryreader::tellkey(const toption* option) const {
 /// KEEP: a key typed with '_' is not known by itself, though it may be with the words that join it.
 /// What was joined stays in the key for the messages, even an empty word.
 toption* entryreader::findoption() {
-  toption* option = options_.optionasobj(key_);
+  toption* option = options_.optionasobj(key_.text);
   if (options_.lookupmode != lookupMinos) return option;
-  if (key_.view().find('_') != std::string_view::npos) option = nullptr;
+  if (key_.text.find('_') != std::string_view::npos) option = nullptr;
   for (int round = 0; round < joinedwords && option == nullptr; ++round) {
     if (!in_.skipbl() || valuestarts.has(in_.ch())) return nullptr;
     shortstring word;
-    if (in_.nextidentx(word)) keyplace_ = in_.since(keyplace_);
-    key_ = concat(key_, '_', word);
-    option = options_.optionasobj(key_);
+    if (in_.nextidentx(word)) key_.place = in_.since(key_.place);
+    setkey(concat(key_.text, '_', word));
+    option = options_.optionasobj(key_.text);
   }
   return option;
 }
@@ -174,7 +178,7 @@ toption* entryreader::findoption() {
 /// KEEP: in token mode the token that is dropped is the separator if there is one, so that the
 /// value after it is read as a bad key.
 void entryreader::unknownkey() {
-  fault(optxv_fault_unknown_option, "Unknown option ", key_, keyplace_);
+  fault(optxv_fault_unknown_option, "Unknown option ", key_.text, key_.place);
   shortstring dropped;
   if (toeol_)
     in_.restofline(dropped);
@@ -186,9 +190,9 @@ void entryreader::unknownkey() {
 /// end-of-line mode quotes have no special meaning.
 void entryreader::runtimeoption(toption* option) {
   if (option == nullptr) {
-    auto made = std::make_unique<tstrlistoption>(key_, &options_, optionhelp());
+    auto made = options_.make<tstrlistoption>(key_.text, optionhelp());
     option = made.get();
-    options_.addoption(key_, std::move(made));
+    options_.addoption(key_.text, std::move(made));
   }
   in_.skipbecomes();
   readvalue value;
@@ -205,7 +209,8 @@ void entryreader::readplainrest(readvalue& value) {
   value.good = in_.skipbl();
   const textplace rest = in_.restplace();
   const auto size = trimright(in_.ahead()).size();
-  in_.restofline(value.text);
+  in_.restofline(value.own);
+  value.text = value.own;
   value.place = value.written = rest.part(0, size);
 }
 
@@ -222,7 +227,7 @@ void entryreader::immediate(const timmediateoption& option) {
   else if (option.immediatekind == immediateHelp)
     options_.optshowhelp({});
   else
-    fault(optxv_fault_value_expected, "Value expected for immediate option ", key_, rest,
+    fault(optxv_fault_value_expected, "Value expected for immediate option ", key_.text, rest,
           option.position + 1);
 }
 
@@ -296,21 +301,20 @@ void entryreader::assign2(toption& option, const readvalue& first, const readval
 
 /// Reports the use of a marked name; false if the name is obsolete, so that its value is dropped.
 /// A key that is not the option's own name counts as a synonym of it.
-bool entryreader::usable(const toption& option) {
-  if (option.deprecation == 0) return true;
-  const bool own = struequal(key_, option.optname);
+bool entryreader::usemarked(const toption& option) {
+  const bool own = struequal(key_.text, option.optname);
   const bool obsolete = option.marked(own ? markObsoleteOption : markObsoleteSynonym);
   if (!obsolete && !option.marked(own ? markDeprecatedOption : markDeprecatedSynonym)) return true;
   const bool deprecated =
       option.marked(markDeprecatedOption) || option.marked(markDeprecatedSynonym);
   const messagefacts facts = {.fault = obsolete ? optxv_fault_obsolete : optxv_fault_deprecated,
-                              .place = keyplace_,
+                              .place = key_.place,
                               .option = option.position + 1,
-                              .about = key_};
+                              .about = key_.text};
   options_.addmessagefrom(optMsgDeprecated, facts, [&] {
     return concat(deprecated ? "deprecated" : "obsolete", own ? " option " : " synonym ",
-                  quoted{key_}, "; ",
-                  (own ? option.deprecatedtext : option.synonymdeprecatedtext).view());
+                  quoted{key_.text}, "; ",
+                  own ? option.deprecatedtext() : option.synonymdeprecatedtext());
   });
   return !obsolete;
 }
@@ -329,7 +333,7 @@ void entryreader::checkremainder() {
 
 /// Takes up the key; gives whether the values that follow in texts of their own are to be stored.
 bool entryreader::beginouter(const toption& option, bool valuesfollow) {
-  options_.assigning.at = keyplace_;
+  options_.assigning.at = key_.place;
   if (options_.told) tellkey(&option);
   return !valuesfollow || usable(option);
 }
@@ -356,8 +360,8 @@ void entryreader::assignouter(toption& option, const readvalue& value, std::int3
 }
 
 void entryreader::unknownouter(messagekind kind) {
-  fault(optxv_fault_unknown_option, "Unknown option ", key_, keyplace_, 0, kind);
-  const std::vector<std::string> near = options_.nearnames().names(key_);
+  fault(optxv_fault_unknown_option, "Unknown option ", key_.text, key_.place, 0, kind);
+  const std::vector<std::string> near = options_.nearnames().names(key_.text);
   if (near.empty()) return;
   shortstring text = "   Did you mean ";
   for (const std::string& name : near)
@@ -367,7 +371,7 @@ void entryreader::unknownouter(messagekind kind) {
         .append(quoted{name});
   options_.addmessage(
       kind, text.append('?'),
-      {.fault = optxv_fault_nearest, .place = keyplace_, .about = key_, .detail = true});
+      {.fault = optxv_fault_nearest, .place = key_.place, .about = key_.text, .detail = true});
 }
 
 /// One argument or variable that is being read: a text of one line, with a reader of its own.

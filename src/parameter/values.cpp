@@ -12,7 +12,6 @@ constexpr std::size_t longestvalue = shortstring::maximum;
 
 /// The end of an unquoted value: the first comment character.
 std::size_t plainend(std::string_view line, const charset& comment) {
-  if (comment.empty()) return line.size();
   const auto stops = [&](char c) { return comment.has(c); };
   return static_cast<std::size_t>(std::find_if(line.begin(), line.end(), stops) - line.begin());
 }
@@ -61,30 +60,34 @@ void placequoted(readvalue& value, std::string_view text, const textplace& place
 }  // namespace
 
 void readrest(tminiparser& in, readvalue& value) {
-  value.text.clear();
   value.good = in.skipbl();
   if (!value.good) return;
   const std::string_view line = in.ahead();
-  const textplace place = in.restplace();
   const bool isquoted = line.front() == '"';
   const std::size_t end =
       isquoted ? 1 + quotedend(line.substr(1), in.eolcommset()) : plainend(line, in.eolcommset());
   if (isquoted) {
-    value.text = quotedvalue(line.substr(1, end - 1));
-    placequoted(value, line.substr(0, end), place);
+    value.text = value.own = quotedvalue(line.substr(1, end - 1));
+    placequoted(value, line.substr(0, end), in.placeof(line.substr(0, end)));
   } else {
     const std::string_view text = trimright(line.substr(0, end));
     value.text = text.size() <= longestvalue ? text : trimright(text.substr(0, longestvalue));
-    value.place = value.written = place.part(0, text.size());
+    value.place = value.written = in.placeof(text);
   }
   in.passvalue(end, line.size());
 }
 
 void readtoken(tminiparser& in, readvalue& value) {
   in.skipbl();
+  if (value.text = in.plaintoken(); !value.text.empty()) {
+    value.good = true;
+    value.place = value.written = in.placeof(value.text);
+    return in.pass(value.text.size());
+  }
   const textplace place = in.restplace();
   const bool isquoted = in.ch() == '"';
-  value.good = in.nexttoken(value.text);
+  value.good = in.nexttoken(value.own);
+  value.text = value.own;
   value.place = value.written = in.since(place);
   if (!isquoted) return;
   value.quotes = value.good ? optxv_quotes_closed : optxv_quotes_open;
@@ -95,6 +98,7 @@ void tellvalue(const tzmaoptions& options, const readvalue& value, const toption
                std::int32_t which) {
   const std::int32_t number = option != nullptr ? option->position + 1 : 0;
   options.told->cutlong(optxv_cut_value, number, value.text, value.place);
+  if (!options.told->hears(&optxv_listener::value)) return;
   options.told->tell(&optxv_listener::value, {.option = number,
                                               .which = which,
                                               .quotes = value.quotes,

@@ -13,11 +13,12 @@ namespace optxv {
 
 /// A value as it was read, and where it is.
 struct readvalue {
-  shortstring text;
+  std::string_view text;   ///< good until the next line: it stands in the line, or in own
   bool good = false;       ///< there is a value, and the reader keeps it
   textplace place = {};    ///< of the text, without quotes
   textplace written = {};  ///< with them
   std::int32_t quotes = optxv_quotes_none;
+  shortstring own = {};  ///< a text that is not as it was written
 };
 
 /// Takes the value of end-of-line mode: what is left of the line up to a comment, or a text between

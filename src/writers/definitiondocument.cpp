@@ -149,7 +149,7 @@ void entrywriter::section(const outgoing& kind) {
   file_.put(kind.heading);
   for (i = 0; i < count; ++i)
     if (const toption& option = *options_.getobjects(i); kind.holds(option))
-      file_.put("   ", options_.getstrings(i), "  ", option.deprecatedtext, "\n");
+      file_.put("   ", options_.getstrings(i), "  ", option.deprecatedtext(), "\n");
 }
 
 void writedocument(outfile& file, const tzmaoptions& options) {

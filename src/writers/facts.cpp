@@ -59,10 +59,10 @@ void ownfacts(const tstrlistoption&, optionfacts&) {}
 void deprecation(const toption& option, optionfacts& facts) {
   facts.deprecated = option.marked(markDeprecatedOption);
   facts.obsolete = option.marked(markObsoleteOption);
-  facts.deprecatedtext = option.deprecatedtext.view();
+  facts.deprecatedtext = option.deprecatedtext();
   facts.synonymdeprecated = option.marked(markDeprecatedSynonym);
   facts.synonymobsolete = option.marked(markObsoleteSynonym);
-  facts.synonymdeprecatedtext = option.synonymdeprecatedtext.view();
+  facts.synonymdeprecatedtext = option.synonymdeprecatedtext();
 }
 
 optionfacts factsof(const toption& option) {

@@ -1,7 +1,9 @@
 #include "writers/help.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "foundation/numtext.h"
@@ -79,6 +81,7 @@ class helpwriter {
   }
 
   void collect();
+  void sort();
   const toption* optionof(std::int32_t entry) const;
   std::unordered_map<std::int32_t, std::vector<std::int32_t>> entriesbygroup() const;
   void summary(bool marks);
@@ -187,7 +190,28 @@ void helpwriter::collect() {
       items_.addobject(options_.getstrings(i), ownedobject(option));
   for (std::int32_t i = 0; i < options_.synonymlist.count(); ++i)
     if (shown(options_.synonymtarget(i))) items_.add(options_.synonymlist.getname(i));
-  items_.sortn(items_.count());
+  sort();
+}
+
+/// Sorts the entries. Where no two are alike only one order is right, and a sort finds it that no
+/// order of the names makes slow. Only where some are alike do the steps of the list's own sort
+/// decide.
+void helpwriter::sort() {
+  std::vector<std::int32_t> order(static_cast<std::size_t>(items_.count()));
+  std::iota(order.begin(), order.end(), 0);
+  std::sort(order.begin(), order.end(),
+            [this](std::int32_t i, std::int32_t j) { return items_.compare(i, j) < 0; });
+  const auto alike = [this](std::int32_t i, std::int32_t j) { return items_.compare(i, j) == 0; };
+  if (std::adjacent_find(order.begin(), order.end(), alike) != order.end())
+    return items_.sortn(items_.count());
+  // Each place gets its entry from the next place of its cycle, and is then its own.
+  for (std::int32_t start = 0; start < items_.count(); ++start) {
+    std::int32_t place = start, next = start;
+    while ((next = std::exchange(order[static_cast<std::size_t>(place)], place)) != start) {
+      items_.exchange(place, next);
+      place = next;
+    }
+  }
 }
 
 /// The option of an entry, for a synonym the one it stands for: nil if the first synonym of that

@@ -83,65 +83,73 @@ struct row {
   form opt, copt;
   values inputs, outcome;
 };
-const char* const definition =
-    "general group 1 7 General options\n"
-    "steplim integer 11 1000 0 5000 5 1 Step limit\n"
-    "tol double.TWO 12 0.5 0 1 6 1 Tolerance\n"
-    "logname string.TWO 13 run.log 8 1 Log file\n"
-    "method enumstr 14 primal 9 1 Method\n primal 21 Primal method\n dual 22 Dual method\n"
-    "names strlist 15 10 1 Names\n"
-    "maxsteps synonym steplim\n"
-    ".scale double 16 1 0 100 11 1 Scale factor\n"
-    "rowtype indicator\n";
-
-// clang-format off
-#define T(name) #name, [](void* h, const values& in) { return call(&opt##name, h, in); }, \
-                       [](void* h, const values& in) { return call(&copt##name, h, in); }
+#define T(name)                                                     \
+#name,                                                            \
+      [](void* h,                                                   \
+         const values&                                              \
+             in) { return call(&opt##name, h, in); },               \
+                                                   [](void* h,      \
+                                                      const values& \
+                                                          in) { return call(&copt##name, h, in); }
 const row rows[] = {
-    {T(readfromstr), {"steplim 500"}, {}}, {T(readfromstr), {"tol 0.25 0.75"}, {}},
-    {T(readfromstr), {"names one"}, {}}, {T(readfromstr), {"names two"}, {}},
+    {T(readfromstr), {"steplim 500"}, {}},
+    {T(readfromstr), {"names one"}, {}},
+    {T(readfromstr), {"names two"}, {}},
     {T(readfromstr), {"x.scale('a',*) = 2.5"}, {}},
-    {T(readfromstr), {"rowtype eqa('a','b')$vara('a') = yes"}, {}},
-    {T(getmessage), {1}, {"Bad message number = 0", 9}}, {T(setrefnrstr), {"steplim", 99}, {1}},
-    {T(setvaluesnr), {3, 1, 0.125, "not this"}, {1}}, {T(setvalues2nr), {4, 1, 0.5, "second"}, {1}},
-    {T(setstrnr), {4, "first"}, {1}}, {T(getval2str), {"logname"}, {1, "second"}},
-    {T(setstr2nr), {4, "two words"}, {1}}, {T(addmessage), {"hello"}, {}},
-    {T(showhelp), {"maxsteps"}, {}}, {T(getvaluesnr), {2}, {1, "steplim", 500, 0.0, "500"}},
-    {T(getgroupnr), {1}, {1, "general", 1, 7, "General options"}},
-    {T(getindicatornr), {1}, {1, "eqa", "vara", 2, 1, 1}},
+    {T(readfromstr), {"tie eqa('a','b')$vara('a') = yes"}, {}},
+    {T(getmessage), {1}, {"Bad message number = 0", 9}},
+    {T(addmessage), {"hello"}, {}},
+    {T(showhelp), {"reltol"}, {}},
     {T(getmessage), {1}, {"*** Error hello", 9}},
-    {T(getmessage), {2}, {"maxsteps is a synonym for steplim", 1}}, {T(lookup), {"STEPLIM"}, {1}},
-    {T(getsynonym), {1}, {1, "maxsteps", "steplim"}},
-    {T(findstr), {"maxsteps"}, {1, 2, 99}}, {T(findstr), {"none"}, {0, -1, -1}},
-    {T(readfromliststr), {"names", 2}, {1, "two"}},
-    {T(getvalstr), {"maxsteps"}, {1, "500"}}, {T(gethelpnr), {2}, {1, "steplim", "Step limit"}},
-    {T(getopthelpnr), {2}, {1, "steplim", 5, 1}}, {T(listcountstr), {"names"}, {2}},
-    {T(getenumvalue), {5, 2}, {1, 0, "dual"}}, {T(getenumhelp), {5, 2}, {1, 22, "Dual method"}},
-    {T(getenumstrnr), {5}, {1, "primal", 1}}, {T(getnamenr), {2}, {1, "steplim"}},
-    {T(getdefaultstr), {4}, {1, "run.log"}}, {T(getstrnr), {4}, {1, "first"}},
-    {T(getstr2nr), {4}, {1, "two words"}}, {T(getdotoptnr), {1}, {1, "x", 7, 2, 2.5}},
-    {T(getdotoptuel), {1, 1}, {1, "a"}}, {T(getequindicatornr), {1, 2}, {1, "'b'"}},
-    {T(getvarindicatornr), {1, 1}, {1, "'a'"}}, {T(gettypename), {2}, {1, "string"}},
-    {T(getconstname), {2, 9}, {1, "optTypeImmediate"}}, {T(definitionfile), {}, {"calls.def"}},
-    {T(getfromliststr), {"names"}, {1, "one"}}, {T(getfromanystrlist), {1}, {0, "names", ""}},
-    {T(getfromanystrlist), {0}, {1, "names", "two"}},
+    {T(getmessage), {2}, {"reltol is a synonym for tol", 1}},
     {T(readparameterfile), {"/nowhere/at all"}, {2}},
     {T(writeparameterfile), {"/nowhere/at all"}, {2}},
+    {T(setrefnrstr), {"steplim", 99}, {1}},
+    {T(setvaluesnr), {3, 1, 0.125, "not this"}, {1}},
+    {T(setvalues2nr), {22, 1, 0.5, "second"}, {1}},
+    {T(getval2str), {"title"}, {1, "second"}},
+    {T(setstrnr), {22, "first"}, {1}},
+    {T(setstr2nr), {22, "two words"}, {1}},
+    {T(getstrnr), {22}, {1, "first"}},
+    {T(getstr2nr), {22}, {1, "two words"}},
+    {T(getvaluesnr), {2}, {1, "steplim", 500, 0.0, "500"}},
+    {T(getvalstr), {"maxsteps"}, {1, "500"}},
+    {T(getdefaultstr), {4}, {1, "run log"}},
+    {T(getnamenr), {2}, {1, "steplim"}},
+    {T(gethelpnr), {2}, {1, "steplim", "Step limit"}},
+    {T(getopthelpnr), {2}, {1, "steplim", 5, 1}},
+    {T(getgroupnr), {1}, {1, "limits", 1, 7, "Limits of a run"}},
+    {T(getenumvalue), {5, 2}, {1, 0, "dual"}},
+    {T(getenumhelp), {5, 2}, {1, 22, "Dual method"}},
+    {T(getenumstrnr), {5}, {1, "primal", 1}},
+    {T(lookup), {"STEPLIM"}, {1}},
+    {T(findstr), {"maxsteps"}, {1, 2, 99}},
+    {T(findstr), {"none"}, {0, -1, -1}},
+    {T(getsynonym), {1}, {1, "maxsteps", "steplim"}},
+    {T(listcountstr), {"names"}, {2}},
+    {T(readfromliststr), {"names", 2}, {1, "two"}},
+    {T(getfromliststr), {"names"}, {1, "one"}},
+    {T(getfromanystrlist), {1}, {0, "names", ""}},
+    {T(getfromanystrlist), {0}, {1, "names", "two"}},
+    {T(getdotoptnr), {1}, {1, "x", 13, 2, 2.5}},
+    {T(getdotoptuel), {1, 1}, {1, "a"}},
+    {T(getindicatornr), {1}, {1, "eqa", "vara", 2, 1, 1}},
+    {T(getequindicatornr), {1, 2}, {1, "'b'"}},
+    {T(getvarindicatornr), {1, 1}, {1, "'a'"}},
+    {T(gettypename), {2}, {1, "string"}},
+    {T(getconstname), {2, 9}, {1, "optTypeImmediate"}},
+    {T(definitionfile), {}, {"everykind.def"}},
     {T(readdefinition), {"/nowhere/at all"}, {2}},
 };
-// clang-format on
 
 class Calls : public ::testing::Test {
  protected:
   void SetUp() override {
-    const std::string file = ::testing::TempDir() + "calls.def";
-    std::ofstream(file) << definition;
     for (void** handle : {&opt_, &copt_}) {
       xcreate(handle);
       EXPECT_EQ(optcount(*handle), 0);
-      ASSERT_EQ(coptreaddefinition(*handle, file.c_str()), 0);
+      ASSERT_EQ(coptreaddefinition(*handle, OPTXV_TESTS "/support/everykind.def"), 0);
     }
-    std::remove(file.c_str());
   }
   void TearDown() override {
     for (void** handle : {&opt_, &copt_, &copt_}) xfree(handle);
@@ -164,6 +172,68 @@ TEST_F(Calls, BothFormsGiveTheSame) {
   EXPECT_EQ(seen.size(), 40U) << "a function with text is missing";
 }
 
+/// What an operation gives for a number that is bad: below 1, or above the count.
+struct badnumber {
+  const char* name;
+  form plain;
+  values inputs, outcome;
+};
+#define B(name) #name, [](void* h, const values& in) { return call(&opt##name, h, in); }
+const badnumber badnumbers[] = {
+    {B(getinfonr), {}, {0, 0, 0, 0, -1, -1, -1}},
+    {B(getdefinednr), {}, {0, 0}},
+    {B(getnamenr), {}, {0, ""}},
+    {B(gethelpnr), {}, {0, "", ""}},
+    {B(getopthelpnr), {}, {0, "", -1, -1}},
+    {B(getoptgroupnr), {}, {-1}},
+    {B(getvaluesnr), {}, {0, "", 0, 0.0, ""}},
+    {B(getintnr), {}, {0, 77}},  // what an operation does not say it clears stays
+    {B(getdbl2nr), {}, {0, 77.0}},
+    {B(getstrnr), {}, {0, ""}},
+    {B(getstr2nr), {}, {0, ""}},
+    {B(getboundsint), {}, {0, 77, 77, 77}},
+    {B(getdefaultstr), {}, {0, ""}},
+    {B(getenumcount), {}, {0, -1}},
+    {B(getenumvalue), {1}, {0, -1, ""}},
+    {B(getenumhelp), {1}, {0, -1, ""}},
+    {B(getenumstrnr), {}, {0, "", -1}},
+    {B(getgroupnr), {}, {0, "", 0, 0, ""}},
+    {B(getgroupgrpnr), {}, {-1}},
+    {B(getsynonym), {}, {0, "", ""}},
+    {B(setintnr), {1}, {0}},
+    {B(setstr2nr), {"x"}, {0}},
+    {B(setrefnr), {7}, {0}},
+    {B(resetnr), {}, {0}},
+    {B(gettypename), {}, {0, ""}},
+};
+
+TEST_F(Calls, BadNumbersGiveNothing) {
+  for (const badnumber& row : badnumbers)
+    for (const int32_t bad : {INT32_MIN, -1, 0, 25, INT32_MAX}) {
+      if (bad == 0 && std::string(row.name) == "gettypename") continue;  // the only count from 0
+      values inputs = row.inputs;
+      inputs.insert(inputs.begin(), bad);
+      EXPECT_EQ(row.plain(opt_, inputs), row.outcome) << row.name << ' ' << bad;
+    }
+  EXPECT_EQ(optmessagecount(opt_), 0) << "a bad number is a result and never a message";
+}
+
+TEST_F(Calls, ChangesAreRecentOnlyWhileThatIsEnabled) {
+  EXPECT_EQ(optrecentenabled(opt_), 1);
+  optrecentenabledset(opt_, 0);
+  EXPECT_EQ(optrecentenabled(opt_), 0);
+  call(&optreadfromstr, opt_, {"steplim 5"});
+  optrecentenabledset(opt_, -7);
+  EXPECT_EQ(optrecentenabled(opt_), 1);
+  call(&optreadfromstr, opt_, {"level 2"});
+  const values steplim = {1, 1, 0, 11, 1, 0, 0}, level = {1, 1, 1, 15, 1, 5, 0};
+  EXPECT_EQ(call(&optgetinfonr, opt_, {2}), steplim) << "set, but not recently";
+  EXPECT_EQ(call(&optgetinfonr, opt_, {6}), level);
+  optresetrecentchanges(opt_);
+  EXPECT_EQ(call(&optgetstrnr, opt_, {2}), (values{1, "5"}));
+  EXPECT_EQ(call(&optgetstrnr, opt_, {6}), (values{1, "1"}));
+}
+
 TEST_F(Calls, LongTextsIn) {
   for (const std::size_t length : {0, 1, 254, 255, 256, 100000}) {
     const std::string text(length, 'x');
@@ -178,7 +248,8 @@ TEST_F(Calls, LongTextsIn) {
 }
 
 TEST_F(Calls, NilTextsInAreEmpty) {
-  coptaddmessage(copt_, nullptr), optaddmessage(copt_, nullptr);
+  coptaddmessage(copt_, nullptr);
+  optaddmessage(copt_, nullptr);
   for (const int number : {1, 2})
     EXPECT_EQ(call(&coptgetmessage, copt_, {number}), (values{"*** Error ", 9}));
   optreadfrompchar(copt_, nullptr);

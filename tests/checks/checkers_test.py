@@ -8,6 +8,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / 'checks'))
 import check_exports  # noqa: E402
 import check_floors  # noqa: E402
+import check_symbols  # noqa: E402
 import check_tree  # noqa: E402
 
 FLOORS = '''tree src\n0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *
@@ -104,6 +105,14 @@ class Checkers(unittest.TestCase):
             with self.subTest(expected):
                 found = list(check_exports.differences(entries, *zip(*symbols)))
                 self.assertEqual(found, [expected] if expected else [])
+
+    def test_symbols(self):
+        listed = ['lib.so.2 lib2 #MINVER#', ' (c++|regex)"^ns::.*@Base$" 2.0.0', ' gone@Base 2.0.0', ' kept@Base 2.0.0']
+        names = {'kept', 'anew'}
+        self.assertEqual([fault.split(': ')[1] for fault in check_symbols.differences(listed, names)], ['anew', 'gone'])
+        after = check_symbols.recorded(listed, names, '2.1.0')
+        self.assertEqual(after, [*listed[:2], ' anew@Base 2.1.0', ' kept@Base 2.0.0'])
+        self.assertEqual(check_symbols.differences(after, names), [])
 
 
 if __name__ == '__main__':

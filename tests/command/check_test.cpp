@@ -51,14 +51,17 @@ p:4:2: error: Unknown option "stesp"
     4 |  stesp 4
       |  ^~~~~
 p:4:2: note: did you mean "steps"?
+p:4:2: help: write "steps 4"
 p:5:2: error: unknown .suffix ".proir" for key "x"
     5 | x.proir 1
       |  ^~~~~~
 p:5:2: note: it also leads to: Option keyword expected, saw "1"
 p:5:2: note: did you mean ".prior"?
+p:5:2: help: write "x.prior 1"
 p:6:1: warning: deprecated synonym "tlim"; Use time_limit
     6 | tlim 7
       | ^~~~
+p:6:1: help: write "time_limit 7"
 q:2:12: error: Double expected for option "time_limit" saw "y"
     2 | time_limit y
       |            ^
@@ -82,24 +85,16 @@ p:11:10: warning: a value has 255 bytes at most; 756 bytes are lost
 TEST_F(Check, TellsWhatWouldDo) {
   const std::pair<string, string> rows[] = {
       {"time_limit: 5", "time_limit 5"},
-      {"time_limit:=5", "time_limit 5"},
       {"time-limit = 5", "time_limit 5"},
       {"time limit 5", "time_limit 5"},
       {"time_limit\xc2\xa0"
        "5",
        "time_limit 5"},
       {"time_limit 1,5", "time_limit 1.5"},
-      {"steps 10,000", "steps 10000"},
       {"time_limit 10s", "time_limit 10"},
-      {"time_limit 5;", "time_limit 5"},
       {"time_limit inf", "time_limit 1e6"},
-      {"time_limit auto", "time_limit 3600\" for the default"},
       {"time_limit", "time_limit 3600\" for the default"},
       {"steps '5'", "steps 5"},
-      {"method \xe2\x80\x9c"
-       "auto\xe2\x80\x9d",
-       "method auto"},
-      {"log_file 'x'", "log_file x"},
       {"log_file \"the \"big\" log\"", "log_file the big log"},
       {"steps 5 // note", "steps 5"},
       {"steps: \xe2\x80\x9c"
@@ -136,6 +131,7 @@ p:3:3: help: a comment has a line of its own, with a * in column 1
 p:4:8: error: Unknown value for option "method" saw "simplx"
 p:4:8: note: Possible values are  auto simplex
 p:4:8: note: did you mean "simplex"?
+p:4:8: help: write "method simplex"
 3 errors, 1 warning in 2 files
 )");
 }
@@ -144,7 +140,8 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
   const std::pair<string, string> rows[] = {
       {"steps 5\nsteps 6\n",
        "p:2:7: warning: the option \"steps\" is set again\n"
-       "p:1:7: note: it was set here before\n"},
+       "p:1:7: note: it was set here before\n"
+       "p:2:7: help: make the first a comment: it has no effect\n"},
       {"range 1 2\nrange * 3\nmarks yes\nscale no\npaths a\npaths b\n", ""},
       {"scale no\nmarks yes\n",
        "p:2:7: warning: the option \"scale\" is set again by \"marks\"\n"
@@ -236,7 +233,9 @@ d: help: the definition comes first, then the parameter files; are the two swapp
 TEST_F(Check, TellsAllAndCountsWhatCounts) {
   string bad;
   for (int i = 0; i < 5100; i++) bad += "zzz" + std::to_string(i) + " 1\n";
-  save("many", bad), save("one", "steps x\n"), save("warned", "tlim 5\n");
+  save("many", bad);
+  save("one", "steps x\n");
+  save("warned", "tlim 5\n");
   EXPECT_TRUE(check("s.def many one").ends_with("\n5,101 errors in 3 files\n"));
   EXPECT_EQ(run("check s.def warned").status, 0);
 }
@@ -248,12 +247,15 @@ TEST_F(Check, JsonHoldsTheSame) {
       "code": "range", "file": "p", "line": 1, "column": 7, "length": 6, "source": "steps 500000",
       "text": "Integer range error for option \"steps\" saw \"500000\"",
       "notes": [{"text": "Valid range is 0 to 100000"}]})"));
-  EXPECT_EQ(all[1]["hints"], json::parse(R"([{"write": "steps 6"}])"));
+  EXPECT_EQ(all[1]["hints"], json::parse(R"([{"write": "steps 6", "sure": false,
+      "edits": [{"file": "p", "line": 3, "column": 7, "length": 3, "text": "6"}]}])"));
   EXPECT_EQ(all[2], json::parse(R"({"severity": "warning", "kind": null, "code": "set-twice",
       "file": "p", "line": 4, "column": 7, "length": 1, "source": "steps 6",
       "text": "the option \"steps\" is set again",
       "notes": [{"text": "it was set here before", "file": "p", "line": 2, "column": 7,
-                 "length": 1}]})"));
+                 "length": 1}],
+      "hints": [{"text": "make the first a comment: it has no effect", "sure": true,
+                 "edits": [{"file": "p", "line": 2, "column": 1, "length": 0, "text": "* "}]}]})"));
 }
 
 // The line is cut, and given once.

@@ -5,28 +5,20 @@
 #include <tuple>
 
 #include "commandrun.h"
+#include "support/everykind.h"
 
 namespace optxv::test {
 namespace {
 
 using nlohmann::json;
 
-const char* const definition =
-    "comment eolcomm #\nsteplim integer 1 1000 0 10000 10 1 Step limit\n Stops the run.\n"
-    "tol double 2 0.5 0 1 11 1 Tolerance\nlogname string 3 \"run log\" 12 1 Log file\n"
-    "scale boolean 4 1 13 1 Scale\nverbose boolean.NV 5 0 14 1 Talk\n"
-    "range integer.TWO 6 1 0 9 15 1 Range\n"
-    "method enumstr 7 primal 16 1 Method\n primal 1 Primal\n dual 2 Dual\n"
-    "names strlist 8 17 1 Names\nrf immediate ReadFile 0 1 Read\n"
-    ".weight double 9 1 0 100 29 1 Weight\nstplim synonym steplim\nstplim deprecated\n"
-    " stplim Use steplim\nrowtype indicator\n";
 const char* const settings =
     "steplim 7\nverbose\nrange * 4\nlogname = my log\nnames one\nnames \"two, three\"\n"
-    "--note first try\nx.weight('a',*) = 2.5\nrowtype e('i')$v = yes\n";
+    "--note first try\nx.scale('a',*) = 2.5\ntie e('i')$v = yes\n";
 
 class Command : public commandrun {
  protected:
-  void SetUp() override { save("s.def", definition); }
+  void SetUp() override { save("s.def", everykind()); }
 };
 
 TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
@@ -39,7 +31,7 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
       {"check s.def " + name,
        name + ": error: cannot be read: File name too long\n1 error in 2 files, 1 not read\n", ""},
       {"help none", "", none},
-      {"show s.def none", "0 of 11 options are set\n", none},
+      {"show s.def none", "0 of 24 options are set\n", none},
       {"show s.def >/dev/full", "",
        "optxv: error: standard output: cannot be written: No space left on device\n"}};
   save("good", "steplim 5\n");
@@ -51,14 +43,17 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
 
 TEST_F(Command, ModesAreSwitched) {
   save("p", "steplim 99999, tol 0.25\n");
-  EXPECT_EQ(run("write --no-bounds --tokens s.def p").out, " 1\nsteplim=99999\n 0\ntol=0.25\n");
+  EXPECT_EQ(run("write --no-bounds --tokens s.def p").out,
+            "free 1\nsteplim=99999\nfree 0\ntol=0.25 0.25\n");
   EXPECT_EQ(run("check --tokens s.def p").out.find("p:1:9: error: Integer range error"), 0U);
   EXPECT_EQ(run("check --no-bounds --tokens s.def p").status, 0);
   EXPECT_EQ(run("check --no-bounds s.def p").status, 1);
 }
 
 TEST_F(Command, ADashIsStandardInput) {
-  save("p", "steplim 7\nrf q\n"), save("q", "tol y\n"), save("bad", "steplim\n");
+  save("p", "steplim 7\nread q\n");
+  save("q", "tol y\n");
+  save("bad", "steplim\n");
   const auto named = [](std::string text) {
     return std::regex_replace(text, std::regex("(^|\n)(p|s.def):"), "$1-:");
   };
@@ -73,19 +68,24 @@ TEST_F(Command, ADashIsStandardInput) {
 
 TEST_F(Command, ShowPrintsATable) {
   save("p", settings);
-  EXPECT_EQ(run("show s.def p").out,
-            "Nr  Name     Kind         Value       Default    Set\n"
-            " 2  steplim  integer      7           1000       set\n"
-            " 4  logname  string       \"my log\"    \"run log\"  set\n"
-            " 6  verbose  boolean.NV   0           0          set\n"
-            " 7  range    integer.TWO  1 4         1          second\n"
-            " 9  names    strlist      one                    set\n"
-            "                          two, three\n"
-            "11  .weight  double       2.5         1          set\n"
-            "12  --note   strlist      first try              set\n"
-            "\n7 of 12 options are set\n"
-            "\nDot options\n  x.weight('a',*) = 2.5\n"
-            "\nIndicators\n  e('i')$v = 1\n");
+  EXPECT_EQ(run("show s.def p").out, R"(Nr  Name     Kind         Value       Default    Set
+ 2  steplim  integer      7           1000       set
+ 4  logname  string       "my log"    "run log"  set
+ 7  verbose  boolean.NV   1           1          set
+ 9  names    strlist      one                    set
+                          two, three
+13  .scale   double       2.5         1          set
+21  range    integer.TWO  2 4         2          second
+25  --note   strlist      first try              set
+
+7 of 25 options are set
+
+Dot options
+  x.scale('a',*) = 2.5
+
+Indicators
+  e('i')$v = 1
+)");
 }
 
 TEST_F(Command, LimitsGoByTheirNames) {
@@ -114,16 +114,16 @@ TEST_F(Command, ShowAsksByNumber) {
 TEST_F(Command, JsonHoldsTheSame) {
   save("p", std::string(settings) + "steplim 50000\n\xff\n");
   const json shown = json::parse(run("show --json s.def p").out), options = shown["options"];
-  EXPECT_EQ(json({options[3]["value"], options[3]["set"], shown["dotoptions"]}), json::parse(R"([
-      [1, 4], [false, true],
-      [{"symbol": "x", "attribute": ".weight", "labels": ["a", "*"], "value": 2.5}]])"));
+  EXPECT_EQ(json({options[5]["value"], options[5]["set"], shown["dotoptions"]}), json::parse(R"([
+      [2, 4], [false, true],
+      [{"symbol": "x", "attribute": ".scale", "labels": ["a", "*"], "value": 2.5}]])"));
   EXPECT_EQ(json::parse(run("api --json").out)["functions"].size(), 75U);
 }
 
 TEST_F(Command, WrittenStateReadsBack) {
   save("p",
        "steplim 7\nverbose\nrange 2 4\nlogname = my log\nnames one\nnames two, three\n"
-       "x.weight('a',*) = 2.5\nrowtype e('i')$v = yes\n");
+       "x.scale('a',*) = 2.5\ntie e('i')$v = yes\n");
   EXPECT_EQ(run("write s.def p -o again").out, "");
   EXPECT_EQ(run("write s.def again").out, get("again"));
   EXPECT_EQ(run("show s.def again").out, run("show s.def p").out);
@@ -131,12 +131,13 @@ TEST_F(Command, WrittenStateReadsBack) {
 
 TEST_F(Command, AnyBytesAreReadWithoutHarm) {
   std::mt19937 random(3);
-  const std::string words = "steplim tol x.weight('a') = 1 \"rowtype e$v\n\n\n \x1a\t*#,integer";
+  const std::string words = "steplim tol x.scale('a') = 1 \"tie e$v\n\n\n \x1a\t*#,integer";
   for (int round = 0; round < 12; round++) {
     std::string text;
     for (int i = 0; i < 3000; i++)
       text += round % 2 == 0 ? static_cast<char>(random()) : words[random() % words.size()];
-    save("junk", text), save("junk.def", definition + text);
+    save("junk", text);
+    save("junk.def", everykind() + text);
     for (const char* arguments :
          {"check junk.def junk", "show --all junk.def junk", "write s.def junk"}) {
       const outcome got = run(arguments);

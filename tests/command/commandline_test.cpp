@@ -42,7 +42,6 @@ TEST_F(Commandline, WordsThatAskForText) {
   const std::string version = "optxv 2.0.0, API version 2\nlibrary: optxv  ";
   const row rows[] = {
       {"", 2, "", "usage: optxv SUBCOMMAND ...\n  check       Report everything that is wrong"},
-      {"-V", 0, version, ""},
       {"--version", 0, version, ""},
       {"-h", 0, "Check, show, rewrite and document", ""},
       {"reference --help", 0,
@@ -78,12 +77,7 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
       wrong("--versoin", "optxv has no flag \"--versoin\"", "did you mean \"--version\"?"),
       wrong("check s.def --no-bound", "check has no flag \"--no-bound\"",
             "did you mean \"--no-bounds\"?"),
-      wrong("check --No_Bound s.def", "check has no flag \"--No_Bound\"",
-            "did you mean \"--no-bounds\"?"),
       wrong("check -json s.def", "check has no flag \"-json\"", "did you mean \"--json\"?"),
-      wrong("check --max-error=5", "check has no flag \"--max-error\"",
-            "did you mean \"--max-errors\"?"),
-      wrong("check --loud s.def", "check has no flag \"--loud\"", "see optxv check --help"),
       wrong("check \"$(printf %b '--\\033[31m')\"", "check has no flag \"--\\x1B[31m\"",
             "see optxv check --help"),
       wrong("show --strict s.def", "show has no flag \"--strict\"", "it is a flag of check"),
@@ -111,8 +105,9 @@ TEST_F(Commandline, CheckCountsErrorsAsItIsTold) {
   const std::string all = "3 errors in 2 files\n", caret = "      |         ^\n";
   const std::pair<const char*, std::string> endings[] = {
       {"1", first + "    1 | steplim x\n" + caret + "2 more errors not shown\n" + all},
-      {"2", "did you mean \"steplim\"?\n1 more error not shown\n" + all},
-      {"3", "    3 | steplim y\n" + caret + all},
+      {"2",
+       "did you mean \"steplim\"?\nbad:2:1: help: write \"steplim 1\"\n1 more error not shown\n" +
+           all},
       {"0", "    3 | steplim y\n" + caret + all}};
   for (const auto& [most, ending] : endings)
     EXPECT_TRUE(run(std::string("check s.def bad --max-errors ") + most).out.ends_with(ending))

@@ -85,7 +85,8 @@ TEST_F(Delivery, AFileIsReplacedAndKeepsWhatItIs) {
 }
 
 TEST_F(Delivery, LinksStay) {
-  save("file", "old"), save("one", "old and longer");
+  save("file", "old");
+  save("one", "old and longer");
   fs::create_directory(path("sub"));
   fs::create_symlink("../file", path("sub/link"));
   fs::create_symlink("sub/link", path("chain"));
@@ -124,7 +125,8 @@ TEST_F(Delivery, DescriptorsDevicesAndPipesAreWrittenThrough) {
 }
 
 TEST_F(Delivery, StandardOutputIsAppendedTo) {
-  save("s.def", "steplim integer 1 1000 0 10000 10 1 Step limit\n"), save("p", "steplim 7\n");
+  save("s.def", "steplim integer 1 1000 0 10000 10 1 Step limit\n");
+  save("p", "steplim 7\n");
   for (const char* destination : {"", "-o /dev/stdout", "-o /dev/fd/1", "-o /dev/fd/7 7>&1"}) {
     save("log", "begun\n");
     const outcome got = run(std::string("write s.def p >>log ") + destination);
@@ -137,7 +139,9 @@ TEST_F(Delivery, StandardOutputIsAppendedTo) {
 }
 
 TEST_F(Delivery, InputsAreNotWrittenOver) {
-  save("input", "the input"), save("second", "2"), save("output", "3");
+  save("input", "the input");
+  save("second", "2");
+  save("output", "3");
   fs::create_symlink("input", path("link"));
   fs::create_hard_link(path("input"), path("hard"));
   const descriptor opened(open(path("input").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
@@ -190,9 +194,12 @@ TEST_F(Delivery, AFileThatIsTooLargeIsAFailureAndNoDeath) {
 
 TEST_F(Delivery, WhatCannotBeReplacedIsWrittenInPlaceIfItMayBeWritten) {
   fs::create_directory(path("closed"));
-  save("closed/file", "old"), save("closed/refused", "old"), save("others", "old");
+  save("closed/file", "old");
+  save("closed/refused", "old");
+  save("others", "old");
   for (const char* name : {"closed/file", "others"}) chmod(path(name).c_str(), 0666);
-  chmod(path("closed/refused").c_str(), 0444), chmod(path("closed").c_str(), 0555);
+  chmod(path("closed/refused").c_str(), 0444);
+  chmod(path("closed").c_str(), 0555);
   const ino_t inode = statusof(path("others")).st_ino;
   EXPECT_EQ(
       asnobody([&] { return told(path("closed/file"), "new") + told(path("others"), "new"); }), "");

@@ -38,7 +38,8 @@ class Documents : public commandrun {
 };
 
 TEST_F(Documents, GoToStandardOutputOrWholeIntoAFile) {
-  save("target", "old"), chmod((folder_ / "target").c_str(), 0640);
+  save("target", "old");
+  chmod((folder_ / "target").c_str(), 0640);
   fs::create_symlink("target", folder_ / "link");
   const std::pair<std::string, const char*> pieces[] = {
       {"html", "<td> Rate &lt;b&gt; \"q\" </td>"},
@@ -59,7 +60,6 @@ TEST_F(Documents, GoToStandardOutputOrWholeIntoAFile) {
 TEST_F(Documents, FailuresAreNamedWithTheReason) {
   const std::pair<std::string, std::string> rows[] = {
       {"definition s.def -o .", ".: cannot be opened: Is a directory"},
-      {"html s.def -o none/x", "none/x: cannot be opened: No such file or directory"},
       {"html s.def -o /dev/full", "/dev/full: cannot be written: No space left on device"},
       {"html s.def >/dev/full", "standard output: cannot be written: No space left on device"},
       {"reference s.def -o none/site", "none/site: cannot be made: No such file or directory"},

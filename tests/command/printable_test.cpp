@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "text/names.h"
 
 namespace optxv::test {
@@ -33,17 +31,6 @@ TEST(Printable, WhatActsOnATerminalOrHidesIsEscaped) {
       {"\x80\xBF", "\\x80\\xBF"}};
   for (const auto& [bytes, shown] : rows) EXPECT_EQ(printable(bytes), shown);
   EXPECT_EQ(command::printableline("\ta\x1B"), " a\\x1B");
-}
-
-TEST(Printable, RandomBytesBecomeTextThatStays) {
-  std::mt19937 random(11);
-  for (int round = 0; round < 2000; round++) {
-    std::string bytes;
-    for (int i = 0; i < 40; i++) bytes += static_cast<char>(random() % 3 == 0 ? 'a' : random());
-    const std::string shown = printable(bytes);
-    EXPECT_EQ(printable(shown), shown);
-    EXPECT_EQ(shown.find_first_of(std::string("\0\t\n\r\x1B\x7F", 6)), shown.npos);
-  }
 }
 
 TEST(Printable, ColumnsAreThoseOfATerminal) {

@@ -1,21 +1,19 @@
 // What is written, what is held back, and what does not come back as it was.
 
 #include "commandrun.h"
+#include "support/everykind.h"
 
 namespace optxv::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-const char* const definition =
-    "comment eolcomm #\nlimits group 1 1 Limits\nsteplim integer 1 1000 0 10000 10 1 Step limit\n"
-    "tol double 2 0.5 0 1 11 1 Tolerance\nlogname string 3 run.log 12 1 Log file\n"
-    "range integer.TWO 6 1 0 9 15 1 Range\nnames strlist 8 17 1 Names\n"
-    "read immediate ReadFile 0 1 Read\n.weight double 9 1 0 100 29 1 Weight\nrowtype indicator\n";
-
 class Product : public commandrun {
  protected:
-  void SetUp() override { save("s.def", definition), save("good", "steplim 7\n"); }
+  void SetUp() override {
+    save("s.def", everykind());
+    save("good", "steplim 7\n");
+  }
 };
 
 const std::string forced = "optxv: note: --force writes it all the same\n";
@@ -34,7 +32,8 @@ TEST_F(Product, NothingIsWrittenOfFilesWithErrors) {
       {"definition bad.def -o target", 1, "target", faults},
       {"include bad.def", 1, "standard output", faults},
       {"reference bad.def -o site", 1, "site/index.html", faults}};
-  save("bad", "steplim 7\nsteplm 8\n"), save("target", "old");
+  save("bad", "steplim 7\nsteplm 8\n");
+  save("target", "old");
   save("bad.def", "good boolean 1 0 1 1 G\nbad integr 1 1 0 9 1 1 x\n");
   for (const auto& [arguments, status, where, why] : rows) {
     const outcome got = run(arguments);
@@ -53,9 +52,11 @@ TEST_F(Product, NothingIsWrittenOfFilesWithErrors) {
 
 TEST_F(Product, NothingIsLaidOverWhatWasRead) {
   const std::string nested = "* kept\nsteplim 7\n";
-  save("nested", nested), save("p", "read nested\n"),
-      fs::create_symlink("nested", folder_ / "link");
-  fs::create_directory(folder_ / "site"), fs::copy(folder_ / "s.def", folder_ / "site/index.html");
+  save("nested", nested);
+  save("p", "read nested\n");
+  fs::create_symlink("nested", folder_ / "link");
+  fs::create_directory(folder_ / "site");
+  fs::copy(folder_ / "s.def", folder_ / "site/index.html");
   const std::pair<std::string, std::string> rows[] = {
       {"write s.def nested -o nested", "nested"},
       {"write s.def p -o link", "link"},
@@ -68,7 +69,7 @@ TEST_F(Product, NothingIsLaidOverWhatWasRead) {
     EXPECT_EQ(got.err + std::to_string(got.status), "optxv: error: " + where + overlaid + "2")
         << arguments;
   }
-  EXPECT_EQ(get("nested") + get("s.def"), nested + definition);
+  EXPECT_EQ(get("nested") + get("s.def"), nested + everykind());
   EXPECT_EQ(run("write --force s.def p -o link").status, 0);
   EXPECT_EQ(get("nested"), "steplim=7\n");
 }
@@ -76,15 +77,17 @@ TEST_F(Product, NothingIsLaidOverWhatWasRead) {
 TEST_F(Product, WhatDoesNotComeBackIsTold) {
   const std::string longest = "a " + std::string(252, 'x');  // with quotes it is over 255 bytes
   const std::pair<std::string, std::string> rows[] = {
-      {"logname it's\nnames a\nrange 2 3\ntol 1e-8\nx.weight('a') = 2", ""},
+      {"logname it's\nnames a\nrange 2 3\ntol 1e-8\nx.scale('a') = 2", ""},
       {"logname \"x#y\"", "logname: \"x#y\" comes back as \"x\""},
       {"logname \"#\"", "logname: \"#\" does not come back"},
-      {"tol 0.1234567890123456789", "tol: 0.12345678901234568 comes back as 0.123456789012346"},
+      {"tol 0.1234567890123456789",
+       "tol: 0.12345678901234568 0.12345678901234568 comes back as "
+       "0.123456789012346 0.123456789012346"},
       {"range * 4", ""},
       {"names a\nnames \"b#c\"\nnames d", "names: item 2, \"b#c\" comes back as \"b\""},
       {"names a\nnames \"#\"", "names: 2 items comes back as 1, from item 2, \"#\""},
       {"--note one two", "--note: \"one two\" does not come back"},
-      {"x.weight(\"a'b\") = 2\nx.weight(\"b#c\") = 3\nrowtype e(i)$v = 1", ""},
+      {"x.scale(\"a'b\") = 2\nx.scale(\"b#c\") = 3\ntie e(i)$v = 1", ""},
       {"logname \"" + longest + "\"", "logname: \"" + longest + "\" does not come back"}};
   for (const auto& [text, told] : rows) {
     save("p", text + '\n');

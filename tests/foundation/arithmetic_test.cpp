@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cfenv>
 #include <cstdio>
 #include <limits>
-#include <random>
 #include <string>
-#include <vector>
 
 #include "foundation/numtext.h"
 #include "foundation/sortedlists.h"
@@ -69,38 +66,31 @@ std::string writings(double x) {
   return all;
 }
 
-std::vector<std::string> texts() {
-  std::mt19937_64 random(11);
-  std::vector<std::string> all = {"1e-310", "-4.9e-324", "2.2250738585072011e-308", "1e400",
-                                  "-1e-400"};
-  while (all.size() < 3000) {
-    std::string text = random() % 2 == 0 ? "-" : "";
-    text += std::to_string(random() % 1000000) + '.' + std::to_string(random());
-    if (random() % 3 != 0) text += 'e' + std::to_string(static_cast<int>(random() % 680) - 340);
-    all.push_back(text);
-  }
-  return all;
-}
-
-std::vector<double> numbers() {
-  std::mt19937_64 random(12);
-  using limits = std::numeric_limits<double>;
-  std::vector<double> all = {0.0,
-                             -0.0,
-                             0.49999999999999994,
-                             0.5,
-                             2.5,
-                             limits::max(),
-                             limits::min(),
-                             -1e-310,
-                             limits::denorm_min(),
-                             limits::infinity()};
-  while (all.size() < 3000) {
-    const double any = std::bit_cast<double>(random());
-    all.push_back(random() % 2 == 0 ? any : static_cast<double>(random() % 2000000) / 1024);
-  }
-  return all;
-}
+const char* const texts[] = {"0.1",
+                             "-0.7",
+                             "123456789012345678901234567890",
+                             "1.7976931348623157e308",
+                             "-1.2345678901234567e-5",
+                             "9007199254740993",
+                             "2.2250738585072011e-308",
+                             "1e-310",
+                             "-4.9e-324",
+                             "1e400",
+                             "-1e-400",
+                             "5e-1"};
+const double numbers[] = {0.0,
+                          -0.0,
+                          0.49999999999999994,
+                          0.5,
+                          2.5,
+                          -1234567.890625,
+                          1.0 / 3,
+                          1e22 / 7,
+                          std::numeric_limits<double>::max(),
+                          std::numeric_limits<double>::min(),
+                          -1e-310,
+                          std::numeric_limits<double>::denorm_min(),
+                          std::numeric_limits<double>::infinity()};
 
 /// What becomes of all of them in a mode, and whether the mode was the same at the end.
 std::string results(int rounding, const denormals& treatment, bool& kept) {
@@ -110,8 +100,8 @@ std::string results(int rounding, const denormals& treatment, bool& kept) {
   std::fesetround(rounding);
   addcontrol(treatment.bits);
   const unsigned set = control();
-  for (const std::string& text : texts()) all += readings(text) + '\n';
-  for (const double number : numbers()) all += writings(number) + '\n';
+  for (const char* text : texts) all += readings(text) + '\n';
+  for (const double number : numbers) all += writings(number) + '\n';
   kept = std::fegetround() == rounding && control() == set;
   std::fesetenv(&before);
   return all;
@@ -123,13 +113,7 @@ TEST(PlainArithmetic, GivesTheSameBitsInEveryMode) {
   for (const int rounding : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO})
     for (const denormals& treatment : treatments) {
       const std::string got = results(rounding, treatment, kept);
-      const auto at = static_cast<std::size_t>(
-          std::mismatch(expected.begin(), expected.end(), got.begin(), got.end()).first -
-          expected.begin());
-      const std::size_t line = expected.rfind('\n', at) + 1;
-      EXPECT_TRUE(got == expected) << rounding << ", denormals " << treatment.name << ":\n"
-                                   << expected.substr(line, 300) << "\nhere\n"
-                                   << got.substr(line, 300);
+      EXPECT_EQ(got, expected) << rounding << ", denormals " << treatment.name;
       EXPECT_TRUE(kept) << rounding << ", denormals " << treatment.name;
     }
 }

@@ -10,12 +10,13 @@ namespace optxv {
 namespace {
 
 TEST(TextOut, CopiesCountedBytesAndATerminator) {
-  const auto leaves = [](std::int32_t n, const std::string& left) {
+  const std::pair<std::int32_t, std::string> rows[] = {
+      {-1, {"\0....", 5}}, {2, {"ab\0..", 5}}, {9, {"abc\0.", 5}}};
+  for (const auto& [count, left] : rows) {
     std::string buffer(5, '.');
-    strpcopyn(buffer.data(), "abc", n);
-    EXPECT_EQ(buffer, left) << n;
-  };
-  leaves(-1, {"\0....", 5}), leaves(2, {"ab\0..", 5}), leaves(9, {"abc\0.", 5});
+    strpcopyn(buffer.data(), "abc", count);
+    EXPECT_EQ(buffer, left) << count;
+  }
   EXPECT_EQ(strtopchar(""), nullptr);
   char* const text = strtopchar("abc");
   EXPECT_STREQ(text, "abc");

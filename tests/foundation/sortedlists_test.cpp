@@ -17,48 +17,58 @@ std::string all(const txcustomstringlist& list) {
   return result;
 }
 
-/// Steps, with blanks between: ( and ) open and close a bracket, s and u mark as sorted and not,
-/// x clears, =a names the first entry a, +a adds a.
+/// Steps, with a blank between: "+a" adds a, "=a" names the first entry a, the others are words.
 void perform(txsortedstringlist& list, const std::string& steps) {
   std::istringstream in(steps);
   for (std::string step; in >> step;) {
-    if (step[0] == '(') list.beginupdate();
-    if (step[0] == ')') list.endupdate();
-    if (step[0] == 's' || step[0] == 'u') list.setsorted(step[0] == 's');
-    if (step[0] == 'x') list.clear();
+    if (step == "begin") list.beginupdate();
+    if (step == "end") list.endupdate();
+    if (step == "sorted") list.setsorted(true);
+    if (step == "clear") list.clear();
     if (step[0] == '=') list.setname(0, step.substr(1));
     if (step[0] == '+') list.add(step.substr(1));
   }
 }
 
 TEST(SortedNames, StandWhereTheseStepsPutThem) {
-  const auto give = [](const std::string& steps, const std::string& names, bool sorted) {
+  const struct {
+    std::string steps, names;
+    bool sorted;
+  } rows[] = {{"", "", true},
+              {"+a +b +c +B", "a B b c ", false},
+              {"+b sorted +a", "a b ", true},
+              {"begin +b begin +a end +c", "b a c ", false},
+              {"begin +b +A +C +a end", "a A b C ", true},
+              {"+a +a sorted clear +b", "b ", false},
+              {"begin +c +b clear +z +a end", "a z ", true},
+              {"end begin +c +a", "a c ", false},
+              {"+b +a sorted =z sorted", "z b ", true}};
+  for (const auto& row : rows) {
     txsortedstringlist list;
-    perform(list, steps);
-    EXPECT_EQ(std::pair(all(list), list.sorted()), std::pair(names, sorted)) << steps;
-  };
-  give("", "", true), give("+a +b +c +B", "a B b c ", false), give("+b s +a", "a b ", true);
-  give("( +b ( +a ) +c", "b a c ", false), give("( +b +A +C +a )", "a A b C ", true);
-  give("+a +a s x +b", "b ", false), give("( +c +b x +z +a )", "a z ", true);
-  give(") ( +c +a", "a c ", false), give("+b +a s =z s", "z b ", true);
+    perform(list, row.steps);
+    EXPECT_EQ(all(list), row.names) << row.steps;
+    EXPECT_EQ(list.sorted(), row.sorted) << row.steps;
+  }
 }
 
 TEST(SortedNames, AreFoundByBinarySearch) {
-  const std::tuple<std::string, std::string, bool, std::int32_t, std::int32_t> rows[] = {
-      {"", "a", false, 0, -1},
-      {"+a +c +e s", "C", true, 1, 1},
-      {"+a +c +e s", "d", false, 2, -1},
-      {"+a +a +a +a s", "A", true, 1, 1},
-      {"( +c +b +a", "c", false, 3, 0},
-      {"( +b +A +C +a )", "c", true, 3, 3},
-      {"( +b +A +C +a )", "B", true, 2, 2}};
-  for (const auto& [steps, name, found, at, indexof] : rows) {
+  const struct {
+    std::string steps, name;
+    bool found;
+    std::int32_t at, indexof;
+  } rows[] = {{"", "a", false, 0, -1},
+              {"+a +c +e sorted", "C", true, 1, 1},
+              {"+a +c +e sorted", "d", false, 2, -1},
+              {"+a +a +a +a sorted", "A", true, 1, 1},
+              {"begin +c +b +a", "c", false, 3, 0},
+              {"begin +b +A +C +a end", "B", true, 2, 2}};
+  for (const auto& row : rows) {
     txsortedstringlist list;
-    perform(list, steps);
+    perform(list, row.steps);
     std::int32_t index = -5;
-    const bool finds = list.find(name, index);
-    EXPECT_EQ(std::tuple(finds, index, list.indexof(name)), std::tuple(found, at, indexof))
-        << steps << ' ' << name;
+    EXPECT_EQ(list.find(row.name, index), row.found) << row.steps << ' ' << row.name;
+    EXPECT_EQ(index, row.at) << row.steps << ' ' << row.name;
+    EXPECT_EQ(list.indexof(row.name), row.indexof) << row.steps << ' ' << row.name;
   }
 }
 
@@ -73,11 +83,17 @@ TEST(TextsUnderNames, AreOwnedAndReplaced) {
   const std::int64_t bytes = allocmemsize();
   {
     txstrstrlist list;
-    list.setasstring("b", "one"), list.setasstring("a", "two"), list.setasstring("B", "three");
+    list.setasstring("b", "one");
+    list.setasstring("a", "two");
+    list.setasstring("B", "three");
     list.setasstring("c", "");
-    list.setasinteger("n", -42), list.setasdouble("x", 1.5), list.setasboolean("t", true);
+    list.setasinteger("n", -42);
+    list.setasdouble("x", 1.5);
+    list.setasboolean("t", true);
     EXPECT_EQ(texts(list), "a=two;b=three;n=-42;t=T;x=   1.50000000000000E+00;");
-    list.setasinteger("N", 0), list.setasdouble("X", -0.0), list.setasboolean("T", false);
+    list.setasinteger("N", 0);
+    list.setasdouble("X", -0.0);
+    list.setasboolean("T", false);
     list.setasstring("A", list.getobject(1).substr(1));
     EXPECT_EQ(texts(list), "a=hree;b=three;");
     list.setasstring(list.getname(0), list.getname(1));
@@ -88,10 +104,12 @@ TEST(TextsUnderNames, AreOwnedAndReplaced) {
 
 TEST(Bits, AreSetAndRead) {
   tbooleanbitarray bits;
-  bits.setbit(-1, true), bits.sethighindex(-1);
+  bits.setbit(-1, true);
+  bits.sethighindex(-1);
   EXPECT_EQ(bits.allocated(), 0);
   for (const std::int32_t i : {0, 7, 8, 3000}) bits.setbit(i, true);
-  bits.setbit(7, false), bits.sethighindex(9);
+  bits.setbit(7, false);
+  bits.sethighindex(9);
   EXPECT_EQ(bits.highindex(), 3000);
   std::string set;
   for (std::int32_t i = -1; i <= 20000; ++i) set += bits.getbit(i) ? std::to_string(i) + ' ' : "";

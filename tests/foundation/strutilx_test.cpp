@@ -74,26 +74,31 @@ TEST(Change, CaseSetsBlanksAndTexts) {
   EXPECT_EQ(trimright("\ta b \t"), "\ta b");
   EXPECT_EQ(trim("\ta\r\n \t"), "a\r\n");
   const std::string full(255, 'a'), doubled(255, 'b');
-  const auto gives = [](text oldtext, text newtext, text s, text result) {
-    EXPECT_EQ(replacestr(oldtext, newtext, s).view(), result) << s;
-  };
-  gives("aa", "a", "aaaa", "aa"), gives("a", "aba", "aca", "abacaba"), gives("", "x", "abc", "abc");
-  gives("b", "", "abcb", "ac"), gives("a", "bb", full, doubled);
+  const tuple<text, text, text, text> rows[] = {{"aa", "a", "aaaa", "aa"},
+                                                {"a", "aba", "aca", "abacaba"},
+                                                {"", "x", "abc", "abc"},
+                                                {"b", "", "abcb", "ac"},
+                                                {"a", "bb", full, doubled}};
+  for (const auto& [oldtext, newtext, before, after] : rows)
+    EXPECT_EQ(replacestr(oldtext, newtext, before).view(), after) << before;
 }
 
 TEST(Tokens, TakenOneByOne) {
-  const auto gives = [](text s, text expected) {
-    std::string tokens;  // each with the position after it
+  // Each token with the position after it.
+  const std::pair<text, text> rows[] = {{"''b", "[]3 [b]4 []4 "},
+                                        {"'it\"s' x", "[it\"s]7 [x]9 []9 "},
+                                        {"  \"two words\"  next", "[two words]14 [next]20 []20 "},
+                                        {"\"open end ", "[open end ]11 []11 "},
+                                        {"a'b c'", "[a'b]5 [c']7 []7 "}};
+  for (const auto& [s, expected] : rows) {
+    std::string tokens;
     for (int p = 1, last = 0; last != p;) {
       last = p;
       tokens.append("[").append(extracttoken(s, p).view());
       tokens += ']' + std::to_string(p) + ' ';
     }
     EXPECT_EQ(tokens, expected) << s;
-  };
-  gives("''b", "[]3 [b]4 []4 "), gives("'it\"s' x", "[it\"s]7 [x]9 []9 ");
-  gives("  \"two words\"  next", "[two words]14 [next]20 []20 ");
-  gives("\"open end ", "[open end ]11 []11 "), gives("a'b c'", "[a'b]5 [c']7 []7 ");
+  }
 }
 
 TEST(IntegerText, PlainAndGrouped) {
@@ -138,13 +143,15 @@ TEST(TextToNumber, Integers) {
 }
 
 TEST(TextToNumber, Reals) {
-  const auto gives = [](text s, bool good, double number) {
+  const tuple<text, bool, double> rows[] = {
+      {"1D-3", true, 0.001},
+      {"1 ", false, 1},
+      {"MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u)},
+      {"Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u)}};
+  for (const auto& [s, good, number] : rows) {
     double x = 99;
     EXPECT_EQ(tuple(strasdoubleex(s, x), x), tuple(good, number)) << s;
-  };
-  gives("1D-3", true, 0.001), gives("1 ", false, 1);
-  gives("MaxDouble", true, std::bit_cast<double>(0x7E031CFD3999F7B0u));
-  gives("Eps", true, std::bit_cast<double>(0x3BC79CA10C924223u));
+  }
 }
 
 }  // namespace

@@ -14,6 +14,10 @@ TEST(CheckFunction, Findings) {
   const std::string longname(250, 'n');
   const std::tuple<std::string, std::int32_t, std::vector<std::int32_t>, std::string> rows[] = {
       {"optGetIntNr", 2, {3, 3, 4}, ""},
+      {"optGetMessage", 3, {0, 3, 12, 4}, ""},
+      {"optReadFromPChar", 1, {0, 10}, ""},
+      {"optSetValuesNr", 4, {3, 3, 3, 13, 11}, ""},
+      {"optGetDblNr", 2, {3, 3, 14}, ""},
       {"optCount", 1, {3, 3}, " has wrong number of arguments, the API expects 0 but it has 1 in"},
       {"optGetIntNr", -1, {}, " has wrong number of arguments, the API expects 2 but it has -1 in"},
       {"optGetIntNr", 2, {0, 0, 0}, " has wrong argument type for argument 0,1,2"},

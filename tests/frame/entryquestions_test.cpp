@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "optxv/embedding.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
@@ -30,7 +30,7 @@ std::int32_t variable(optxv_handle handle, std::int32_t position, std::int32_t i
 }
 
 TEST(Entries, AreToldWithTheirLabels) {
-  optiontable table(sampledefinition);
+  optiontable table(smalldefinition);
   table.read(
       "x.scale('a',*) = 2.5\ny.scale 1\nz.scale -1\nrowtype eq(i,'b')$v(i) = 1\nrowtype e$v 0");
   optxv_dot_option dot;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "optxv/embedding.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
@@ -45,7 +45,7 @@ class heard {
 };
 
 TEST(MessageInfo, IsWhatTheListenerGot) {
-  optiontable table(sampledefinition);
+  optiontable table(smalldefinition);
   const heard ear(&*table);
   table.read("steplim 9999999999\nmethod primel\nnosuch 1\nscale 1 2\nx.scal = 2\nlogname a\"b");
   table.read("tol 2");
@@ -70,7 +70,7 @@ TEST(MessageInfo, IsWhatTheListenerGot) {
 }
 
 TEST(NearestNames, AreThoseOfTheTableAndOfTheValues) {
-  optiontable table(sampledefinition);
+  optiontable table(smalldefinition);
   // what is read, and what may have been meant with each message of it
   const std::pair<const char*, const char*> rows[] = {
       {"setplim 5", "steplim"}, {"method primel", "primal; -"},

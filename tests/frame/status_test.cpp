@@ -8,7 +8,7 @@
 #include <string>
 
 #include "options/optionkinds.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 // Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
 // are its own, so that nothing runs out under one.
@@ -36,7 +36,7 @@ void* realloc(void* block, std::size_t size) noexcept {
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(sampledefinition) + "say immediate Message 1 1 Say\n";
+const std::string definition = std::string(smalldefinition) + "say immediate Message 1 1 Say\n";
 const std::string values =
     "steplim 5\nlogname \"other\"\nmethod primal\npaths /a\npaths /b\n--made first\n"
     "x.scale('a',*) = 2\nrowtype e(i,'b')$v(i) = 1\nscale maybe\nnosuch 1\nsay " +
@@ -55,6 +55,11 @@ void starve(const std::string& what, const std::function<std::int32_t(tzmaoption
     blocksleft = -1;
     if (status != optxv_ok) {
       ASSERT_EQ(status, ENOMEM) << what;
+      for (std::int32_t i = 1; i <= optxv_indicator_count(&options, nullptr); i++) {
+        optxv_indicator entry;  // a whole one, or none
+        ASSERT_EQ(optxv_indicator_info(&options, i, &entry), optxv_ok);
+        EXPECT_EQ(entry.equation_labels * 10 + entry.variable_labels, 21) << what << blocks;
+      }
       if (after) after(options);
     }
     EXPECT_EQ(options.parser, nullptr);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "optxv/embedding.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
@@ -117,7 +117,7 @@ parse all 2        >> the value was refused >> >> *** Value Error Double out of 
 )";
 
 TEST(Setters, StoreOrSayWhyNot) {
-  for (const lines& row : rowsof(calls)) {
+  for (const lines& row : fieldsof(calls)) {
     handle table;
     const std::string status = called(table, row[0]);
     const std::string shown = shownvalue(table, row[0]);
@@ -129,7 +129,7 @@ TEST(Setters, StoreOrSayWhyNot) {
 }
 
 TEST(Setters, KnowARefusalWhileTheQueueIsFull) {
-  for (const lines& row : rowsof(calls)) {
+  for (const lines& row : fieldsof(calls)) {
     handle table;
     for (int i = 0; i <= maximummessages; i++) optxv_add_message(table.get(), "x", 1);
     EXPECT_EQ(called(table, row[0]), row[1]) << row[0];

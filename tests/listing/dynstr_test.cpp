@@ -21,11 +21,18 @@ TEST(DynamicString, TakesRoomAndGrows) {
   {
     tdynamicstr text(0), odd(lowest);
     EXPECT_EQ(allocmemsize() - before, 256);
-    text.addpchar("ab", 1), text.addpchar(nullptr, 0), text.addbl(lowest), text.addbl(253);
-    text.addint(-12), text.setch(0, 'A'), text.setch(-1, 'x'), text.setch(257, 'x');
+    text.addpchar("ab", 1);
+    text.addpchar(nullptr, 0);
+    text.addbl(lowest);
+    text.addbl(253);
+    text.addint(-12);
+    text.setch(0, 'A');
+    text.setch(-1, 'x');
+    text.setch(257, 'x');
     EXPECT_EQ(text.view(), "A" + std::string(253, ' ') + "-12") << "the old text stays";
     EXPECT_EQ(text.allocated(), 512);
-    odd.assign(text), odd.assign(odd);
+    odd.assign(text);
+    odd.assign(odd);
     EXPECT_EQ(odd.view(), text.view());
     for (int i = 0; i < 6; ++i) text.addpchar(text.getcharp(), text.length());
     EXPECT_EQ(text.getstr(257 * 63 + 1, largest), odd.getstr(1, 255)) << "its own bytes, moved";

@@ -52,11 +52,13 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   std::byte* const first = static_cast<std::byte*>(zmagetmem(2));
   EXPECT_EQ(zmagetmem(27), first + 16);
   void* const third = zmagetmem(2);
-  zmafreemem(first, 2), zmafreemem(third, 2);
+  zmafreemem(first, 2);
+  zmafreemem(third, 2);
   EXPECT_EQ(zmamemoryfree(), 32e-6);
   for (void* const piece : {third, static_cast<void*>(first)}) EXPECT_EQ(zmagetmem(2), piece);
   for (int i = 0; i < 2046; ++i) zmagetmem(32);
-  zmagetmem(30), zmagetmem(4);  // 65536 - 31 - 2046 * 32 - 30 leaves 3 units
+  zmagetmem(30);
+  zmagetmem(4);  // 65536 - 31 - 2046 * 32 - 30 leaves 3 units
   EXPECT_EQ(zmaheapstate().basebufused, 1);
   EXPECT_EQ(zmagetmem(3), first + heapblockbytes - 24) << "the leftover became a piece";
   for (int i = 0; i < 2047; ++i) zmagetmem(32);

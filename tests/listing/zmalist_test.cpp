@@ -26,13 +26,16 @@ struct pages {
 pages written(const script& steps, bool withindex = true) {
   const test::scratchfolder folder;
   textfile list, index;
-  list.assign(folder / "list"), list.rewrite();
-  index.assign(folder / "index"), index.rewrite();
+  list.assign(folder / "list");
+  list.rewrite();
+  index.assign(folder / "index");
+  index.rewrite();
   {
     tzmalist listing(&list, withindex ? &index : nullptr);
     steps(listing);
   }
-  list.close(), index.close();
+  list.close();
+  index.close();
   return {folder.get("list"), folder.get("index")};
 }
 
@@ -43,13 +46,31 @@ void lists(const script& steps, const std::string& listing) {
 // Titles, header lines that come back on later pages, a margin, an indent, a title that changes in
 // the middle of a page, index lines queued and at once.
 void report(tzmalist& l) {
-  l.setrightmargin(30), l.setlinesperpage(20), l.setsystitle("left", "right"), l.settitle("One");
-  l.setsubtitle("Sub"), l.addtoindex(3, "queued"), l.wrstrln("first");
-  l.headerstart("h"), l.wrstrln("---- dashed"), l.wrstr("repeated"), l.headershow();
-  l.setleftmargin(3), l.wrstr("item "), l.indentstart(), l.wrstr("explained at");
-  l.wrstr(" some length"), l.wrln(), l.settitle("Two"), l.addtoindex(8, "waits");
-  l.wrstrln("under a new title"), l.addtoindex(9, "at once");
-  for (int i = 1; i <= 12; ++i) l.wrstrint("row ", i), l.wrln();
+  l.setrightmargin(30);
+  l.setlinesperpage(20);
+  l.setsystitle("left", "right");
+  l.settitle("One");
+  l.setsubtitle("Sub");
+  l.addtoindex(3, "queued");
+  l.wrstrln("first");
+  l.headerstart("h");
+  l.wrstrln("---- dashed");
+  l.wrstr("repeated");
+  l.headershow();
+  l.setleftmargin(3);
+  l.wrstr("item ");
+  l.indentstart();
+  l.wrstr("explained at");
+  l.wrstr(" some length");
+  l.wrln();
+  l.settitle("Two");
+  l.addtoindex(8, "waits");
+  l.wrstrln("under a new title");
+  l.addtoindex(9, "at once");
+  for (int i = 1; i <= 12; ++i) {
+    l.wrstrint("row ", i);
+    l.wrln();
+  }
 }
 
 const std::string reportpages[] = {
@@ -88,7 +109,10 @@ TEST(Listing, PagesUnderEachPageControl) {
               {listPageNone, one + two + three, index},
               {listPageFormFeed, "\f" + one + "\f" + two + "\f" + three, index}};
   for (const auto& row : rows) {
-    const pages result = written([&](tzmalist& l) { l.pagecontrol = row.control, report(l); });
+    const pages result = written([&](tzmalist& l) {
+      l.pagecontrol = row.control;
+      report(l);
+    });
     EXPECT_EQ(result.listing, row.listing) << int{row.control};
     EXPECT_EQ(result.index, row.index) << int{row.control};
   }
@@ -96,8 +120,12 @@ TEST(Listing, PagesUnderEachPageControl) {
 
 TEST(Listing, FitsItemsIntoLines) {
   const script longitems = [](tzmalist& l) {
-    l.setrightmargin(21), l.wrstr("abc"), l.wrstr("1234567890123456789");
-    l.wrstr("1234567890123456789012345678901234567890123"), l.wrbl(21), l.wrch('x');
+    l.setrightmargin(21);
+    l.wrstr("abc");
+    l.wrstr("1234567890123456789");
+    l.wrstr("1234567890123456789012345678901234567890123");
+    l.wrbl(21);
+    l.wrch('x');
     EXPECT_EQ(l.getcharactersused(), 1);
     EXPECT_FALSE(l.reqcharacters(20));
     EXPECT_TRUE(l.reqcharacters(21));
@@ -106,19 +134,40 @@ TEST(Listing, FitsItemsIntoLines) {
         "abc\n1234567890123456789\n123456789012345678901\n234567890123456789012\n"
         "                    3\n                     \nx\n");
   const script items = [](tzmalist& l) {
-    l.wrstrmod("abc", 4), l.wrstrfmt("d", 3), l.wrstrfmt("e", -3), l.wrstrln("f"), l.wrint(lowest);
-    l.wrintfmt(7, 3), l.wrintfmt(1, lowest), l.wrln(), l.wrdblfmt(1.5, 0, 0), l.wrdblfmt(2.5, 8, 1);
-    l.wrdblfmt(2.25, 0, 2), l.wrln(), l.wrboolfmt(true, 4), l.wrboolfmt(false, 6);
-    l.wrboolfmt(true, 5), l.casing = listUpper, l.wrstr("aB"), l.casing = listLower, l.wrstr("aB");
+    l.wrstrmod("abc", 4);
+    l.wrstrfmt("d", 3);
+    l.wrstrfmt("e", -3);
+    l.wrstrln("f");
+    l.wrint(lowest);
+    l.wrintfmt(7, 3);
+    l.wrintfmt(1, lowest);
+    l.wrln();
+    l.wrdblfmt(1.5, 0, 0);
+    l.wrdblfmt(2.5, 8, 1);
+    l.wrdblfmt(2.25, 0, 2);
+    l.wrln();
+    l.wrboolfmt(true, 4);
+    l.wrboolfmt(false, 6);
+    l.wrboolfmt(true, 5);
+    l.casing = listUpper;
+    l.wrstr("aB");
+    l.casing = listLower;
+    l.wrstr("aB");
   };
   lists(items,
         "abc   de  f\n-2147483648  71\n   1.50000000000000E+00     2.52.25\n   T FALSE TRUEABab\n");
   const script blocks = [](tzmalist& l) {
-    l.setrightmargin(25), l.wrstr("key: ");
-    l.wrstrblock("12345678901234567890   next 67890123456789 done"), l.wrstrblock("");
-    l.wrstrbrk("one,two,three,four,five,six,seven", ','), l.wrln();
-    l.wrstrbrk("one,  two4567890123456789012", ','), l.wrln();
-    l.usrwrite("longer than the line that it is on"), l.wrstrbrk("", ','), l.wrln();
+    l.setrightmargin(25);
+    l.wrstr("key: ");
+    l.wrstrblock("12345678901234567890   next 67890123456789 done");
+    l.wrstrblock("");
+    l.wrstrbrk("one,two,three,four,five,six,seven", ',');
+    l.wrln();
+    l.wrstrbrk("one,  two4567890123456789012", ',');
+    l.wrln();
+    l.usrwrite("longer than the line that it is on");
+    l.wrstrbrk("", ',');
+    l.wrln();
     EXPECT_EQ(l.strblocklength("123456789012345678901", 6), 2);
     EXPECT_EQ(l.strblocklength("123", 26), 4) << "no room at all";
   };
@@ -130,13 +179,17 @@ TEST(Listing, FitsItemsIntoLines) {
 
 TEST(Listing, EchoesSourceLines) {
   tdynamicstr marks, far;
-  marks.addstr("  $        "), far.addstr("                 1  2                    3");
+  marks.addstr("  $        ");
+  far.addstr("                 1  2                    3");
   const auto echo = [](tzmalist& l, int nr, const std::string& text, const tdynamicstr* markers) {
     l.wrpcharln(nr, nr != 8, text.data(), static_cast<std::int32_t>(text.size()) - 1, markers);
   };
   const script lines = [&](tzmalist& l) {
-    l.setrightmargin(21), echo(l, 8, "eight", nullptr), echo(l, 1234567, "", nullptr);
-    echo(l, 1, "abcdefghijklmnopqrstu", &marks), echo(l, 2, "abcdefghijklmnopqrstu", &far);
+    l.setrightmargin(21);
+    echo(l, 8, "eight", nullptr);
+    echo(l, 1234567, "", nullptr);
+    echo(l, 1, "abcdefghijklmnopqrstu", &marks);
+    echo(l, 2, "abcdefghijklmnopqrstu", &far);
     l.showmarks = true, l.setuserleftmargin(3), l.setuserrightmargin(15);
     echo(l, 3, "abcdefghijklmnopq", nullptr);
   };
@@ -152,29 +205,59 @@ TEST(Listing, PagesAndHeaderLines) {
     for (l.setrightmargin(21); count > 0; --count) l.wrstrln(".");
   };
   const script kept = [&](tzmalist& l) {
-    l.setlinesperpage(10), rows(l, 21), l.settitle("t"), rows(l, 1), l.settitle("t"), rows(l, 1);
+    l.setlinesperpage(10);
+    rows(l, 21);
+    l.settitle("t");
+    rows(l, 1);
+    l.settitle("t");
+    rows(l, 1);
     EXPECT_TRUE(l.reqlines(14)) << "of twenty, the least there is";
     EXPECT_FALSE(l.reqlines(15));
-    l.reqlinesskip(1, 2), rows(l, 1);
+    l.reqlinesskip(1, 2);
+    rows(l, 1);
   };
   std::string dots;
   for (int i = 0; i < 20; ++i) dots += ".\n";
   lists(kept, dots + head(1) + "\n\n.\n" + head(2) + "t\n\n\n.\n.\n" + head(3) + "t\n\n\n.\n");
-  lists([&](tzmalist& l) { l.setlinesperpage(0), rows(l, 60); }, dots + dots + dots);
-  const pages limited = written(
-      [&](tzmalist& l) { l.pagecontrol = listPageFilled, l.setlinesperpage(0), rows(l, 201); });
+  lists(
+      [&](tzmalist& l) {
+        l.setlinesperpage(0);
+        rows(l, 60);
+      },
+      dots + dots + dots);
+  const pages limited = written([&](tzmalist& l) {
+    l.pagecontrol = listPageFilled;
+    l.setlinesperpage(0);
+    rows(l, 201);
+  });
   EXPECT_EQ(limited.listing.find(head(1)), 400U) << "two hundred lines";
   const script levels = [](tzmalist& l) {
-    for (const char* text : {"outer", "inner"})
-      l.headerstart("level"), l.wrstr(text), l.headerdone("level");
-    l.headershow(), l.headershowlast(1), l.headerdrop("inner"), l.headershowlast(0);
-    l.headershowlast(largest), l.headerdrop(""), l.headerdrop(""), l.headershow(), l.wrstr("end");
+    for (const char* text : {"outer", "inner"}) {
+      l.headerstart("level");
+      l.wrstr(text);
+      l.headerdone("level");
+    }
+    l.headershow();
+    l.headershowlast(1);
+    l.headerdrop("inner");
+    l.headershowlast(0);
+    l.headershowlast(largest);
+    l.headerdrop("");
+    l.headerdrop("");
+    l.headershow();
+    l.wrstr("end");
   };
   lists(levels, "\nouter\ninner\n\ninner\n\n\nouter\n\nend\n");
   const script overfull = [](tzmalist& l) {  // every line gets them, and all end
-    l.setrightmargin(21), l.setlinesperpage(20), l.headerstart("");
+    l.setrightmargin(21);
+    l.setlinesperpage(20);
+    l.headerstart("");
     for (int i = 0; i < 20; ++i) l.wrln();
-    l.headerdone(""), l.newpage(), l.settitle("t"), l.wrstrln("a"), l.wrstrln("b");
+    l.headerdone("");
+    l.newpage();
+    l.settitle("t");
+    l.wrstrln("a");
+    l.wrstrln("b");
   };
   const std::string headers = "t\n\n\n" + std::string(21, '\n');
   lists(overfull, head(1) + headers + "a\n" + head(2) + headers + "b\n");
@@ -184,7 +267,8 @@ TEST(Listing, IndexAndAssertions) {
   const script six = [](tzmalist& l) {
     l.newpage();
     for (const char* text : {"1", "2", "3", "4", "5", "6"}) l.addtoindex(0, text);
-    l.wrstr("x"), l.writetoindex(1, "");
+    l.wrstr("x");
+    l.writetoindex(1, "");
   };
   EXPECT_EQ(written(six).index, "A 1 1\nA 1 2\nA 1 3\nA 1 4\nA 1 6\nB 1 \n") << "the page has room";
   EXPECT_EQ(written(six, false).index, "");

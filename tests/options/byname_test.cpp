@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <deque>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -12,118 +14,94 @@
 namespace optxv {
 namespace {
 
-// The three rules, written a second time, step by step and with positions from 1.
-
-char up(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-bool same(const std::string& a, const std::string& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char c, char d) { return up(c) == up(d); });
-}
-
-lines wordsof(const std::string& text) {
-  lines words(1);
-  for (const char c : text) c == '_' ? void(words.emplace_back()) : words.back().push_back(c);
-  return words;
-}
-
-bool minos(const std::string& key, const std::string& name) {
-  const lines a = wordsof(key), b = wordsof(name);
-  if (a.size() != b.size() || !same(key.substr(0, 3), name.substr(0, 3))) return false;
-  for (std::size_t i = 1; i < a.size(); ++i)
-    if (!same(a[i].substr(0, 4), b[i].substr(0, 4))) return false;
-  return true;
-}
-
-void toend(const std::string& text, std::size_t& i) {
-  while (text[i - 1] != '_' && i < text.size()) ++i;
-}
-
-bool path(const std::string& key, const std::string& name) {
-  std::size_t i = 0, j = 0;
-  int c = 0;
-  while (i < key.size() && j < name.size()) {
-    ++i;
-    ++j;
-    const bool words = key[i - 1] != '_' && name[j - 1] != '_';
-    const bool alike = words && up(key[i - 1]) == up(name[j - 1]);
-    if (c < 3 && !alike) return false;
-    c = words ? c + alike : 0;
-    if (words) continue;
-    toend(key, i);
-    toend(name, j);
+/// A table of string lists with these names, which finds them by a rule.
+class namedlists {
+ public:
+  explicit namedlists(lookuprule rule) { options_.lookupmode = rule; }
+  namedlists(lookuprule rule, const std::string& name) : namedlists(rule) { add(name); }
+  void add(const std::string& name) {
+    options_.addoption(name, options_.make<tstrlistoption>(name, optionhelp()));
   }
-  if (c < 3) return false;
-  if (i < key.size()) toend(key, ++i);
-  if (j < name.size()) toend(name, ++j);
-  return key[i - 1] != '_' && name[j - 1] != '_';
+  std::int32_t find(const std::string& key) const { return options_.optlookup(key); }
+  tzmaoptions* operator->() { return &options_; }
+
+ private:
+  tzmaoptions options_;
+};
+
+TEST(Lookup, ByPathAndByMinos) {
+  const struct {
+    const char *key, *name;
+    bool path, minos;
+  } rows[] = {
+      {"iteration_limit", "ITERATION_LIMIT", true, true},
+      {"ite_lim", "iteration_limit", true, false},  // Minos wants four of a later word
+      {"ite_limi", "iteration_limit", true, true},
+      {"it_limi", "iteration_limit", false, false},        // both want three of the first
+      {"iterate_limited", "iteration_limit", true, true},  // what follows them does not count
+      {"iteXYZ_limXYZ", "iteration_limit", true, false},
+      {"ite", "iteration_limit", false, false},  // as many words as the name has
+      {"ite_limi_it", "iteration_limit", false, false},
+      {"ite_limi_", "iteration_limit", false, false},
+      {"ite__limi", "iteration_limit", false, false},
+      {"tolerances", "tol", true, true},
+      {"to", "to", false, true},  // a short word is found whole, by Minos alone
+      {"to", "tol", false, false},
+      {"tol", "to", false, false},
+      {"a_long_name", "a_long_name", false, true},
+      {"a_long_naming", "a_long_name", false, false},
+      {"abc_de", "abc_def", false, false},
+      {"abc_", "abc_", false, true},  // and so is an empty one
+      {"_abcd", "_abcde", false, true},
+      {"_abc", "_abcd", false, false},
+      {"abc", "[bc", false, false},  // only letters have a case
+      {"abc[", "abc{", true, true},
+      {"", "", false, true},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(namedlists(lookupPath, row.name).find(row.key) == 0, row.path)
+        << row.key << " for " << row.name << " by Path";
+    EXPECT_EQ(namedlists(lookupMinos, row.name).find(row.key) == 0, row.minos)
+        << row.key << " for " << row.name << " by Minos";
+  }
 }
 
-/// The first name that the key finds, by the whole name or by a rule above.
-std::int32_t walked(std::uint8_t mode, const std::string& key, const lines& names) {
-  for (std::size_t i = 0; i < names.size(); ++i)
-    if ((mode == lookupNormal && !key.empty() && same(key, names[i])) ||
-        (mode == lookupPath && path(key, names[i])) ||
-        (mode == lookupMinos && minos(key, names[i])))
-      return static_cast<std::int32_t>(i);
-  return -1;
-}
-
-TEST(Lookup, AgreesWithTheRulesWordByWord) {
+/// A key finds the first of those names that it finds each in a table of its own.
+TEST(Lookup, GivesTheFirstThatMatches) {
   std::mt19937 random(5);
   const lines parts = {"abc", "ABCD", "abcde", "abd",  "ab",    "a",     "_",     "_",
                        "_",   "x",    "abcx",  "_abc", "ABCDE", "[\xe1", "{\xc1", "@`"};
-  const auto text = [&](std::string all) {
+  const auto text = [&] {
+    std::string all;
     for (std::size_t n = random() % 6; n > 0; --n) all += parts[random() % parts.size()];
     return all;
   };
   for (int tables = 0; tables < 60; ++tables) {
-    tzmaoptions options;
-    lines names;
+    const auto rule = static_cast<lookuprule>(tables % 3);
+    namedlists all(rule);
+    std::vector<std::unique_ptr<namedlists>> each;
     for (std::size_t n = random() % 40; n > 0; --n) {
-      names.push_back(text(random() % 8 == 0 ? "a" : ""));
-      const std::string& name = names.back();
-      options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
+      const std::string name = text();
+      all.add(name);
+      each.push_back(std::make_unique<namedlists>(rule, name));
       for (int queries = 0; queries < 15; ++queries) {
-        const std::string key = text("");
-        options.lookupmode = static_cast<std::uint8_t>(random() % 5);
-        ASSERT_EQ(options.optlookup(key), walked(options.lookupmode, key, names))
-            << key << " in mode " << int{options.lookupmode};
+        const std::string key = text();
+        const auto first =
+            std::ranges::find_if(each, [&](auto& one) { return one->find(key) == 0; });
+        const auto expected = first == each.end() ? -1 : first - each.begin();
+        ASSERT_EQ(all.find(key), expected) << key << " by rule " << int{rule};
       }
     }
   }
 }
 
-TEST(Lookup, PathAndMinosByExample) {
-  // Rows: key >> name >> the rules that match.
-  constexpr std::string_view rows = R"(
-ite_lim >> iteration_limit >> Path
-ITE_LIMI >> iteration_limit >> Path Minos
-iterate_limit >> iteration_limit >> Path Minos
-iteXYZ_limXYZ >> iteration_limit >> Path
-it_lim >> iteration_limit >>
-ite >> iteration_limit >>
-ite_lim_it >> iteration_limit >>
-ite_limi_ >> iteration_limit >>
-a_long_name >> a_long_name >> Minos
-a_long_naming >> a_long_name >>
-tolerances >> tol >> Path Minos
-to >> to >> Minos
-abc_ >> abc_ >> Minos
-_abc >> _abcd >>
-_abcd >> _abcde >> Minos
-)";
-  for (const lines& row : rowsof(rows)) {
-    optiontable options;
-    const std::string& name = row[1];
-    options->addoption(name, std::make_unique<tstrlistoption>(name, &*options, optionhelp()));
-    lines rules;
-    for (const lookuprule rule : {lookupPath, lookupMinos}) {
-      options->lookupmode = rule;
-      if (options->optlookup(row[0]) == 0) rules.push_back(str(lookupcodes[rule]));
-    }
-    EXPECT_EQ(joined(rules, " "), row[2]) << row[0] << " for " << row[1];
+TEST(Lookup, FindsNothingByARuleThatIsUnknown) {
+  namedlists table(lookupNormal, "iteration_limit");
+  EXPECT_EQ(table.find("Iteration_Limit"), 0);
+  EXPECT_EQ(table.find(""), -1);
+  for (const int code : {3, 255}) {
+    table->lookupmode = static_cast<std::uint8_t>(code);
+    EXPECT_EQ(table.find("iteration_limit"), -1) << code;
   }
 }
 
@@ -164,64 +142,32 @@ TEST(StringLists, GiveTheirItems) {
             "1 --run 2 | 1 b 1 | 1 b 3 | 0 --run item | 1 --run 4 | 0 name item");
 }
 
-/// String lists as plainly as can be: names and their items, taken from the front.
-struct plainlists {
-  /// The last list that was looked at, and the item if one was found.
-  std::pair<std::string, std::string> takeany(bool dashed) {
-    std::string seen;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      if (items[i].empty()) continue;
-      seen = names[i];
-      if (seen.starts_with("--") == dashed) return {seen, take(i)};
-    }
-    return {seen, ""};
-  }
-  std::string take(std::size_t i) {
-    if (items[i].empty()) return "";
-    const std::string first = items[i].front();
-    items[i].erase(items[i].begin());
-    return first;
-  }
-  lines names;
-  std::vector<lines> items;
-};
-
+// As a queue of the standard library, while it fills for a while and is emptied for a while.
 TEST(StringLists, AreEmptiedFromTheFront) {
   std::mt19937 random(6);
-  plainlists plain;
-  tzmaoptions options;
-  for (const char* name : {"a", "--b", "c", "--d", "e"}) {
-    plain.names.emplace_back(name);
-    options.addoption(name, std::make_unique<tstrlistoption>(name, &options, optionhelp()));
-  }
-  plain.items.resize(plain.names.size());
-  for (int steps = 0; steps < 4000; ++steps) {
-    const std::size_t i = random() % plain.names.size();
-    toption& list = *options.getobjects(static_cast<std::int32_t>(i));
-    // Lists fill for a while, and are emptied for a while.
-    if (const std::size_t what = random() % 8 + (steps % 400 < 200 ? 0 : 3); what < 5) {
-      plain.items[i].push_back(std::to_string(steps));
-      list.setasstring(plain.items[i].back());
-    } else if (what < 7) {
-      shortstring item;
-      options.optgetfromliststr(plain.names[i], item);
-      ASSERT_EQ(str(item), plain.take(i)) << steps;
-    } else if (random() % 50 == 0) {
-      plain.items[i].clear();
-      list.reset();
-    } else {
-      const bool dashed = random() % 2 == 0;
-      shortstring name, item;
-      const std::int32_t result = options.optgetfromanystrlist(dashed ? 2 : 0, name, item);
-      ASSERT_EQ(std::pair(str(name), str(item)), plain.takeany(dashed)) << steps;
-      ASSERT_EQ(result, item.empty() ? 0 : 1);
+  namedlists table(lookupNormal, "queue");
+  toption& list = *table->getobjects(0);
+  std::deque<std::string> plain;
+  for (int step = 0; step < 4000; ++step) {
+    shortstring item, name;
+    if (random() % 8 < (step % 400 < 200 ? 5U : 2U)) {
+      plain.push_back(std::to_string(step));
+      list.setasstring(plain.back());
+    } else if (!plain.empty()) {
+      if (step % 2 == 0)
+        table->optgetfromliststr("queue", item);
+      else
+        table->optgetfromanystrlist(0, name, item);
+      ASSERT_EQ(str(item), plain.front()) << step;
+      plain.pop_front();
     }
-    shortstring last;
-    const auto count = static_cast<std::int32_t>(plain.items[i].size());
-    ASSERT_EQ(options.optlistcountstr(plain.names[i]), count) << steps;
-    options.optreadfromliststr(plain.names[i], count, last);
-    ASSERT_EQ(str(last), count > 0 ? plain.items[i].back() : "") << steps;
+    const auto count = static_cast<std::int32_t>(plain.size());
+    ASSERT_EQ(table->optlistcountstr("queue"), count) << step;
+    table->optreadfromliststr("queue", count, item);
+    ASSERT_EQ(str(item), plain.empty() ? "" : plain.back()) << step;
   }
+  list.reset();
+  EXPECT_EQ(table->optlistcountstr("queue"), 0);
 }
 
 }  // namespace

@@ -3,139 +3,207 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <sstream>
 #include <string>
+#include <tuple>
 
 #include "options/zmaoptions.h"
+#include "support/everykind.h"
 #include "support/optiontable.h"
+#include "support/rows.h"
 
 namespace optxv {
 namespace {
 
-constexpr std::string_view table =
-    "grp group 5 7 The group\n"
-    "far group 9 0 Other\n"
-    "twin_group group 11 1\n"
-    "i integer.TWO 11 3 0 10 21 5 int text\n"  // 2
-    "d double.TWO 12 0.5 0 1 22 5 dbl text\n"  // 3
-    "s string.TWO 13 \"a b\" 23 5 str text\n"  // 4
-    "b boolean.TWO 14 1 24 5 bool text\n"      // 5
-    "es enumstr.TWO 15 one 25 5 es text\n"     // 6
-    " one 31 first\n two 32 second\n"
-    "ei enumint.TWO 16 4 26 5 ei text\n"  // 7
-    " 4 41 four\n -8 42 minus eight\n"
-    "ml multilist 17 27 5 ml text\n i s\n"    // 8
-    "sl strlist 18 28 5 sl text\n"            // 9
-    "ma macro 29 5 ma text\n i\n"             // 10
-    "im immediate Message 30 5 im text\n"     // 11
-    "one integer 19 1 0 9 33 6 one value\n"   // 12
-    "nv integer.NV 20 2 0 9 34 6 no value\n"  // 13
-    "syn synonym i\n";
-
-/// Numbers in one text, made from left to right.
-std::string digits(std::initializer_list<std::int32_t> numbers) {
-  std::string all;
-  for (const std::int32_t number : numbers) all += std::to_string(number);
-  return all;
+/// The getters that take the option, and what they give.
+std::string gettersof(const tzmaoptions& o, std::int32_t number) {
+  std::ostringstream all;
+  std::int32_t n = 77, low = 77, high = 77;
+  double d = 77, dlow = 77, dhigh = 77;
+  shortstring text, name;
+  if (o.optgetintnr(number, n) == 1) all << "int " << n << '\n';
+  if (o.optgetint2nr(number, n) == 1) all << "int2 " << n << '\n';
+  if (o.optgetdblnr(number, d) == 1) all << "dbl " << d << '\n';
+  if (o.optgetdbl2nr(number, d) == 1) all << "dbl2 " << d << '\n';
+  if (o.optgetstrnr(number, text) == 1) all << "str " << text.view() << '\n';
+  if (o.optgetstr2nr(number, text) == 1) all << "str2 " << text.view() << '\n';
+  if (o.optgetboundsint(number, low, high, n) == 1)
+    all << "bounds " << low << " to " << high << ", default " << n << '\n';
+  if (o.optgetboundsdbl(number, dlow, dhigh, d) == 1)
+    all << "bounds " << dlow << " to " << dhigh << ", default " << d << '\n';
+  if (o.optgetdefaultstr(number, text) == 1) all << "default " << text.view() << '\n';
+  if (o.optgetenumcount(number, n) == 1) all << "values allowed " << n << '\n';
+  if (o.optgetenumstrnr(number, text, n) == 1) all << text.view() << " is number " << n << '\n';
+  if (o.optgetvaluesnr(number, name, n, d, text) == 1)
+    all << "all " << name.view() << ' ' << n << ' ' << d << ' ' << text.view() << '\n';
+  return all.str();
 }
 
 TEST(Getters, TakeTheirKindsAndSubtypes) {
-  // int int2 dbl dbl2 str str2 boundsint boundsdbl defaultstr enumcount enumstr values
-  const std::pair<std::int32_t, const char*> rows[] = {
-      {0, "000000000000"},  {INT_MIN, "000000000000"}, {14, "000000000000"}, {1, "000010000000"},
-      {2, "110011100001"},  {3, "001111010001"},       {4, "000011001001"},  {5, "110011000001"},
-      {6, "000011000111"},  {7, "110011000101"},       {8, "000010000000"},  {9, "000010000000"},
-      {11, "000010000000"}, {12, "100010100001"},      {13, "100010100001"}};
-  optiontable options(table);
+  optiontable options(everykind());
+  options.read("tol 0.25 0.75\nmethod dual\nlevel 2\nverbose\nnames a\nrange 3 4\ntitle a b\n");
+  const std::string rows = R"(steplim
+> int 1000
+> str 1000
+> bounds 0 to 5000, default 1000
+> all steplim 1000 0 1000
+tol
+> dbl 0.25
+> dbl2 0.75
+> str 0.25
+> str2 0.75
+> bounds 0 to 1, default 0.5
+> all tol 0 0.25 0.25
+logname
+> str run log
+> default run log
+> all logname 0 0 run log
+method
+> str dual
+> values allowed 2
+> dual is number 2
+> all method 0 0 dual
+level
+> int 2
+> str 2
+> values allowed 2
+> all level 2 0 2
+verbose
+> int 1
+> str 1
+> all verbose 1 0 1
+names
+> str\s
+range
+> int 3
+> int2 4
+> str 3
+> str2 4
+> bounds 0 to 99, default 2
+> all range 3 0 3
+title
+> str a
+> str2 b
+> default none
+> all title 0 0 a
+)";
   options->curoptname = "kept";
-  for (const auto& [number, expected] : rows) {
-    std::int32_t n[3] = {77, 77, 77};
-    double d[3] = {77, 77, 77};
-    shortstring t[2] = {"77", "77"};
-    const tzmaoptions& o = *options;
-    std::string results = digits({o.optgetintnr(number, n[0]), o.optgetint2nr(number, n[1]),
-                                  o.optgetdblnr(number, d[0]), o.optgetdbl2nr(number, d[1])});
-    EXPECT_EQ(n[0] == 77, results[0] == '0');  // what is not said to be cleared stays
-    results += digits({o.optgetstrnr(number, t[0]), o.optgetstr2nr(number, t[1]),
-                       o.optgetboundsint(number, n[0], n[1], n[2]),
-                       o.optgetboundsdbl(number, d[0], d[1], d[2]),
-                       o.optgetdefaultstr(number, t[0]), o.optgetenumcount(number, n[0])});
-    EXPECT_EQ(t[1].empty(), results[5] == '0');
-    EXPECT_EQ(str(t[0]), results[8] == '1' ? "a b" : "");
-    EXPECT_EQ(n[0], results[9] == '1' ? 2 : -1);
-    results += digits({o.optgetenumstrnr(number, t[0], n[0])});
-    EXPECT_EQ(str(t[0]) + digits({n[0]}), results[10] == '1' ? "one1" : "-1");
-    results += digits({o.optgetvaluesnr(number, t[0], n[0], d[0], t[1])});
-    EXPECT_EQ(results, expected) << number;
-  }
+  const auto told = [&](const std::string& name) {
+    return gettersof(*options, options->optlookup(name) + 1);
+  };
+  EXPECT_EQ(retold(rows, told), rows);
   EXPECT_EQ(str(options->curoptname), "kept");
 }
 
+/// The setters that take the option, each on a table of its own, and what is set then.
+std::string settersof(const std::string& name, std::int32_t integer, const std::string& text) {
+  std::string all;
+  const auto say = [&](const char* setter, auto set) {
+    optiontable o(everykind());
+    if (set(*o, o->optlookup(name) + 1) == 1) all += std::string(setter) + ": " + o.told() + "\n";
+  };
+  say("int", [&](auto& o, auto number) { return o.optsetintnr(number, integer); });
+  say("int2", [&](auto& o, auto number) { return o.optsetint2nr(number, integer); });
+  say("dbl", [&](auto& o, auto number) { return o.optsetdblnr(number, 0.25); });
+  say("dbl2", [&](auto& o, auto number) { return o.optsetdbl2nr(number, 0.25); });
+  say("str", [&](auto& o, auto number) { return o.optsetstrnr(number, text); });
+  say("str2", [&](auto& o, auto number) { return o.optsetstr2nr(number, text); });
+  say("values", [&](auto& o, auto nr) { return o.optsetvaluesnr(nr, integer, 0.25, text); });
+  say("values2", [&](auto& o, auto nr) { return o.optsetvalues2nr(nr, integer, 0.25, text); });
+  return all;
+}
+
+// A row is an option, an integer and a text.
 TEST(Setters, TakeTheirKindsAndSubtypes) {
-  // Rows: number >> integer >> text >> results of int int2 dbl dbl2 str str2 values values2 refnr.
-  constexpr std::string_view rows = R"(
-0 >> 1 >> 1 >> 000000000/
-1 >> 1 >> 1 >> 000010001/
-2 >> 4 >> 5 >> 110011111/i=4/4
-3 >> 4 >> 0.75 >> 001111111/d=0.25/0.25
-4 >> 4 >> x >> 000011111/s=x/x
-5 >> 1 >> no >> 110011111/b=1/1
-6 >> 4 >> TWO >> 000011111/es=two/two
-7 >> -8 >> 4 >> 110011111/ei=-8/-8
-12 >> 4 >> 5 >> 100010101/one=4
+  const std::string rows = R"(steplim 7 8
+> int: steplim=7
+> str: steplim=8
+> values: steplim=7
+tol 1 0.5
+> dbl: tol=0.25
+> dbl2: tol=/0.25
+> str: tol=0.5
+> str2: tol=/0.5
+> values: tol=0.25
+> values2: tol=/0.25
+logname 1 a "b
+> values: logname=a "b
+method 1 dual
+> str: method=dual
+> values: method=dual
+scale 1 no
+> int: scale=1
+> str: scale=0
+> values: scale=1
+both 1 2
+> str: steplim=2 logname=2
+range 4 5
+> int: range=4
+> int2: range=/4
+> str: range=5
+> str2: range=/5
+> values: range=4
+> values2: range=/4
+title 4 x
+> str: title=x
+> str2: title=/x
+> values: title=x
+> values2: title=/x
 )";
-  for (const lines& row : rowsof(rows)) {
-    optiontable o(table);
-    const std::int32_t number = std::stoi(row[0]), integer = std::stoi(row[1]);
-    const std::string results = digits(
-        {o->optsetintnr(number, integer), o->optsetint2nr(number, integer),
-         o->optsetdblnr(number, 0.5), o->optsetdbl2nr(number, 0.5), o->optsetstrnr(number, row[2]),
-         o->optsetstr2nr(number, row[2]), o->optsetvaluesnr(number, integer, 0.25, row[2]),
-         o->optsetvalues2nr(number, integer, 0.25, row[2]), o->optsetrefnr(number, 1234)});
-    EXPECT_EQ(results + "/" + o.state(), row[3]) << number;
-    EXPECT_EQ(o.queue(), lines()) << number;
-  }
+  const auto told = [](const std::string& row) {
+    std::istringstream in(row);
+    std::string name, text;
+    std::int32_t integer = 0;
+    in >> name >> integer;
+    std::getline(in >> std::ws, text);
+    return settersof(name, integer, text);
+  };
+  EXPECT_EQ(retold(rows, told), rows);
 }
 
 TEST(Setters, SeeByTheQueueWhetherTheValueWasTaken) {
-  optiontable options(table);
+  optiontable options(everykind());
   options->optaddmessage("an error before");
-  EXPECT_EQ(options->optsetintnr(2, 11) + options->optsetdblnr(3, 1.5), 0);
-  EXPECT_EQ(options->optsetstrnr(5, "maybe") + options->optsetstrnr(8, "1:x:y"), 0);
-  EXPECT_EQ(options.state(), "i=1 s=x");
+  const std::int32_t steplim = options.number("steplim");
+  EXPECT_EQ(options->optsetintnr(steplim, 5001), 0);
+  EXPECT_EQ(options->optsetdblnr(options.number("tol"), 1.5), 0);
+  EXPECT_EQ(options->optsetstrnr(options.number("scale"), "maybe"), 0);
+  EXPECT_EQ(options->optsetstrnr(options.number("pair"), "x:1:y"), 0);
+  EXPECT_EQ(options.state(), "steplim=1 logname=x");
   options->optnoboundsset(1);
-  EXPECT_EQ(options->optsetintnr(2, 11), 1);
+  EXPECT_EQ(options->optsetintnr(steplim, 5001), 1);
   EXPECT_EQ(options->errorcount(), 7);
   options->optnoboundsset(0);
   while (!options->queueclosed()) options->optaddmessage("full");
-  EXPECT_EQ(options->optsetintnr(2, 12), 1);  // refused, and there is no room to say so
-  EXPECT_EQ(options.state(), "i=11!1 s=x");
+  EXPECT_EQ(options->optsetintnr(steplim, 5002), 1) << "refused, and there is no room to say so";
+  EXPECT_EQ(options.state(), "steplim=5001!1 logname=x");
 }
 
 TEST(Resets, GoAsFarAsTheySay) {
-  optiontable options(sampledefinition);
+  optiontable options(everykind());
   const auto entries = [&] {
-    std::int32_t n[2] = {};
-    const std::string counts =
-        digits({options->optdotoptcount(n[0]), options->optindicatorcount(n[1])});
-    return counts + digits({n[0], n[1], options->optmessagecount()});
+    std::int32_t dropped = 0, faulty = 0;
+    const std::int32_t dots = options->optdotoptcount(dropped);
+    const std::int32_t indicators = options->optindicatorcount(faulty);
+    return std::tuple(dots, dropped, indicators, faulty, options->optmessagecount());
   };
-  for (const char* text : {"steplim 5", "method primal", "x.scale 2", "rowtype a$b yes", "paths a"})
-    options.read(text);
+  options.read("steplim 5\nmethod dual\nx.scale 2\ntie a$b yes\nnames a\n");
+  options->optclearmessages();
   options->optaddmessage("kept");
   options->dotoptionerrors = 3;
   options->indicatorerrors = 4;
   EXPECT_EQ(options->optresetnr(options.number("steplim")), 1);
-  EXPECT_EQ(options.state(), "method=primal paths=[a] .scale=2");
-  EXPECT_EQ(entries(), "11341");
+  EXPECT_EQ(options.state(), "method=dual names=[a] .scale=2");
+  EXPECT_EQ(entries(), std::tuple(1, 3, 1, 4, 1));
   options->optresetallrecent();
-  EXPECT_EQ(entries(), "00341");
+  EXPECT_EQ(entries(), std::tuple(0, 3, 0, 4, 1));
   options->setasstring("steplim", "7");
-  options->setasstring("method", "auto");
-  options->optresetrecentchanges();  // to the default, not to the value before
-  EXPECT_EQ(options.state(), "paths=[a] .scale=2");
+  options->setasstring("method", "primal");
+  options->optresetrecentchanges();
+  EXPECT_EQ(options.state(), "names=[a] .scale=2") << "the default, not the value before";
   options->optresetall();
   EXPECT_EQ(options.state(), "");
-  EXPECT_EQ(entries(), "00000");
+  EXPECT_EQ(entries(), std::tuple(0, 0, 0, 0, 0));
 }
 
 TEST(OptionKinds, HaveNamesInTheInterface) {

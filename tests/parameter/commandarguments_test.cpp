@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "optxv/embedding.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(sampledefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
+const std::string definition = std::string(smalldefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
 perhaps integer.OPT 11 4 0 9 1 1 Perhaps
 say immediate Message 1 1 Say
 )";
@@ -75,11 +75,11 @@ E argument 1: Error code = 2; No such file or directory
 )";
 
 TEST(Arguments, AreTakenAsParameterTextIs) {
-  for (const lines& row : rowsof(rows)) {
+  for (const lines& row : fieldsof(rows)) {
     optiontable table(replaced(definition, "printlevel", "print_level"));
     programarguments given(row[0]);
     EXPECT_EQ(given.read(*table), optxv_ok);
-    EXPECT_EQ(joined({given.left(), table.state(), table.brief()}, " >> "),
+    EXPECT_EQ(joined({given.left(), table.state(), brief(table)}, " >> "),
               joined({row[1], row[2], row[3]}, " >> "))
         << row[0];
   }
@@ -89,7 +89,7 @@ TEST(Arguments, ThatAreUnknownMayStay) {
   optiontable table(definition);
   programarguments given("--other --steplim 7 --nosuch=1 x=1");
   EXPECT_EQ(given.read(*table, optxv_arguments_keep_unknown), optxv_ok);
-  EXPECT_EQ(given.left() + table.state() + table.brief(), "--other --nosuch=1 x=1steplim=7");
+  EXPECT_EQ(given.left() + table.state() + brief(table), "--other --nosuch=1 x=1steplim=7");
   EXPECT_EQ(given.read(*table, 2), optxv_bad_argument);
 }
 

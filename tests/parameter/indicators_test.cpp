@@ -3,12 +3,12 @@
 #include <climits>
 #include <string>
 
+#include "support/everykind.h"
 #include "support/optiontable.h"
+#include "support/rows.h"
 
 namespace optxv {
 namespace {
-
-constexpr std::string_view definition = "rowtype indicator\nsteplim integer 1 10 0 100 0 1 Steps\n";
 
 using getter = std::int32_t (tzmaoptions::*)(std::int32_t, std::int32_t, shortstring&) const;
 constexpr getter getters[] = {&tzmaoptions::optgetequindicatornr,
@@ -37,49 +37,25 @@ std::string entriesof(const tzmaoptions& options) {
   return joined(all, " ");
 }
 
+/// What comes of a text: the messages, the entries, and how many more were dropped.
+std::string toldof(const std::string& text) {
+  optiontable t(everykind());
+  lines all = t.read(text).queue();
+  if (const std::string entries = entriesof(t.options); !entries.empty()) all.push_back(entries);
+  if (t->indicatorerrors > 0) all.push_back(std::to_string(t->indicatorerrors) + " dropped");
+  return joined(all, "\n");
+}
+
+// A fault ends the line.
 TEST(Indicators, EntriesAndFaults) {
-  // Text >> entries >> messages >> the number that was dropped. A fault ends the line.
-  // ~ is a name of 63 characters, & stands for 20 indices "i".
-  constexpr std::string_view rows = R"(
-rowtype eqa('a')$vara('a') = yes >> eqa('a')$vara('a')=1
-RowType e ( i , "b ,c " ) $ v [ I,'z' ] := off >> e(i,"b ,c")$v(I,'z')=0
-rowtype e{i}$v 1 rowtype f$w("q") F, rowtype e$v on steplim 5 >> e(i)$v()=1 f()$w("q")=0 e()$v()=1
-rowtype = e$v 1 rowtype e$v 1 >> >> @1
-rowtype e('a']$v 1 >> >> E Closing bracket ')' expected for id 'e' | @2 >> 1
-rowtype e$v('a',*) 1 >> >> E Universe not allowed for indicator id 'v' | @3, Saw ')' >> 1
-rowtype e(i,'j')$v(j,'k',I,m) 1 >> >> E Index 'j' not controled for variable 'v'
-    E Index 'm' not controled for variable 'v' >> 1
-rowtype e$v "yes >> >> @3 >> 1
--rowtype e$v 1 >> >> E Unknown option 'rowtype'
-rowtype e('a\nsteplim 7\nsteplim 8\n >> >> E2: Closing bracket ')' expected for id 'e'
-    E2: $ expected after equation identifier 'e' >> 1
-rowtype ~$~ 1 >> ~()$~()=1
-rowtype ~n$v 1 >> >> E Not a good equation identifier '~n' >> 1
-rowtype e$~n 1 >> >> E Variable '~n' is not a good identifier >> 1
-rowtype e(~,'~')$v(~,'~') 1 >> e(~,'~')$v(~,'~')=1
-rowtype e('~n')$v 1 >> >> E Bad Equation index = 'e' >> 1
-rowtype e$v(~n) 1 >> >> E Bad variable index = 'v' >> 1
-rowtype e(&,i,'~n')$v 1 >> >> E Too many dimensions for equation 'e'
-    E Too many dimensions for equation 'e' | E Bad Equation index = 'e' >> 1
-rowtype e(i)$v(&,j) 1 >> >> E Too many dimensions for variable 'v'
-    E Index 'j' not controled for variable 'v' >> 1
-)";
-  const std::string names = replaced(str(rows), "~", std::string(63, 'n'));
-  for (const lines& row : rowsof(replaced(names, "&", joined(lines(20, "i"), ",")))) {
-    std::string queue = replaced(row[2], "@1", "E Equation ID expected for indicator");
-    queue = replaced(queue, "@2", "E $ expected after equation identifier 'e'");
-    queue = replaced(queue, "@3", "E Boolean value expected for equation indicator 'e'");
-    optiontable t(definition);
-    EXPECT_EQ(t.read(row[0]).brief(), queue) << row[0];
-    EXPECT_EQ(entriesof(t.options), row[1]) << row[0];
-    EXPECT_EQ(t->indicatorerrors, row[3].empty() ? 0 : std::stoi(row[3])) << row[0];
-  }
+  const std::string rows = rowsof("parameter/indicators.rows");
+  EXPECT_EQ(retold(rows, toldof), rows);
 }
 
 TEST(Indicators, NumbersOutOfRange) {
-  optiontable with(definition), without("steplim integer 1 10 0 100 0 1 Steps\n");
-  with.read("rowtype e(i)$v(i) 1");
-  EXPECT_EQ(without.read("rowtype e$v 1").brief(), "E Unknown option 'rowtype'");
+  optiontable with(everykind()), without("steplim integer 1 10 0 100 0 1 Steps\n");
+  with.read("tie e(i)$v(i) 1");
+  EXPECT_EQ(without.read("tie e$v 1").told(), "*** Error Unknown option \"tie\"");
   for (const std::int32_t bad : {INT_MIN, -1, 0, 2, INT_MAX}) {
     shortstring texts[3] = {"left", "left", "left"};
     std::int32_t n[3] = {7, 7, 7};
@@ -98,18 +74,18 @@ TEST(Indicators, OverlongListsAreStored) {
   for (int i = 0; i < 60; ++i) equation.push_back("i" + std::to_string(i));
   for (int i = 59; i >= 0; i -= 7) variable.push_back("I" + std::to_string(i));
   const auto entry = [&] {
-    return "rowtype e(" + joined(equation, ",") + ")$v(" + joined(variable, ",") + ")";
+    return "tie e(" + joined(equation, ",") + ")$v(" + joined(variable, ",") + ")";
   };
-  optiontable full(definition);
+  optiontable full(everykind());
   while (!full->queueclosed()) full->optaddmessage("full");
   full.read(entry() + " 1");
-  EXPECT_EQ(entriesof(full.options), entry().substr(8) + "=1");
+  EXPECT_EQ(entriesof(full.options), entry().substr(4) + "=1");
   variable.push_back("i60");
   variable.push_back("i19");
-  optiontable open(definition);
-  lines messages(40, "E Too many dimensions for equation 'e'");
-  messages.push_back("E Index 'i60' not controled for variable 'v'");
-  EXPECT_EQ(open.read(entry() + " 1").brief(), joined(messages));
+  optiontable open(everykind());
+  lines messages(40, "*** Error Too many dimensions for equation \"e\"");
+  messages.push_back("*** Error Index \"i60\" not controled for variable \"v\"");
+  EXPECT_EQ(open.read(entry() + " 1").queue(), messages);
   EXPECT_EQ(open->indicatorerrors, 1);
 }
 

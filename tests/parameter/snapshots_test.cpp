@@ -6,12 +6,12 @@
 
 #include "foundation/textfile.h"
 #include "optxv/embedding.h"
-#include "support/optiontable.h"
+#include "support/callrows.h"
 
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(sampledefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
+const std::string definition = std::string(smalldefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
 nb immediate NoBounds 1 1 Bounds
 )";
 

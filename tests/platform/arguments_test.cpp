@@ -48,7 +48,9 @@ TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
   EXPECT_EQ(argumenttext(1), std::string(300, 'x'));
   pointers_[1] = nullptr;  // a host may clear its arguments
   EXPECT_EQ(paramstr(1), "");
-  keephostarguments(2, pointers_.data()), setarguments(-1, nullptr), initarguments(file.c_str());
+  keephostarguments(2, pointers_.data());
+  setarguments(-1, nullptr);
+  initarguments(file.c_str());
   EXPECT_EQ(argumentvector(), pointers_.data());
   keephostarguments(0, nullptr);
 }
@@ -56,9 +58,12 @@ TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
 TEST_F(Arguments, LeadToTheProgram) {
   const std::string x(5000, 'x'), home = folder_.path();
   fs::create_directories(folder_ / "bin/a");
-  folder_.putscript("a", ""), folder_.putscript("bin/b", ""), folder_.put("bin/text", "");
+  folder_.putscript("a", "");
+  folder_.putscript("bin/b", "");
+  folder_.put("bin/text", "");
   fs::create_symlink("b", folder_ / "bin/near");
-  fs::create_symlink("near", folder_ / "bin/twice"), fs::create_symlink("bin/b", folder_ / "down");
+  fs::create_symlink("near", folder_ / "bin/twice");
+  fs::create_symlink("bin/b", folder_ / "down");
   fs::current_path(home);
   const auto finds = [&](const std::string& path, const std::string& word, std::string found) {
     setenv("PATH", path.c_str(), 1);
@@ -73,14 +78,26 @@ TEST_F(Arguments, LeadToTheProgram) {
   };
   // With a slash there is no search. One link is followed, and one only, a relative target taking
   // the place of the last name.
-  finds("", "./a", "a"), finds("", "././a", "./a"), finds("", "bin/../a", "bin/../a");
-  finds("", home + "/bin/twice", "bin/near"), finds("", "./down", "bin/b"), finds("", "./c", "");
-  finds("", "", ""), finds("", '/' + x, ""), finds("", "bin/near", "bin/b");
+  finds("", "./a", "a");
+  finds("", "././a", "./a");
+  finds("", "bin/../a", "bin/../a");
+  finds("", home + "/bin/twice", "bin/near");
+  finds("", "./down", "bin/b");
+  finds("", "./c", "");
+  finds("", "", "");
+  finds("", '/' + x, "");
+  finds("", "bin/near", "bin/b");
   // Along PATH: folders and what is no program are skipped, an empty entry is the current
   // directory.
-  finds(home + "/bin/", "b", "bin/b"), finds("/no:" + home + "/bin:", "near", "bin/b");
-  finds("bin:" + home, "a", "a"), finds("bin", "text", ""), finds("./bin", "b", "bin/b");
-  finds(".", "a", "a"), finds("/no:", "a", "a"), finds(home, x, ""), finds(x, "a", "");
+  finds(home + "/bin/", "b", "bin/b");
+  finds("/no:" + home + "/bin:", "near", "bin/b");
+  finds("bin:" + home, "a", "a");
+  finds("bin", "text", "");
+  finds("./bin", "b", "bin/b");
+  finds(".", "a", "a");
+  finds("/no:", "a", "a");
+  finds(home, x, "");
+  finds(x, "a", "");
 }
 
 }  // namespace

@@ -17,17 +17,29 @@ TEST(Platform, LeadsToNumbersAndNames) {
                      std::int32_t platform) {
     EXPECT_EQ(platformof(sysname, release, machine), platform) << sysname;
   };
-  is("AIX", "7", "00F", 4), is("HP-UX", "B", "ia64", 5), is("IRIX64", "6.5", "IP35", 6);
-  is("Linux", "6.1", "x86_64", 11), is("Linux", "6.1", "i686", 7), is("SunOS", "4.1", "i86pc", 12);
-  is("SunOS", "5.11", "sun4v", 8), is("SunOS", "4.1", "sun4", 15), is("linux", "6", "", 15);
-  is("Darwin", "8", "i386", 14), is("Darwin", "22", "arm64", 10), is("OSF1", "V5", "alpha", 9);
+  is("AIX", "7", "00F", 4);
+  is("HP-UX", "B", "ia64", 5);
+  is("IRIX64", "6.5", "IP35", 6);
+  is("Linux", "6.1", "x86_64", 11);
+  is("Linux", "6.1", "i686", 7);
+  is("SunOS", "4.1", "i86pc", 12);
+  is("SunOS", "5.11", "sun4v", 8);
+  is("SunOS", "4.1", "sun4", 15);
+  is("linux", "6", "", 15);
+  is("Darwin", "8", "i386", 14);
+  is("Darwin", "22", "arm64", 10);
+  is("OSF1", "V5", "alpha", 9);
   const test::kept platform(osplatform);
   const auto names = [](std::int32_t number, std::string_view path, std::string_view name) {
     osplatform = number;
     EXPECT_EQ(q9makelibname(path, "foo"), name);
   };
-  names(11, "", "libfoo.so"), names(11, "/opt/", "/opt/libfoo.so"), names(14, "", "libfoo.dylib");
-  names(11, "/opt", "/opt/libfoo.so"), names(2, "bin", "bin/foo.dll"), names(99, "", "libfoo.XXX");
+  names(11, "", "libfoo.so");
+  names(11, "/opt/", "/opt/libfoo.so");
+  names(14, "", "libfoo.dylib");
+  names(11, "/opt", "/opt/libfoo.so");
+  names(2, "bin", "bin/foo.dll");
+  names(99, "", "libfoo.XXX");
 }
 
 TEST(Libraries, LoadFindAndFree) {

@@ -31,26 +31,40 @@ TEST(ArgumentList, SplitsWords) {
   const std::string x(255, 'x');
   const auto splits = [](const std::string& text, const std::string& parts) {
     texecarglist list;
-    list.add("z"), list.splitprepend(text);
+    list.add("z");
+    list.splitprepend(text);
     EXPECT_EQ(contentof(list), parts + "[z]") << text;
     const std::int32_t before = list.count();
     EXPECT_EQ(list.splitappend(text), before - 1) << text;
     EXPECT_EQ(contentof(list), parts + "[z]" + parts) << text;
   };
-  splits(" \t\n\x01 ", ""), splits("a \"b c\" d", "[a][b c][d]"), splits("a\"b c\"d", "[ab cd]");
-  splits("\"\"a\"\" b", "[a][b]"), splits("\"\"\"\"a", "[a]"), splits("\" \"", "[ ]");
+  splits(" \t\n\x01 ", "");
+  splits("a \"b c\" d", "[a][b c][d]");
+  splits("a\"b c\"d", "[ab cd]");
+  splits("\"\"a\"\" b", "[a][b]");
+  splits("\"\"\"\"a", "[a]");
+  splits("\" \"", "[ ]");
   // An empty pair that stands alone ends the text.
-  splits("a \"\" b", "[a]"), splits("\"\" a", ""), splits("a \"\"\"\" b", "[a]");
-  splits("a \"b c", "[a][b c]"), splits("a \"", "[a]"), splits("\"a\x01\tb\"", "[a\x01\tb]");
-  splits("a\x1fg\x7f\xff c", "[a][g\x7f\xff][c]"), splits({"a b\0c d", 7}, "[a][b]");
-  splits("it's \\\" x\"", "[it's][\\ x]"), splits(x + "x y", "[" + x + "][y]");
+  splits("a \"\" b", "[a]");
+  splits("\"\" a", "");
+  splits("a \"\"\"\" b", "[a]");
+  splits("a \"b c", "[a][b c]");
+  splits("a \"", "[a]");
+  splits("\"a\x01\tb\"", "[a\x01\tb]");
+  splits("a\x1fg\x7f\xff c", "[a][g\x7f\xff][c]");
+  splits({"a b\0c d", 7}, "[a][b]");
+  splits("it's \\\" x\"", "[it's][\\ x]");
+  splits(x + "x y", "[" + x + "][y]");
 }
 
 TEST(ArgumentList, KeepsTexts) {
   const auto blocks = allocmemcount();
   {
     texecarglist list;
-    list.add("b"), list.add(""), list.insert(0, "a"), list.insert(3, list.get(0));
+    list.add("b");
+    list.add("");
+    list.insert(0, "a");
+    list.insert(3, list.get(0));
     list.put(1, list.get(1));
     list.delete_(2);
     EXPECT_EQ(contentof(list), "[a][b][a]");

@@ -39,9 +39,12 @@ TEST(Files, ModesOfOpening) {
     EXPECT_EQ(q9fileclose(&handle) + handle, 0);
     EXPECT_EQ(folder.get("there"), content) << mode;
   };
-  opens(0, ENOENT, "content", true, false), opens(1, 0, "new", false, true);
-  opens(2, 0, "newtent", true, true), opens(3, 0, "", false, false);
-  opens(4, ENOENT, "content", true, false), opens(-2, 0, "newtent", true, true);
+  opens(0, ENOENT, "content", true, false);
+  opens(1, 0, "new", false, true);
+  opens(2, 0, "newtent", true, true);
+  opens(3, 0, "", false, false);
+  opens(4, ENOENT, "content", true, false);
+  opens(-2, 0, "newtent", true, true);
 
   tq9filehandle handle = 77;
   EXPECT_EQ(q9fileopen(folder.path(), 0, handle), 21);
@@ -84,8 +87,13 @@ TEST(Files, PositionsGoBeyondFourGigabytes) {
     EXPECT_EQ(q9filegetpointer(handle, told), 0);
     EXPECT_EQ(told, position);
   };
-  moves(-1, 2, 0, far), moves(-100, 1, 0, far - 100), moves(0, 0, 0, 0), moves(1, 2, 0, far + 2);
-  moves(far, 3, 22, far + 2), moves(0, -1, 22, far + 2), moves(-1, 0, EINVAL, far + 2);
+  moves(-1, 2, 0, far);
+  moves(-100, 1, 0, far - 100);
+  moves(0, 0, 0, 0);
+  moves(1, 2, 0, far + 2);
+  moves(far, 3, 22, far + 2);
+  moves(0, -1, 22, far + 2);
+  moves(-1, 0, EINVAL, far + 2);
   q9fileclose(&handle);
 }
 
@@ -98,7 +106,9 @@ TEST(Environment, DirectoriesGoBeforeTheOldPaths) {
     EXPECT_TRUE(prefixpath(directory));
     EXPECT_EQ(getenv("PATH"), after);
   };
-  gives("/a", "/b:/c", "/a:/b:/c"), gives("/a", "", "/a"), gives("/a", nullptr, "/a");
+  gives("/a", "/b:/c", "/a:/b:/c");
+  gives("/a", "", "/a");
+  gives("/a", nullptr, "/a");
   gives("", "/b", "/b");
   EXPECT_FALSE(q9setenv("", "value"));
   char program[] = "/bin/sh";
@@ -113,8 +123,13 @@ TEST(Environment, DirectoriesGoBeforeTheOldPaths) {
       EXPECT_TRUE(std::string(getenv(variable)).ends_with("bin:/new:/old")) << getenv(variable);
     }
   };
-  loads(6, "LD_LIBRARY_PATH"), loads(10, "DYLD_LIBRARY_PATH"), loads(11, "LD_LIBRARY_PATH");
-  loads(13, nullptr), loads(14, "DYLD_LIBRARY_PATH"), loads(16, nullptr), loads(-1, nullptr);
+  loads(6, "LD_LIBRARY_PATH");
+  loads(10, "DYLD_LIBRARY_PATH");
+  loads(11, "LD_LIBRARY_PATH");
+  loads(13, nullptr);
+  loads(14, "DYLD_LIBRARY_PATH");
+  loads(16, nullptr);
+  loads(-1, nullptr);
   setarguments(-1, nullptr);
 }
 
@@ -130,11 +145,17 @@ TEST(Reals, FixedLayout) {
   const auto gives = [](double x, int decimals, const char* text) {
     EXPECT_EQ(floattoe(x, decimals), text) << x;
   };
-  gives(-0.0, 0, "  0.E+00"), gives(-0.09999, 2, " -1.00E-01"), gives(9.996, 2, "  1.00E+01");
-  gives(2.5, 0, "  3.E+00"), gives(1, -3, "  1.E+00"), gives(1e99, 1, "  1.0E+99");
-  gives(1.0 / 3, 30, "  3.33333333333333E-01"), gives(4.94065645841246e-324, 2, "  4.94E-324");
+  gives(-0.0, 0, "  0.E+00");
+  gives(-0.09999, 2, " -1.00E-01");
+  gives(9.996, 2, "  1.00E+01");
+  gives(2.5, 0, "  3.E+00");
+  gives(1, -3, "  1.E+00");
+  gives(1e99, 1, "  1.0E+99");
+  gives(1.0 / 3, 30, "  3.33333333333333E-01");
+  gives(4.94065645841246e-324, 2, "  4.94E-324");
   gives(1.7976931348623157e308, 1, "  1.7E+308");  // 1.8E+308 is no real
-  gives(-HUGE_VAL, 2, " -INF"), gives(std::nan(""), 2, "  NAN");
+  gives(-HUGE_VAL, 2, " -INF");
+  gives(std::nan(""), 2, "  NAN");
   for (int exponent = -300; exponent <= 300; ++exponent) {  // away from halves, as printf has it
     char text[64];
     const double x = 1.23456 * std::pow(10.0, exponent);

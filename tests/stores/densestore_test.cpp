@@ -18,8 +18,13 @@ TEST(Mapping, GrowsToWhatIsAskedFor) {
     for (const std::int64_t i : {-1L, 5L, capacity - 2, capacity, 2147483647L})
       EXPECT_EQ(mapping.getmapping(static_cast<std::int32_t>(i)), -1) << i;
   };
-  growsto({0}, 1024), growsto({1024}, 2048), growsto({0, 1024}, 2048), growsto({0, 4096}, 5120);
-  growsto({32767, 32768}, 65536), growsto({65535, 65536}, 81920), growsto({65535, 81920}, 98304);
+  growsto({0}, 1024);
+  growsto({1024}, 2048);
+  growsto({0, 1024}, 2048);
+  growsto({0, 4096}, 5120);
+  growsto({32767, 32768}, 65536);
+  growsto({65535, 65536}, 81920);
+  growsto({65535, 81920}, 98304);
   growsto({-1, lowest}, 0);
   EXPECT_THROW(tintegermapping().setmapping(highest, 1), exception);
 }

@@ -53,7 +53,8 @@ TEST(Hashed, TakesNoNewRecordAfterASort) {
   EXPECT_EQ(read(store).front(), (row{{0}, 5}));
   EXPECT_THROW(load(store, {{{7}, 7}}), eassertionfailed);
   EXPECT_THROW(assign(store, {{{7}, 7}}), eassertionfailed);
-  assign(store, {{{2}, 0}}), assign(store, {{{3}, 3}});
+  assign(store, {{{2}, 0}});
+  assign(store, {{{3}, 3}});
   EXPECT_EQ(read(store), (rows{{{0}, 5}, {{1}, 1}, {{3}, 3}})) << "removal finds the tail";
 }
 

@@ -18,7 +18,8 @@ TEST(Trie, KeysShareTheirFirstIntegers) {
       EXPECT_EQ((std::tuple(s->innercount(), s->leafcount(), s->memoryused())),
                 std::tuple(needed[0], needed[1], needed[2]));
   };
-  need(2, {}, {0, 0, 0}), need(2, {{{1, 1}, 1}, {{1, 2}, 1}, {{2, 1}, 1}}, {2, 3, 72});
+  need(2, {}, {0, 0, 0});
+  need(2, {{{1, 1}, 1}, {{1, 2}, 1}, {{2, 1}, 1}}, {2, 3, 72});
   need(1, {{{-3}, 1}, {{4}, 1}}, {0, 2, 32});
   need(4, {{{1, 1, 1, 1}, 1}, {{1, 1, 2, 1}, 1}, {{1, 1, 2, 2}, 1}}, {4, 3, 96});
   holding<tzemadatasparse> store(
@@ -36,7 +37,8 @@ TEST(Trie, LoadsGoOnAfterTheLastRecord) {
   assign(store, {{{3, 3}, 4}, {{2, 2}, 5}});
   load(store, {{{3, 4}, 6}});
   std::int32_t key[2];
-  store.startread(), store.getnextkey(key);
+  store.startread();
+  store.getnextkey(key);
   load(store, {{{3, 5}, 7}});
   EXPECT_EQ(read(store),
             (rows{{{1, 1}, 2}, {{1, 4}, 3}, {{2, 2}, 5}, {{3, 3}, 4}, {{3, 4}, 6}, {{3, 5}, 7}}));

@@ -63,6 +63,27 @@ TEST(DefinitionDocument, HoldsEveryKind) {
             "ver obsolete options\n   tol  No more\n   paths  Never again\n");
 }
 
+// What it does not write in a form that is read is left out: lists of texts and marks, and an
+// instruction without its hc.
+TEST(DefinitionDocument, ReadsBackAsTheSameTable) {
+  std::string text, written;
+  std::istringstream in{str(everykind)};
+  for (std::string line; std::getline(in, line) && !line.starts_with("passing");)
+    if (!line.starts_with("paths") && !line.starts_with("rf") && !line.starts_with("general"))
+      text += replaced(line, "by size", "by_size") + "\n";
+  const tablefacts first = describe(optiontable(text).options);
+  const tablefacts again = describe(optiontable(definition(text)).options);
+  ASSERT_EQ(first.options.size(), again.options.size());
+  for (std::size_t i = 0; i < first.options.size(); ++i) {
+    const optionfacts &a = first.options[i], &b = again.options[i];
+    EXPECT_EQ(std::tie(a.tablename, a.kind, a.modifier, a.refnr, a.defaultvalue, a.low, a.high),
+              std::tie(b.tablename, b.kind, b.modifier, b.refnr, b.defaultvalue, b.low, b.high));
+    EXPECT_EQ(std::tie(a.helpcontext, a.group, a.help, a.members),
+              std::tie(b.helpcontext, b.group, b.help, b.members));
+    EXPECT_EQ(a.synonyms.size(), b.synonyms.size());
+  }
+}
+
 TEST(DefinitionDocument, MembersFillEightyColumns) {
   std::string flags, line;
   for (int i = 100; i < 107; ++i) {
@@ -129,8 +150,7 @@ TEST(OptionTable, HoldsEveryKind) {
 
 TEST(OptionTable, OfWhatAFaultyDefinitionLeft) {
   optiontable faulty("a_b string 1 \"\" 1 1\n");
-  faulty.options.addoption("e",
-                           std::make_unique<tenumintoption>("e", &faulty.options, 1, optionhelp()));
+  faulty.options.addoption("e", faulty.options.make<tenumintoption>("e", 1, optionhelp()));
   faulty.options.addsynonym("s", -1);
   EXPECT_EQ(tableof(faulty), row({"a_b", "string", "1", "\"\"", "", "", "1", "1", ""}) +
                                  row({"e", "enumint", "0", "1", "", "", "0", "0", ""}) +
@@ -180,38 +200,11 @@ TEST(SourceInclude, ItemsStandInLines) {
                                numbers + " );\n");
 }
 
-// Beside what the reference page of the example is made of, which its own test compares whole.
-TEST(Facts, HoldNumbersAndWrittenForms) {
-  const optiontable read(everykind);
-  const tablefacts facts = describe(read.options);
-  const optionfacts &rate = facts.options[1], &method = facts.options[5], &level = facts.options[6];
-  EXPECT_EQ(joined({rate.low, rate.high, method.defaultvalue, method.values[0].value,
-                    level.defaultvalue, level.values[1].value, facts.options[10].low}),
-            "0 | maxint | \"by size\" | \"by size\" | 2147483647 | maxint | 1E-20");
-  EXPECT_EQ(std::tuple(method.refnr, method.helpcontext, method.group), std::tuple(7, 8, 2));
-  EXPECT_EQ(std::tuple(method.values[0].helpcontext, level.values[1].helpcontext),
-            std::tuple(81, 91));
-  EXPECT_EQ(joined(rate.longhelp), "Long help, |  | indented.");
-  EXPECT_EQ(facts.groups[0].name + std::to_string(facts.groups[0].number), "general2");
-}
-
 TEST(Facts, NamesAsUsersSeeThem) {
   const optiontable read("Minos lookup\na_b boolean 1 0 1 1 x\nc_d synonym a_b\nrow indicator\n");
   const tablefacts facts = describe(read.options);
   EXPECT_EQ(facts.options[1].tablename + "," + facts.options[1].name, "a_b,a b");
   EXPECT_EQ(facts.options[1].synonyms.at(0).name + "," + facts.indicatorkey, "c d,row");
-}
-
-TEST(Facts, TellWhichSynonymIsMarked) {
-  const optiontable read(
-      "a boolean 1 0 1 1 x\nold synonym a\nfine synonym a\ngone synonym a\n"
-      "d deprecated\n old Say a.\n gone first\no obsolete\n gone Too late.\n");
-  const tablefacts facts = describe(read.options);
-  std::string all;
-  for (const synonymfacts& each : facts.options[1].synonyms)
-    all += each.name + (each.deprecated ? " deprecated" : "") + (each.obsolete ? " obsolete" : "") +
-           (each.text.empty() ? ";" : " '" + each.text + "';");
-  EXPECT_EQ(all, "old deprecated 'Say a.';fine;gone deprecated obsolete 'Too late.';");
 }
 
 TEST(Documents, FilesThatCannotBeWrittenAreRefused) {

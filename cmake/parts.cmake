@@ -1,0 +1,40 @@
+# Which parts are built: the library always; the command and the tests where what they need is there. What is left
+# out is told in one line. OPTXV_TOOLS=ON makes a lack of the command's libraries an error, as the presets want it.
+
+# missing_packages(<result> <package>...): the packages that are not found. These are macros, as what a package
+# defines is wanted in the caller's scope.
+macro(optxv_missing result)
+  set(${result})
+  foreach(package ${ARGN})
+    find_package(${package} QUIET)
+    if(NOT ${package}_FOUND)
+      list(APPEND ${result} ${package})
+    endif()
+  endforeach()
+endmacro()
+
+set(build_command OFF)
+if(OPTXV_TOOLS)
+  optxv_missing(missing CLI11 nlohmann_json)
+  if(NOT missing)
+    set(build_command ON)
+  elseif(OPTXV_TOOLS STREQUAL AUTO)
+    list(JOIN missing ", " missing)
+    message(STATUS "The command optxv is not built, not found: ${missing}")
+  else()
+    message(FATAL_ERROR "The command needs what is not found: ${missing}")
+  endif()
+endif()
+
+set(build_tests OFF)
+if(PROJECT_IS_TOP_LEVEL AND BUILD_TESTING)
+  optxv_missing(missing GTest Python3)
+  if(missing)
+    list(JOIN missing ", " missing)
+    message(STATUS "The tests are not built, not found: ${missing}")
+  elseif(NOT BUILD_SHARED_LIBS)
+    message(STATUS "The tests are not built: they load the library, and this one is static")
+  else()
+    set(build_tests ON)
+  endif()
+endif()
