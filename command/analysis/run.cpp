@@ -94,7 +94,7 @@ void run::unreadable(const std::string& file, const std::string& why) {
 void run::finish(const std::string& file, std::int32_t error) {
   hearing_.rethrow();
   findings_.flush();
-  if (error != 0) unreadable(file, systemtext(error));
+  if (error != 0) unreadable(file, optxv::systemtext(error));
   options_.clearmessages();
 }
 

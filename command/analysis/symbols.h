@@ -10,10 +10,13 @@
 #include <unordered_map>
 #include <vector>
 
-#include "analysis/nearest.h"
 #include "analysis/reading.h"
+#include "language/nearestnames.h"
 
 namespace command {
+
+using optxv::knownname;
+using optxv::nearestnames;
 
 /// An option as its record has it; the numbers of the record as they are written.
 struct optionsymbol {

@@ -5,15 +5,18 @@
 #include <memory>
 #include <optional>
 
-#include "analysis/nearest.h"
 #include "cli/selftext.h"
 #include "cli/subcommands.h"
+#include "language/nearestnames.h"
 #include "output/reporter.h"
 #include "text/names.h"
 #include "text/printable.h"
 
 namespace command {
 namespace {
+
+using optxv::knownname;
+using optxv::nearestnames;
 
 // --- The parser, from the rows
 

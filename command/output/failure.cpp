@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "text/descriptors.h"
+#include "platform/descriptors.h"
 #include "text/printable.h"
 
 namespace command {
@@ -20,7 +20,7 @@ void puterror(const std::string& text) {
 
 std::string failuretext(const failure& told) {
   std::string why = told.why;
-  if (why.empty() && told.error != 0) why = systemtext(told.error);
+  if (why.empty() && told.error != 0) why = optxv::systemtext(told.error);
   std::string text = lineof("error", why.empty() ? told.what : told.what + ": " + why);
   for (const std::string& note : told.notes) text += lineof("note", note);
   return text;

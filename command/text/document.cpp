@@ -50,7 +50,7 @@ int readsized(int file, const struct stat& status, std::string& text, std::size_
 }  // namespace
 
 std::string readfailure::words() const {
-  if (error != EFBIG) return systemtext(error);
+  if (error != EFBIG) return optxv::systemtext(error);
   if (limit == textdocument::largest) return "larger than 1 GiB";
   return "larger than 1 GiB together with the files before it";
 }

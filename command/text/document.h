@@ -7,9 +7,13 @@
 #include <string_view>
 #include <variant>
 
-#include "text/descriptors.h"
+#include "platform/descriptors.h"
 
 namespace command {
+
+using optxv::descriptor;
+using optxv::identity;
+using optxv::identityof;
 
 /// Why a document cannot be read.
 struct readfailure {

@@ -153,9 +153,10 @@ enum {
  * Reads options from the arguments of main. Taken are
  *
  *   --name=value   name=value
- *   --name value   an option of two values takes two arguments
- *   --name         an option that takes no value; one whose value may be left out; a Boolean, which
- *                  becomes 1, where the next argument is none of its words
+ *   --name value   an option of two values takes two arguments, or one for both
+ *   --name         an option that takes no value; one whose value may be left out, which takes no
+ *                  argument after it; a Boolean, which becomes 1, where the next argument is none
+ * of its words
  *   --             ends the options; it is taken itself
  *
  * What is taken leaves argv; the rest, and all after --, moves up in its order, argc becomes its
@@ -167,10 +168,16 @@ enum {
  * optxv_arguments_keep_unknown. Dot options and indicators are not read here. An immediate option
  * acts as in parameter text: --read=file reads the file.
  *
+ * An argument that begins with `--` is not taken as a value; --name=--x gives such a one. A value
+ * is the whole argument or all after the =, and two values there are separated by a blank. Blanks
+ * at its ends and a pair of double quotes around it are no part of it, but comment characters are.
+ * An empty argument is an empty value; nothing after a = is a value that is missing.
+ *
  * A value is checked as in parameter text. What is wrong is a message whose text begins with the
- * argument ("argument 3: ..."), with a message of detail that tells the nearest names. The place
- * of the message and of the value (optxv_value_place) is in a source named "argument 3", line 1,
- * columns in that argument; 3 is its index in argv before the call.
+ * argument ("argument 3: ..."); after an unknown name, a message of detail tells the nearest ones.
+ * There are no messages for the beginning and the end of the read. The place of a message and of a
+ * value (optxv_value_place) is in a source named "argument 3", line 1, columns in that argument; 3
+ * is its index in argv before the call.
  */
 OPTXV_EMBEDDING_API int32_t optxv_read_arguments(optxv_handle handle, int* argc, char** argv,
                                                  uint32_t flags);
@@ -180,8 +187,9 @@ OPTXV_EMBEDDING_API int32_t optxv_read_arguments(optxv_handle handle, int* argc,
  * and whose case counts. The rest of the variable's name is looked up as a name in parameter text
  * is: SOLVER_TIME_LIMIT=5 with the prefix "SOLVER_" sets time_limit. Variables are read in the
  * order of their names. A variable with an empty value is no setting, except of an option that
- * takes none. Messages and places are as those of arguments, in a source named after the variable,
- * "variable SOLVER_TIME_LIMIT". A name that no option has is a message of kind warning.
+ * takes none. Two values are separated by a blank. Messages and places are as those of arguments,
+ * in a source named after the variable, "variable SOLVER_TIME_LIMIT", columns in the text
+ * SOLVER_TIME_LIMIT=5. A name that no option has is a message of kind warning.
  */
 OPTXV_EMBEDDING_API int32_t optxv_read_environment(optxv_handle handle, const char* prefix);
 
@@ -686,8 +694,8 @@ OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener*
 
 /* ---- Questions ------------------------------------------------------------------------------ */
 
-/* Message `number` (from 1) as the listener gets it. A message that the program added, or help, has
- * no fault. */
+/* Message `number` (from 1) as the listener gets it; but the text lacks its end where the queue had
+ * no room for it after the line number. */
 OPTXV_EMBEDDING_API int32_t optxv_message_info(optxv_handle handle, int32_t number,
                                                optxv_message* message);
 /* The same message ready to be shown, as optGetMessage gives it, zero-terminated, in the 256 bytes
@@ -795,7 +803,9 @@ OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const
  * or the whole new one and nothing between: the text goes to a new file beside it, which is then
  * given its name. Links are followed, the mode and the owner stay. What is no regular file, such as
  * a pipe or /dev/stdout, is written through. The empty name stands for standard output. On any
- * status but 0 a regular file is as it was. Adds no message.
+ * status but 0 a regular file is as it was; except for one that cannot be replaced, because it has
+ * further names or its folder or owner does not allow it: that is written in place. Adds no
+ * message. While the file is written, the signals that end a process wait, for this thread.
  */
 OPTXV_EMBEDDING_API int32_t optxv_write_parameters(optxv_handle handle, const char* filename);
 

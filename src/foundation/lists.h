@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "foundation/boundedstring.h"
 #include "foundation/runtime.h"
@@ -106,6 +107,12 @@ class OPTXV_EXPORT txlist : public tquicksortclass {
   void clear();
   /// Reallocates to n slots, or to count() if that is more.
   void setcapacity(std::int32_t n);
+  /// Exchanges all items with those of a list of the same class.
+  void swapitems(txlist& other) noexcept {
+    std::swap(fcapacity, other.fcapacity);
+    std::swap(fcount, other.fcount);
+    std::swap(flist, other.flist);
+  }
 
  protected:
   // KEEP: in this order; txcustomstringlist has another.

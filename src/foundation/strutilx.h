@@ -190,6 +190,7 @@ class heapstring {
   std::string_view view() const noexcept { return getstring(text_); }
   operator std::string_view() const noexcept { return view(); }  // NOLINT: a text reads as a view
   bool isnil() const noexcept { return text_ == nullptr; }
+  void swap(heapstring& other) noexcept { std::swap(text_, other.text_); }
   /// Lets go of the string. OWNS: the caller.
   pstring release() noexcept { return std::exchange(text_, nullptr); }
 

@@ -2,8 +2,13 @@
 
 #include "optxv/embedding.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "definition/definitionreader.h"
 #include "foundation/pchutil.h"
@@ -13,15 +18,14 @@
 #include "frame/status.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "parameter/commandarguments.h"
+#include "parameter/environmentvariables.h"
+#include "parameter/snapshots.h"
+#include "platform/filereplacement.h"
 
 using namespace optxv;
 
 namespace {
-
-optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
-  if (!at.known()) return {"", 0, 0, 0};
-  return {options.sources.name(source), at.line, at.column, at.length};
-}
 
 const tstrlistoption* listat(optxv_handle handle, std::int32_t optnr) {
   const toption* option = optnr < 1 ? nullptr : objectof(handle).getobjects(optnr - 1);
@@ -135,42 +139,26 @@ int32_t optxv_read_parameter_text(optxv_handle handle, const char* name, const c
   return readbytes<&tzmaoptions::readparametertext>(handle, name, bytes, size);
 }
 
-// Messages ---------------------------------------------------------------------------------------
-
-int32_t optxv_message_count(optxv_handle handle) {
-  return handle == nullptr ? 0 : objectof(handle).getmessagecount();
-}
-
-void optxv_error_count(optxv_handle handle, int32_t* errors, int32_t* warnings) {
-  std::int32_t counted[2] = {};
-  if (handle != nullptr) objectof(handle).opterrorcount(counted[0], counted[1]);
-  if (errors != nullptr) *errors = counted[0];
-  if (warnings != nullptr) *warnings = counted[1];
-}
-
-int32_t optxv_show_message(optxv_handle handle, int32_t number, char* text) {
-  return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
-    if (positionin(number, options.getmessagecount()) < 0) return optxv_unknown;
-    if (text == nullptr) return optxv_bad_argument;
-    shortstring shown;
-    std::int32_t kind = 0;
-    options.optgetmessage(number, shown, kind);
-    strpcopy(text, shown);
+int32_t optxv_read_arguments(optxv_handle handle, int* argc, char** argv, uint32_t flags) {
+  if (argc == nullptr || argv == nullptr || *argc < 0) return optxv_bad_argument;
+  if ((flags & ~std::uint32_t{optxv_arguments_keep_unknown}) != 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    if (*argc == 0) return optxv_ok;
+    const std::span<char* const> all(argv, static_cast<std::size_t>(*argc));
+    const std::vector<char*> kept =
+        readarguments(options, all, (flags & optxv_arguments_keep_unknown) != 0);
+    if (kept.size() < all.size()) *std::copy(kept.begin(), kept.end(), argv) = nullptr;
+    *argc = static_cast<int>(kept.size());
     return optxv_ok;
   });
 }
 
-int32_t optxv_add_message(optxv_handle handle, const char* bytes, size_t size) {
-  return withtext(bytes, size, [&](std::string_view text) {
-    return withobject(handle, [&](tzmaoptions& options) {
-      options.optaddmessage(text);
-      return optxv_ok;
-    });
+int32_t optxv_read_environment(optxv_handle handle, const char* prefix) {
+  if (prefix == nullptr || *prefix == 0) return optxv_bad_argument;
+  return withreader(handle, [&](tzmaoptions& options) {
+    readenvironment(options, prefix, environ);
+    return optxv_ok;
   });
-}
-
-void optxv_clear_messages(optxv_handle handle) {
-  if (handle != nullptr) atboundary([&] { objectof(handle).optclearmessages(); });
 }
 
 int32_t optxv_show_help(optxv_handle handle, const char* request) {
@@ -187,14 +175,6 @@ void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
     objectof(handle).told =
         listener != nullptr ? std::make_unique<optxv::listener>(*listener) : nullptr;
   });
-}
-
-int32_t optxv_message_place(optxv_handle handle, int32_t number, optxv_place* place) {
-  const tzmaoptions& options = objectof(handle);
-  const bool good = number >= 1 && number <= options.getmessagecount();
-  const sourceplace found = good ? options.messageplaces.get(number - 1) : sourceplace();
-  *place = placeof(options, found.at, found.source);
-  return found.at.known() ? 1 : 0;
 }
 
 int32_t optxv_value_place(optxv_handle handle, int32_t optnr, optxv_place* place, int32_t* road,
@@ -237,17 +217,78 @@ int32_t optxv_record_form(int32_t number, const char** word, const char** fields
   return 1;
 }
 
+// Snapshots --------------------------------------------------------------------------------------
+
+struct optxv_snapshot {
+  valuesnapshot values;
+};
+
+int32_t optxv_take_snapshot(optxv_handle handle, optxv_snapshot** snapshot) {
+  if (snapshot == nullptr) return optxv_bad_argument;
+  return withobject(handle, [&](const tzmaoptions& options) {
+    *snapshot = new optxv_snapshot{valuesnapshot(options)};
+    return optxv_ok;
+  });
+}
+
+int32_t optxv_restore_snapshot(optxv_handle handle, const optxv_snapshot* snapshot) {
+  if (snapshot == nullptr) return optxv_bad_argument;
+  return withobject(handle, [&](tzmaoptions& options) -> std::int32_t {
+    return snapshot->values.restore(options) ? optxv_ok : optxv_other_table;
+  });
+}
+
+void optxv_free_snapshot(optxv_snapshot** snapshot) {
+  if (snapshot != nullptr) delete std::exchange(*snapshot, nullptr);
+}
+
 // Writing ----------------------------------------------------------------------------------------
+
+namespace {
+
+/// Writes to a file, or a text in memory, that is open. Gives the system's error number.
+int writeto(textfile& file, const tzmaoptions& options) {
+  options.writeparameters(file);
+  file.close();
+  return ioresult();
+}
+
+/// What a parameter file would hold.
+std::string writtentext(const tzmaoptions& options) {
+  std::string text;
+  textfile file;
+  file.rewritememory(text);
+  writeto(file, options);
+  return text;
+}
+
+std::int32_t writestandard(const tzmaoptions& options) {
+  textfile file;
+  file.assign({});
+  file.rewrite();
+  const int failed = ioresult();
+  return failed != 0 ? failed : writeto(file, options);
+}
+
+}  // namespace
+
+int32_t optxv_write_parameters(optxv_handle handle, const char* filename) {
+  const auto write = [&](std::string_view name) {
+    return withobject(handle, [&](const tzmaoptions& options) -> std::int32_t {
+      if (name.empty()) return writestandard(options);
+      const auto failed = replacefile(std::string(name), writtentext(options));
+      return failed ? failed->error : optxv_ok;
+    });
+  };
+  return withtext(filename, OPTXV_ENDED, write, shortstring::maximum);
+}
 
 int32_t optxv_write_parameter_text(optxv_handle handle,
                                    int32_t (*take)(void* context, const char* bytes, size_t size),
                                    void* context) {
   std::string text;
   const std::int32_t status = withobject(handle, [&](const tzmaoptions& options) {
-    textfile file;
-    file.rewritememory(text);
-    options.writeparameters(file);
-    file.close();
+    text = writtentext(options);
     return optxv_ok;
   });
   return status != optxv_ok ? status : take(context, text.data(), text.size());

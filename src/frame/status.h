@@ -74,6 +74,12 @@ inline optxv_text endedtext(std::string_view text) {
   return {text.empty() ? "" : text.data(), text.size()};
 }
 
+/// A place as it goes out, with the name of its source.
+inline optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
+  if (!at.known()) return {"", 0, 0, 0};
+  return {options.sources.name(source), at.line, at.column, at.length};
+}
+
 /// A position from 1 as one from 0, if there are that many; else -1.
 inline std::int32_t positionin(std::int32_t number, std::int32_t count) {
   return number >= 1 && number <= count ? number - 1 : -1;

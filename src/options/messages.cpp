@@ -1,5 +1,7 @@
 #include "options/messages.h"
 
+#include <algorithm>
+
 #include "foundation/numtext.h"
 #include "foundation/runtime.h"
 #include "foundation/strutilx.h"
@@ -30,21 +32,27 @@ bool tzmaoptions::undoenter(messagekind kind, std::string_view text) {
     return false;
   messagelist.delete_(last);
   messageplaces.truncate(last);
+  messagedetails.truncate(last);
   return true;
 }
 
-/// Adds a text to the queue as it is, and gives its number.
-std::int32_t tzmaoptions::enqueue(messagekind kind, std::string_view text, const textplace& place) {
-  const std::int32_t index = messagelist.addobject(text, kindword(kind));
+/// Adds a text to the queue, after what tells its line, and gives its number.
+std::int32_t tzmaoptions::enqueue(messagekind kind, std::string_view line, std::string_view text,
+                                  const messagefacts& facts, const textplace& place) {
+  const std::int32_t index = messagelist.addobject(
+      line.empty() ? text : std::string_view(concat(line, text)), kindword(kind));
   if (place.known()) messageplaces.set(index, {place, assigning.source});
+  if (facts.fault != optxv_fault_none || !line.empty())
+    messagedetails.add(index, line.size(), facts);
   return index + 1;
 }
 
 /// Closes the queue with the marker that it is full.
 void tzmaoptions::closequeue() {
   const shortstring text = concat("Maximum of ", inttostr(maximummessages), " messages reached");
-  const std::int32_t number = enqueue(optMsgTooManyMsgs, text, {});
-  if (told) tellmessage(number, optMsgTooManyMsgs, text, {.fault = optxv_fault_queue_full}, {});
+  const messagefacts facts = {.fault = optxv_fault_queue_full};
+  const std::int32_t number = enqueue(optMsgTooManyMsgs, {}, text, facts, {});
+  if (told) tellmessage(number, optMsgTooManyMsgs, text, facts, {});
 }
 
 void tzmaoptions::addmessage(messagekind kind, std::string_view text, const messagefacts& facts) {
@@ -56,9 +64,11 @@ void tzmaoptions::addmessage(messagekind kind, std::string_view text, const mess
   } else if (messagelist.count() == maximummessages) {
     closequeue();
   } else if (messagekinds[kind].located && parser != nullptr && parser->linenr() != 0) {
-    number = enqueue(kind, concat("line ", inttostr(parser->linenr()), ": ", text), place);
+    number = enqueue(kind, concat("line ", inttostr(parser->linenr()), ": "), text, facts, place);
+  } else if (messagekinds[kind].located && !outersource.empty()) {
+    number = enqueue(kind, concat(outersource, ": "), text, facts, place);
   } else {
-    number = enqueue(kind, text, place);
+    number = enqueue(kind, {}, text, facts, place);
   }
   if (told) tellmessage(number, kind, text, facts, place);
 }
@@ -77,9 +87,26 @@ void tzmaoptions::tellmessage(std::int32_t number, messagekind kind, std::string
                                         .place = told->placed(place)});
 }
 
+optxv_message tzmaoptions::messageinfo(std::int32_t number) const {
+  const messagedetail& known = messagedetails.get(number - 1);
+  std::string_view text = messagelist.getname(number - 1);
+  text.remove_prefix(static_cast<std::size_t>(known.skipped));
+  return {.number = number,
+          .kind = kindat(messagelist, number - 1),
+          .fault = known.fault,
+          .detail = known.detail ? 1 : 0,
+          .option = known.option,
+          .field = known.field,
+          .text = textof(text),
+          .about = textof(known.about),
+          .seen = textof(known.seen),
+          .place = {}};
+}
+
 void tzmaoptions::optclearmessages() {
   messagelist.clear();
   messageplaces.truncate(0);
+  messagedetails.truncate(0);
 }
 
 void tzmaoptions::addfilefailure(messagekind kind, std::int32_t fault, std::string_view words,
@@ -211,6 +238,29 @@ const char* faultname(std::int32_t fault) {
 
 const char* fieldname(std::int32_t field) {
   return nameat(fieldnames, field);
+}
+
+void detaillist::add(std::int32_t index, std::size_t skipped, const messagefacts& facts) {
+  details_.push_back({.index = index,
+                      .fault = facts.fault,
+                      .option = facts.option,
+                      .field = facts.field,
+                      .skipped = static_cast<std::int32_t>(skipped),
+                      .detail = facts.detail,
+                      .about = std::string(facts.about),
+                      .seen = std::string(facts.seen)});
+}
+
+void detaillist::truncate(std::int32_t index) {
+  while (!details_.empty() && details_.back().index >= index) details_.pop_back();
+}
+
+const messagedetail& detaillist::get(std::int32_t index) const {
+  static const messagedetail none;
+  const auto found = std::lower_bound(
+      details_.begin(), details_.end(), index,
+      [](const messagedetail& each, std::int32_t wanted) { return each.index < wanted; });
+  return found != details_.end() && found->index == index ? *found : none;
 }
 
 // --- Counting ----------------------------------------------------------------------------------

@@ -5,7 +5,9 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "language/places.h"
 #include "optxv/embedding.h"
@@ -64,6 +66,33 @@ struct messagefacts {
   std::string_view seen = {};   ///< what was found where something else was expected
   std::int32_t field = optxv_field_none;
   bool detail = false;  ///< it adds to the message before it
+};
+
+/// What a message of the queue says as data, beside its text and its place.
+struct messagedetail {
+  std::int32_t index = 0;  ///< 0-based, of the message
+  std::int32_t fault = optxv_fault_none;
+  std::int32_t option = 0;
+  std::int32_t field = optxv_field_none;
+  std::int32_t skipped = 0;  ///< how many bytes of the queue's text are its line number
+  bool detail = false;
+  std::string about = {};
+  std::string seen = {};
+};
+
+/// The details of the entries of the queue, for those entries that have some.
+/// INVARIANT: sorted by index.
+class detaillist {
+ public:
+  /// REQUIRES: no entry behind this one has details.
+  void add(std::int32_t index, std::size_t skipped, const messagefacts& facts);
+  /// Forgets the entries from a 0-based position on.
+  void truncate(std::int32_t index);
+  /// The details of an entry; those of no fault if it has none. BORROWS: good until the next add.
+  const messagedetail& get(std::int32_t index) const;
+
+ private:
+  std::vector<messagedetail> details_;
 };
 
 /// The name of a fault, nil for a bad number.

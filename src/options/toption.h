@@ -408,6 +408,11 @@ class tstrlistoption : public toption {
   /// Removes the first item and gives it. REQUIRES: count() > 0.
   shortstring takefirst();
   void reset() override;
+  /// Exchanges the items with those of a list. Does not tell the owner (see noteitems).
+  void swapitems(txstrings& items) noexcept {
+    items_.swapitems(items);
+    taken_ = 0;
+  }
 
  private:
   void closegap();

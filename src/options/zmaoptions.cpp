@@ -1,11 +1,13 @@
 #include "options/zmaoptions.h"
 
 #include <array>
+#include <atomic>
 #include <utility>
 
 #include "foundation/zdlaudit.h"
 #include "language/listener.h"
 #include "options/optionkinds.h"
+#include "options/suggestions.h"
 
 namespace optxv {
 
@@ -36,6 +38,11 @@ char charpath() {
 tzmaoptions::tzmaoptions() : toptionx(0, {}), dotoptionlist(makedotoptionlist(this)) {}
 
 tzmaoptions::~tzmaoptions() = default;
+
+std::uint64_t tzmaoptions::nextidentity() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
 
 // --- The table ---------------------------------------------------------------------------------
 
@@ -104,6 +111,11 @@ shortstring tzmaoptions::nounderscore(std::string_view name) const {
 std::string_view tzmaoptions::keeptext(std::string_view text) {
   const auto found = kepttexts.find(text);
   return found != kepttexts.end() ? *found : *kepttexts.emplace(text).first;
+}
+
+suggestions& tzmaoptions::nearnames() {
+  if (!similar) similar = std::make_unique<suggestions>(*this);
+  return *similar;
 }
 
 // --- Counts and switches -----------------------------------------------------------------------

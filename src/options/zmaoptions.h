@@ -36,6 +36,7 @@
 namespace optxv {
 
 class listener;
+class suggestions;
 class textfile;
 struct linesource;
 class tminiparser;
@@ -171,6 +172,10 @@ class tzmaoptions : public toptionx {
   void notefault(messagekind kind) {
     if (messagekinds[kind].counted) ++faultsmet;
   }
+  /// The message of a number from 1, without a place: as the listener gets it, but without the end
+  /// of a text that the queue had no room for after its line number.
+  /// REQUIRES: the queue has that message. BORROWS: the texts, until the queue changes.
+  optxv_message messageinfo(std::int32_t number) const;
   /// The two messages of a file that could not be opened or read: the words and the quoted name,
   /// then the system's number and its text after the indent.
   void addfilefailure(messagekind kind, std::int32_t fault, std::string_view words,
@@ -207,6 +212,8 @@ class tzmaoptions : public toptionx {
   /// A copy of a text that is good until the object is freed, zero-terminated; each text is kept
   /// once.
   std::string_view keeptext(std::string_view text);
+  /// What knows the names that are near to a wrong one.
+  suggestions& nearnames();
 
   // --- Readers and writers -------------------------------------------------------------------
 
@@ -399,7 +406,10 @@ class tzmaoptions : public toptionx {
   charset eolcommset;
   std::int32_t assigndepth = 0;  ///< lists and macros being assigned, one within another
   std::int32_t handedon = 0;     ///< values given to members since the outermost of them began
-  std::int64_t faultsmet = 0;    ///< messages of errors so far, also those that a full queue lost
+  /// The argument or variable that is being read, with which messages begin in place of a line.
+  std::string_view outersource = {};
+  const std::uint64_t identity = nextidentity();  ///< of no other object of this process
+  std::int64_t faultsmet = 0;  ///< messages of errors so far, also those that a full queue lost
   nameindex optionindex{optionlist};
   nameindex synonymindex{synonymlist};
   nameindex groupindex{grouplist};
@@ -413,15 +423,19 @@ class tzmaoptions : public toptionx {
   std::unique_ptr<listener> told;  ///< nil without a listener
   sourcenames sources;
   placelist messageplaces;  ///< of the entries of messagelist
-  originlist origins;       ///< of the entries of optionlist
+  detaillist messagedetails;
+  originlist origins;  ///< of the entries of optionlist
   /// Where the value that is being assigned comes from; outside reads, from a call.
   valueorigin assigning = {.road = roadCall};
   std::vector<synonymmark> synonymmarks;  ///< in definition order
   std::set<std::string, std::less<>> kepttexts;
+  std::unique_ptr<suggestions> similar;  ///< nil until the first question for near names
 
  private:
+  static std::uint64_t nextidentity();
   bool undoenter(messagekind kind, std::string_view text);
-  std::int32_t enqueue(messagekind kind, std::string_view text, const textplace& place);
+  std::int32_t enqueue(messagekind kind, std::string_view line, std::string_view text,
+                       const messagefacts& facts, const textplace& place);
   void closequeue();
   void tellmessage(std::int32_t number, messagekind kind, std::string_view text,
                    const messagefacts& facts, const textplace& place) const;

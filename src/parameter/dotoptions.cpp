@@ -31,15 +31,6 @@ double numericvalue(const toption& option) {
   });
 }
 
-/// An element without its quotes. The closing one is missing if the element was too long.
-std::string_view unquoted(std::string_view index) {
-  if (!isquoted(index)) return index;
-  const char quote = index.front();
-  index.remove_prefix(1);
-  if (index.ends_with(quote)) index.remove_suffix(1);
-  return index;
-}
-
 /// Stores one index of the list after a key; false ends the list.
 bool takeindex(tzmaoptions& options, std::string_view key, bool good, std::string_view index,
                const textplace& place) {
@@ -91,6 +82,14 @@ void readindicesandvalue(tzmaoptions& options, tminiparser& in, std::string_view
 }
 
 }  // namespace
+
+std::string_view unquoted(std::string_view index) {
+  if (!isquoted(index)) return index;
+  const char quote = index.front();
+  index.remove_prefix(1);
+  if (index.ends_with(quote)) index.remove_suffix(1);
+  return index;
+}
 
 // The list --------------------------------------------------------------------------------------
 

@@ -63,6 +63,9 @@ class tdotobjlist : public txstringlistobj {
   tdotobj& lastentry(std::string_view complaint) const;
 };
 
+/// An element without its quotes. The closing one is missing if the element was too long.
+std::string_view unquoted(std::string_view index);
+
 /// The list of an object. BORROWS: good for the life of the object.
 inline tdotobjlist& dotoptionsof(const tzmaoptions& options) {
   return static_cast<tdotobjlist&>(*options.dotoptionlist);

@@ -150,15 +150,23 @@ bool readindexlist(tminiparser& in, Element element, Unclosed unclosed) {
 
 /// Runs read(), which adds to list and puts its messages in the queue of options. If it has
 /// reported an error, whatever it added is deleted, last first, and counted in dropped; a warning
-/// does no harm. Gives whether the entry was kept.
+/// does no harm. So it is where an exception ends the read. Gives whether the entry was kept.
 /// KEEP: a full queue takes no more messages, so no error is seen there and a faulty entry stays.
 template <class List, class Read>
 bool keepwhole(const tzmaoptions& options, List& list, std::int32_t& dropped, Read read) {
   const std::int32_t mark = options.messagelist.count();
   const std::int32_t kept = list.count();
-  read();
+  const auto drop = [&] {
+    for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+  };
+  try {
+    read();
+  } catch (...) {
+    drop();
+    throw;
+  }
   if (options.errorssince(mark) == 0) return true;
-  for (; list.count() > kept; ++dropped) list.delete_(list.count() - 1);
+  drop();
   return false;
 }
 

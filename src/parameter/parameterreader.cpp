@@ -3,9 +3,11 @@
 #include "foundation/strutilx.h"
 #include "language/words.h"
 #include "options/optionkinds.h"
+#include "options/suggestions.h"
 #include "options/zmaoptions.h"
 #include "parameter/dotoptions.h"
 #include "parameter/indicators.h"
+#include "parameter/outersettings.h"
 #include "parameter/values.h"
 
 namespace optxv {
@@ -28,6 +30,22 @@ class entryreader {
  public:
   entryreader(tzmaoptions& options, tminiparser& in, bool toeol)
       : options_(options), in_(in), toeol_(toeol) {}
+  /// For a setting from outside, whose key stands in front of what is left of the line.
+  entryreader(tzmaoptions& options, tminiparser& in, std::string_view key,
+              const outersetting& setting)
+      : options_(options),
+        in_(in),
+        toeol_(true),
+        outer_(true),
+        key_(key),
+        keyplace_(setting.nameplace()),
+        dashes_(setting.dashes) {}
+
+  /// The steps of a setting from outside.
+  bool beginouter(const toption& option, bool valuesfollow);
+  void readouter(toption& option);
+  void assignouter(toption& option, const readvalue& value, std::int32_t which, bool last);
+  void unknownouter(messagekind kind);
 
   void read() {
     while (in_.nextline())
@@ -50,21 +68,22 @@ class entryreader {
   bool usable(const toption& option);
   void checkremainder();
 
-  bool runtime() const { return dashes_ > 1; }
+  bool runtime() const { return dashes_ > 1 && !outer_; }
 
   void readtyped(readvalue& value) { toeol_ ? readrest(in_, value) : readtoken(in_, value); }
   void readplainrest(readvalue& value);
   void tellkey(const toption* option) const;
   /// Adds the message of a fault: the words, and the subject between double quotes.
   void fault(std::int32_t code, std::string_view words, std::string_view subject,
-             const textplace& place, std::int32_t option = 0) {
+             const textplace& place, std::int32_t option = 0, messagekind kind = optMsgUserError) {
     const messagefacts facts = {.fault = code, .place = place, .option = option, .about = subject};
-    options_.addmessagefrom(optMsgUserError, facts, [&] { return concat(words, quoted{subject}); });
+    options_.addmessagefrom(kind, facts, [&] { return concat(words, quoted{subject}); });
   }
 
   tzmaoptions& options_;
   tminiparser& in_;
   bool toeol_;  ///< end-of-line mode; an EolFlag option changes it for the rest of this text
+  bool outer_ = false;  ///< the key was known beforehand
   shortstring key_;
   textplace keyplace_;
   std::int32_t dashes_ = 0;
@@ -196,7 +215,7 @@ void entryreader::immediate(const timmediateoption& option) {
   in_.skipbecomes();
   const textplace rest = in_.restplace();
   readvalue value;
-  readtoken(in_, value);
+  outer_ ? readrest(in_, value) : readtoken(in_, value);
   if (value.written.length > 0) beginvalue(options_, value, &option);
   if (value.good)
     immediatevalue(option.immediatekind, value.text);
@@ -306,6 +325,83 @@ void entryreader::checkremainder() {
   in_.skiptoeol();
 }
 
+// --- Settings from outside ---------------------------------------------------------------------
+
+/// Takes up the key; gives whether the values that follow in texts of their own are to be stored.
+bool entryreader::beginouter(const toption& option, bool valuesfollow) {
+  options_.assigning.at = keyplace_;
+  if (options_.told) tellkey(&option);
+  return !valuesfollow || usable(option);
+}
+
+void entryreader::readouter(toption& option) {
+  const bool bare = option.subtype == optsubRequired && !in_.skipbl();
+  if (const auto* acting = askind<timmediateoption>(&option)) {
+    immediate(*acting);
+  } else if (bare && option.opttype == optTypeBoolean) {
+    if (usable(option)) option.setasstring("1");
+  } else {
+    plain(option);
+  }
+}
+
+/// Stores a value of those that follow. A first one that is the last goes to both.
+void entryreader::assignouter(toption& option, const readvalue& value, std::int32_t which,
+                              bool last) {
+  if (const auto* acting = askind<timmediateoption>(&option))
+    return immediatevalue(acting->immediatekind, value.text);
+  if (value.text == "*" && option.subtype == optsub2Values) return;
+  which == 1 ? option.setasstring(value.text) : option.setasstring2(value.text);
+  if (which == 1 && last && option.subtype == optsub2Values) option.setasstring2(value.text);
+}
+
+void entryreader::unknownouter(messagekind kind) {
+  fault(optxv_fault_unknown_option, "Unknown option ", key_, keyplace_, 0, kind);
+  const std::vector<std::string> near = options_.nearnames().names(key_);
+  if (near.empty()) return;
+  shortstring text = "   Did you mean ";
+  for (const std::string& name : near)
+    text.append(&name == &near.front()  ? ""
+                : &name == &near.back() ? " or "
+                                        : ", ")
+        .append(quoted{name});
+  options_.addmessage(
+      kind, text.append('?'),
+      {.fault = optxv_fault_nearest, .place = keyplace_, .about = key_, .detail = true});
+}
+
+/// One argument or variable that is being read: a text of one line, with a reader of its own.
+class outerread {
+ public:
+  outerread(tzmaoptions& options, const outertext& from)
+      : options_(options),
+        in_(&options.messagelist, options.echoflag, charset()),
+        running_(options.parser, &in_),
+        origin_(options.assigning, options.assigning),
+        source_(options.outersource, from.source) {
+    options.beginsource(in_, from.kind, from.source);
+    in_.readfrombytes(from.text);
+    in_.nextline();
+  }
+  tminiparser& in() { return in_; }
+  /// The reader, after so many bytes of the text.
+  tminiparser& after(std::size_t bytes) {
+    in_.pass(bytes);
+    return in_;
+  }
+  void end() {
+    options_.assigning.at = {};
+    options_.endsource(0);
+  }
+
+ private:
+  tzmaoptions& options_;
+  tminiparser in_;
+  replacement<tminiparser*> running_;
+  replacement<valueorigin> origin_;
+  replacement<std::string_view> source_;
+};
+
 /// Whether the outermost read may open one file more; at the first that it may not, a message says
 /// so.
 bool mayopen(tzmaoptions& options, std::string_view name) {
@@ -335,6 +431,40 @@ void readtext(tzmaoptions& options, std::string_view source, Start start) {
 }
 
 }  // namespace
+
+foundoption findouter(tzmaoptions& options, std::string_view name) {
+  toption* option = options.optionasobj(name);
+  std::string underscored(name);
+  if (option != nullptr || name.find('-') == std::string_view::npos) return {option, underscored};
+  std::replace(underscored.begin(), underscored.end(), '-', '_');
+  option = options.optionasobj(underscored);
+  return {option, underscored};
+}
+
+void readouter(tzmaoptions& options, const outersetting& setting, const foundoption& found,
+               std::span<const outertext> values) {
+  options.filesopened = 0;
+  outerread read(options, setting.from);
+  entryreader entry(options, read.after(setting.before + setting.size), found.name, setting);
+  const bool wanted = entry.beginouter(*found.option, !values.empty());
+  if (values.empty()) entry.readouter(*found.option);
+  read.end();
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    outerread further(options, values[i]);
+    const auto which = static_cast<std::int32_t>(i) + 1;
+    readvalue value;
+    readrest(further.in(), value);
+    beginvalue(options, value, found.option, which);
+    if (wanted) entry.assignouter(*found.option, value, which, i + 1 == values.size());
+    further.end();
+  }
+}
+
+void reportunknown(tzmaoptions& options, const outersetting& setting, messagekind kind) {
+  outerread read(options, setting.from);
+  entryreader(options, read.in(), setting.name(), setting).unknownouter(kind);
+  read.end();
+}
 
 void tzmaoptions::parse(bool toeol) {
   entryreader(*this, *parser, toeol).read();

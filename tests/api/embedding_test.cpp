@@ -1406,6 +1406,24 @@ TEST(Writing, GivesTheTextToTheProgram) {
   EXPECT_EQ(optxv_write_parameter_text(made.handle(), refuse, nullptr), 77);
 }
 
+TEST(Writing, ReplacesAFileWholeOrGivesTheError) {
+  folder();
+  const options made(definition);
+  made.read("steplim 5");
+  const auto contentof = [](const std::string& name) {
+    std::ifstream in(name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  };
+  ownfolder::put("old.opt", "old");
+  ASSERT_EQ(symlink("old.opt", "link.opt"), 0);
+  EXPECT_EQ(optxv_write_parameters(made.handle(), "link.opt"), 0);
+  EXPECT_EQ(contentof("old.opt"), "steplim=5\n");
+  EXPECT_EQ(optxv_write_parameters(made.handle(), "no/such/folder"), ENOENT);
+  EXPECT_EQ(optxv_write_parameters(made.handle(), "/dev/full"), ENOSPC);
+  EXPECT_EQ(optxv_write_parameters(made.handle(), std::string(256, 'a').c_str()), optxv_too_long);
+  EXPECT_EQ(optxv_message_count(made.handle()), 0);
+}
+
 // Any text ---------------------------------------------------------------------------------------
 
 std::string content(const std::string& name) {

@@ -19,5 +19,10 @@ int main() {
   const char *word = nullptr, *fields = nullptr, *lines = nullptr;
   const bool form = optxv_record_form(1, &word, &fields, &lines) == 1 && word != nullptr;
   listener.line(listener.context, nullptr, &static_cast<const optxv_text&>(optxv_text{"a", 1}));
-  return form && counted.lines == 1 && optxv_fault_name(optxv_faults) == nullptr ? 0 : 1;
+  optxv_handle options = nullptr;
+  optxv_text value = {nullptr, 0};
+  bool good = optxv_create(&options) == optxv_ok;
+  good = good && optxv_get_text(options, "Help", &value) == optxv_unknown;
+  optxv_free(&options);
+  return form && good && counted.lines == 1 && optxv_fault_name(optxv_faults) == nullptr ? 0 : 1;
 }

@@ -19,7 +19,7 @@ namespace optxv::test {
 namespace {
 
 namespace fs = std::filesystem;
-using command::deliver, command::descriptor, command::identity, command::overlays;
+using command::deliver, command::identity, command::overlays;
 
 /// What deliver tells; empty if all went well.
 std::string told(const std::string& destination, const std::string& product,
@@ -53,7 +53,7 @@ class Delivery : public commandrun {
     if (child == 0) {
       constexpr uid_t nobody = 65534;
       const bool ready = getuid() != 0 || (setgid(nobody) == 0 && setuid(nobody) == 0);
-      command::writeall(ends[1], ready ? piece() : "no way to become nobody");
+      writeall(ends[1], ready ? piece() : "no way to become nobody");
       std::_Exit(0);
     }
     const descriptor from(ends[0]);

@@ -8,7 +8,9 @@
 #include <utility>
 #include <vector>
 
-namespace command {
+#include "foundation/visibility.h"
+
+namespace optxv {
 
 /// A name, and what it names: of several names for one thing only the nearest is worth telling.
 struct knownname {
@@ -20,7 +22,7 @@ struct knownname {
 /// and a blank counts as '_'. Made for tables of tens of thousands of names and as many questions:
 /// a question costs no more than a fixed amount of work, whatever the table holds. In a table so
 /// large that this cuts a search short, what it has found until then counts.
-class nearestnames {
+class OPTXV_EXPORT nearestnames {
  public:
   static constexpr std::size_t maximum = 3;
 
@@ -68,4 +70,4 @@ class nearestnames {
 /// That distance if it is at most `limit`, else a number above it.
 std::size_t slips(std::string_view left, std::string_view right, std::size_t limit);
 
-}  // namespace command
+}  // namespace optxv

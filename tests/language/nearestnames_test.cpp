@@ -1,11 +1,11 @@
-#include "analysis/nearest.h"
+#include "language/nearestnames.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <tuple>
 
-namespace command {
+namespace optxv {
 namespace {
 
 using names = std::vector<std::string>;
@@ -58,4 +58,4 @@ TEST(NearestNames, BoundedDistanceIsTheDistance) {
 }
 
 }  // namespace
-}  // namespace command
+}  // namespace optxv

@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
-namespace command {
+#include "foundation/visibility.h"
+
+namespace optxv {
 
 /// OWNS: an open file descriptor, or none (-1).
-class descriptor {
+class OPTXV_EXPORT descriptor {
  public:
   explicit descriptor(int number) : number_(number) {}
   ~descriptor() { finish(); }
@@ -35,9 +37,9 @@ inline identity identityof(const struct stat& status) {
 }
 
 /// Writes all of the text; false, with errno set, on a failure.
-bool writeall(int file, std::string_view text);
+OPTXV_EXPORT bool writeall(int file, std::string_view text);
 
 /// The system's words for an error number.
-std::string systemtext(int error);
+OPTXV_EXPORT std::string systemtext(int error);
 
-}  // namespace command
+}  // namespace optxv

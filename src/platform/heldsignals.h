@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-namespace command {
+namespace optxv {
 
 /// While this lives, SIGHUP, SIGINT, SIGQUIT and SIGTERM wait, and so do the signals for the limits
 /// of time and of the size of files. They take effect afterwards, except the one for the size of
@@ -20,4 +20,4 @@ class heldsignals {
   sigset_t before_{};
 };
 
-}  // namespace command
+}  // namespace optxv

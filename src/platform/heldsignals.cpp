@@ -1,9 +1,9 @@
-#include "output/heldsignals.h"
+#include "platform/heldsignals.h"
 
 #include <ctime>
 #include <initializer_list>
 
-namespace command {
+namespace optxv {
 
 heldsignals::heldsignals() {
   sigset_t held;
@@ -22,4 +22,4 @@ heldsignals::~heldsignals() {
   pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
-}  // namespace command
+}  // namespace optxv

@@ -1,13 +1,11 @@
-#include "analysis/nearest.h"
+#include "language/nearestnames.h"
 
 #include <algorithm>
 #include <map>
 #include <set>
 #include <span>
 
-#include "text/names.h"
-
-namespace command {
+namespace optxv {
 namespace {
 
 constexpr std::size_t longestname = 255;
@@ -18,8 +16,12 @@ constexpr std::size_t mostnames = 1000;
 constexpr std::size_t mostbeginnings = 256;
 
 std::string normalized(std::string_view text) {
-  std::string result = folded(text);
-  std::ranges::replace(result, ' ', '_');
+  std::string result(text);
+  for (char& c : result)
+    if (c == ' ')
+      c = '_';
+    else if (c >= 'A' && c <= 'Z')
+      c = static_cast<char>(c + ('a' - 'A'));
   return result;
 }
 
@@ -308,4 +310,4 @@ std::vector<std::string> nearestnames::nearest(std::string_view wrong) const {
   return result;
 }
 
-}  // namespace command
+}  // namespace optxv

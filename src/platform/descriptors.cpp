@@ -1,11 +1,11 @@
-#include "text/descriptors.h"
+#include "platform/descriptors.h"
 
 #include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
 
-namespace command {
+namespace optxv {
 
 bool descriptor::finish() {
   const int closing = number_;
@@ -26,4 +26,4 @@ std::string systemtext(int error) {
   return std::generic_category().message(error);
 }
 
-}  // namespace command
+}  // namespace optxv

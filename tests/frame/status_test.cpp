@@ -1,0 +1,127 @@
+#include "frame/status.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <functional>
+#include <string>
+
+#include "options/optionkinds.h"
+#include "support/optiontable.h"
+
+// Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
+// are its own, so that nothing runs out under one.
+namespace {
+long blocksleft = -1;
+bool runsout() {
+  if (blocksleft > 0) --blocksleft;
+  return blocksleft == 0;
+}
+}  // namespace
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(__clang__) && \
+    defined(__GLIBC__)
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void* malloc(std::size_t size) noexcept {
+  return runsout() ? nullptr : __libc_malloc(size);
+}
+void* realloc(void* block, std::size_t size) noexcept {
+  return runsout() ? nullptr : __libc_realloc(block, size);
+}
+}
+#endif
+
+namespace optxv {
+namespace {
+
+const std::string definition = std::string(sampledefinition) + "say immediate Message 1 1 Say\n";
+const std::string values =
+    "steplim 5\nlogname \"other\"\nmethod primal\npaths /a\npaths /b\n--made first\n"
+    "x.scale('a',*) = 2\nrowtype e(i,'b')$v(i) = 1\nscale maybe\nnosuch 1\nsay " +
+    std::string(200, 'x');
+
+/// Runs a call again and again on a new handle with the values, each time with more memory, until
+/// there is enough. Whenever there was not, the handle is still good.
+void starve(const std::string& what, const std::function<std::int32_t(tzmaoptions&)>& call,
+            const std::function<void(tzmaoptions&)>& after = {}) {
+  std::int32_t status = ENOMEM;
+  for (long blocks = 1; status != optxv_ok && blocks < 5000; blocks++) {
+    tzmaoptions options;
+    options.readdefinitiontext("d", definition);
+    blocksleft = blocks;
+    status = call(options);
+    blocksleft = -1;
+    if (status != optxv_ok) {
+      ASSERT_EQ(status, ENOMEM) << what;
+      for (std::int32_t i = 1; i <= optxv_indicator_count(&options, nullptr); i++) {
+        optxv_indicator entry;  // a whole one, or none
+        ASSERT_EQ(optxv_indicator_info(&options, i, &entry), optxv_ok);
+        EXPECT_EQ(entry.equation_labels * 10 + entry.variable_labels, 21) << what << blocks;
+      }
+      if (after) after(options);
+    }
+    EXPECT_EQ(options.parser, nullptr);
+    EXPECT_EQ(options.filedepth + options.assigndepth, 0);
+    EXPECT_EQ(options.assigning.road, roadCall);
+    for (std::int32_t i = 1; i <= optxv_message_count(&options); i++) {
+      optxv_message message;
+      ASSERT_EQ(optxv_message_info(&options, i, &message), optxv_ok);
+    }
+    optxv_reset_all(&options);
+    ASSERT_EQ(optxv_read_parameter_text(&options, "p", values.data(), values.size()), optxv_ok);
+    EXPECT_EQ(options.getasstring("logname"), "other") << what << blocks;
+    EXPECT_EQ(optxv_message_count(&options), 5) << what << blocks;
+  }
+  EXPECT_EQ(status, optxv_ok) << what;
+}
+
+TEST(Memory, ThatRunsOutIsAStatusAndLeavesTheHandleGood) {
+  starve("definition", [](tzmaoptions& options) {
+    const char more[] =
+        "more integer 1 1 0 9 1 1 More\nlimits group 7 1 The limits\nmo synonym more";
+    return optxv_read_definition_text(&options, "m", more, sizeof more - 1);
+  });
+  starve("parameters", [](tzmaoptions& options) {
+    return optxv_read_parameter_text(&options, "p", values.data(), values.size());
+  });
+  starve("line", [](tzmaoptions& options) {
+    return optxv_read_line(&options, values.data(), values.size());
+  });
+  starve("arguments", [](tzmaoptions& options) {
+    std::string words[] = {"program", "--setplim=1", "--steplim", "7"};
+    char* argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
+    int argc = 4;
+    const std::int32_t status = optxv_read_arguments(&options, &argc, argv, 0);
+    EXPECT_EQ(argc, status == optxv_ok ? 1 : 4);
+    return status;
+  });
+  starve("text",
+         [](tzmaoptions& options) { return optxv_set_text(&options, "logname", "abc", 3); });
+  starve("written", [](tzmaoptions& options) {
+    return optxv_write_parameter_text(
+        &options, [](void*, const char*, std::size_t) -> std::int32_t { return 0; }, nullptr);
+  });
+}
+
+TEST(Memory, ThatRunsOutLeavesTheValuesBeforeARestore) {
+  optxv_snapshot* taken = nullptr;
+  starve(
+      "restore",
+      [&](tzmaoptions& options) {
+        const long blocks = std::exchange(blocksleft, -1);
+        optxv_free_snapshot(&taken);
+        options.readparametertext("p", values);
+        EXPECT_EQ(optxv_take_snapshot(&options, &taken), optxv_ok);
+        optxv_reset_all(&options);
+        options.readparametertext("p", "logname now");
+        blocksleft = blocks;
+        return optxv_restore_snapshot(&options, taken);
+      },
+      [](tzmaoptions& options) { EXPECT_EQ(options.getasstring("logname"), "now"); });
+  optxv_free_snapshot(&taken);
+}
+
+}  // namespace
+}  // namespace optxv
