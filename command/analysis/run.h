@@ -73,6 +73,10 @@ class run {
   const settings& values() const { return settings_; }
   /// The files that were entered, in that order.
   const std::vector<enteredfile>& files() const { return files_.all; }
+  /// The definition as it was read; empty if it could not be read.
+  std::string_view definitiontext() const {
+    return definition_ == nullptr ? std::string_view() : definition_->text();
+  }
   /// Reads the definition of the run into another option set, which then has the defaults.
   void readdefinition(optxv::options& into) const;
 
