@@ -32,7 +32,7 @@ class valuesnapshot {
   /// An option that is set.
   struct setoption {
     std::int32_t position;
-    std::int32_t defined, recent, outofbounds;
+    std::uint8_t defined, recent, outofbounds;
     valueorigin origin;
     std::variant<std::monostate, both<std::int32_t>, both<double>, both<std::string>,
                  std::vector<std::string>>
