@@ -651,7 +651,7 @@ TEST(Messages, TellTheirFaults) {
 }
 
 // Seventeen macros, each of which names the one before it twice, hand on more than 100,000 values.
-TEST(Messages, TellOfWhatIsNotHandedOn) {
+TEST(Messages, TellWhatLongMacrosDoNotHandOn) {
   std::string macros = "list strlist 1 1 1 List\nm0 macro 1 1 M\n list\n";
   for (int i = 1; i <= 17; ++i) {
     const std::string below = " m" + number(i - 1) + '\n';

@@ -1,4 +1,5 @@
-// A program that holds the library: it uses it before main, and after main until its own objects are gone.
+// A program that holds the library: it uses it before main, and after main until its own objects
+// are gone.
 #include <optxv/optxv.h>
 
 #include <cstdio>
@@ -35,7 +36,8 @@ holder options;
 }  // namespace
 
 int main() {
-  std::printf("early %u, loaded %d\n", static_cast<unsigned>(options.early()), static_cast<int>(SYSTEM_dll_refcount));
+  std::printf("early %u, loaded %d\n", static_cast<unsigned>(options.early()),
+              static_cast<int>(SYSTEM_dll_refcount));
   SYSTEM_exitproc = onunload;
   return 0;
 }
