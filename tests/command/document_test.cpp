@@ -28,7 +28,7 @@ class Document : public testing::Test {
     mkfifo((folder_ / name).c_str(), 0600);
     writer_ = std::jthread([path = folder_ / name, text] {
       const descriptor out(open(path.c_str(), O_WRONLY | O_CLOEXEC));
-      command::writeall(out.number(), text);
+      optxv::writeall(out.number(), text);
     });
     return folder_ / name;
   }
@@ -61,7 +61,7 @@ TEST_F(Document, EveryFailedReadIsAFailure) {
 /// What standard input gives, twice, in a process of its own: a pipe with a text in it.
 void readtwice(const std::string& text, bool ended, const std::string& expected) {
   std::array<int, 2> ends{};
-  const bool ready = pipe2(ends.data(), O_NONBLOCK) == 0 && command::writeall(ends[1], text) &&
+  const bool ready = pipe2(ends.data(), O_NONBLOCK) == 0 && optxv::writeall(ends[1], text) &&
                      dup2(ends[0], STDIN_FILENO) == STDIN_FILENO && (!ended || close(ends[1]) == 0);
   const bool same =
       textof(textdocument::read("-")) == expected && textof(textdocument::read("-")) == expected;
