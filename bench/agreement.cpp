@@ -1,7 +1,5 @@
 #include "agreement.h"
 
-#include <cstring>
-
 namespace optxv::bench {
 namespace {
 
@@ -10,11 +8,11 @@ using kind = yardstick::type;
 /// Compares the fields of one option and notes those that differ.
 class comparison {
  public:
-  comparison(optHandle library, const yardstick& yard, std::int32_t optnr)
+  comparison(const options& library, const yardstick& yard, std::int32_t optnr)
       : library_(library),
         yard_(yard),
-        option_(yard.options()[static_cast<std::size_t>(optnr) - 2]),
-        optnr_(optnr) {}
+        ours_(library.describe(optnr)),
+        option_(yard.options()[static_cast<std::size_t>(optnr) - 2]) {}
 
   std::string run() {
     fields();
@@ -33,102 +31,76 @@ class comparison {
   }
 
   void fields() {
-    char name[OPTXV_TEXT_SIZE], help[OPTXV_TEXT_SIZE];
-    std::int32_t defined, recent, refnr, data, type, sub, hc, group;
-    coptgethelpnr(library_, optnr_, name, help);
-    same("name", std::string_view(name), option_.name);
-    same("help", std::string_view(help), option_.help);
-    optgetinfonr(library_, optnr_, &defined, &recent, &refnr, &data, &type, &sub);
-    same("defined", defined != 0, option_.defined);
-    same("usermap", refnr, option_.usermap);
-    same("kind", type, static_cast<std::int32_t>(option_.kind));
-    coptgetopthelpnr(library_, optnr_, name, &hc, &group);
-    same("help context", hc, option_.hc);
-    same("group", group, option_.group);
+    same("name", ours_.name, option_.name);
+    same("help", ours_.help, option_.help);
+    same("defined", ours_.defined != 0, option_.defined);
+    same("usermap", ours_.reference, option_.usermap);
+    same("kind", ours_.kind, static_cast<std::int32_t>(option_.kind));
+    same("help context", ours_.help_context, option_.hc);
+    same("group", ours_.group, option_.group);
   }
 
   void value() {
-    std::int32_t integer = 0, ilow = 0, ihigh = 0, istandard = 0;
-    double real = 0, dlow = 0, dhigh = 0, dstandard = 0;
-    char name[OPTXV_TEXT_SIZE], text[OPTXV_TEXT_SIZE];
-    coptgetvaluesnr(library_, optnr_, name, &integer, &real, text);
     if (option_.kind == kind::integer) {
-      optgetboundsint(library_, optnr_, &ilow, &ihigh, &istandard);
-      same("low", ilow, option_.low.integer);
-      same("high", ihigh, option_.high.integer);
-      same("default", istandard, option_.standard.integer);
-      same("value", integer, option_.value.integer);
-    } else if (option_.kind == kind::boolean) {
-      same("value", integer, option_.value.integer);
+      same<double>("low", ours_.low, option_.low.integer);
+      same<double>("high", ours_.high, option_.high.integer);
+      same<double>("default", ours_.default_value, option_.standard.integer);
     } else if (option_.kind == kind::real) {
-      optgetboundsdbl(library_, optnr_, &dlow, &dhigh, &dstandard);
-      same("low", dlow, option_.low.real);
-      same("high", dhigh, option_.high.real);
-      same("default", dstandard, option_.standard.real);
-      same("value", real, option_.value.real);
-    } else {
-      same("value", std::string_view(text), yard_.textvalue(option_));
+      same("low", ours_.low, option_.low.real);
+      same("high", ours_.high, option_.high.real);
+      same("default", ours_.default_value, option_.standard.real);
     }
+    if (option_.kind == kind::integer || option_.kind == kind::boolean)
+      same("value", library_.get<std::int32_t>(ours_.number), option_.value.integer);
+    else if (option_.kind == kind::real)
+      same("value", library_.get<double>(ours_.number), option_.value.real);
+    else
+      same("value", library_.get<std::string_view>(ours_.number), yard_.textvalue(option_));
+  }
+
+  const yardstick::lineof& yardline(std::size_t index) const {
+    return yard_.lines()[option_.firstline + index];
   }
 
   void items() {
-    std::int32_t count = 0;
-    optgetenumcount(library_, optnr_, &count);
-    same("items", count, static_cast<std::int32_t>(option_.lines));
-    for (std::int32_t i = 1; i <= count; ++i) {
-      std::int32_t hc = 0, unused = 0;
-      char name[OPTXV_TEXT_SIZE], help[OPTXV_TEXT_SIZE];
-      coptgetenumvalue(library_, optnr_, i, &unused, name);
-      coptgetenumhelp(library_, optnr_, i, &hc, help);
-      const yardstick::lineof& line =
-          yard_.lines()[option_.firstline + static_cast<std::uint32_t>(i) - 1];
-      same("item", std::string_view(name), line.name);
-      same("item's help", std::string_view(help), line.help);
-      same("item's help context", hc, line.hc);
+    const auto items = library_.items(ours_.number);
+    same("items", items.size(), std::size_t{option_.lines});
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      same("item", items[i].text, yardline(i).name);
+      same("item's help", items[i].help, yardline(i).help);
+      same("item's help context", items[i].help_context, yardline(i).hc);
     }
   }
 
-  /// The lines of help that stand below the option come after its own in the queue.
   void helplines() {
-    if (option_.lines == 0) return;
-    optclearmessages(library_);
-    coptshowhelp(library_, std::string(option_.name).c_str());
-    const std::int32_t count = optmessagecount(library_);
-    for (std::uint32_t i = 0; i < option_.lines; ++i) {
-      char text[OPTXV_TEXT_SIZE];
-      std::int32_t type;
-      coptgetmessage(library_, count - static_cast<std::int32_t>(option_.lines - i) + 1, text,
-                     &type);
-      const std::string_view shown(text), wanted = yard_.lines()[option_.firstline + i].help;
-      same("line of help", shown.ends_with(wanted), true);
-    }
-    optclearmessages(library_);
+    const auto lines = library_.help_lines(ours_.number);
+    same("lines of help", lines.size(), std::size_t{option_.lines});
+    for (std::size_t i = 0; i < lines.size(); ++i) same("line of help", lines[i], yardline(i).help);
   }
 
-  optHandle library_;
+  const options& library_;
   const yardstick& yard_;
+  const option ours_;
   const yardstick::row& option_;
-  std::int32_t optnr_;
   std::string found_;
 };
 
 }  // namespace
 
-std::string differences(optHandle library, const yardstick& yard) {
+std::string differences(const options& library, const yardstick& yard) {
   std::string found;
-  const auto count = static_cast<std::int32_t>(yard.options().size());
-  if (optcount(library) != count + 1) return "the number of options\n";  // the library adds Help
-  for (std::int32_t optnr = 2; optnr <= count + 1; ++optnr)
-    found += comparison(library, yard, optnr).run();
-  if (optgroupcount(library) != static_cast<std::int32_t>(yard.groups().size()))
-    found += "groups\n";
-  for (std::size_t i = 0; i < yard.groups().size(); ++i) {
-    char name[OPTXV_TEXT_SIZE], help[OPTXV_TEXT_SIZE];
-    std::int32_t groupnr, hc;
-    coptgetgroupnr(library, static_cast<std::int32_t>(i) + 1, name, &groupnr, &hc, help);
-    const yardstick::section& group = yard.groups()[i];
-    if (name != group.name || groupnr != group.groupnr || hc != group.hc || help != group.help)
-      found.append("group ").append(group.name).append("\n");
+  const std::size_t count = yard.options().size();
+  if (library.table().size() != count + 1) return "the number of options\n";  // it adds Help
+  for (std::size_t optnr = 2; optnr <= count + 1; ++optnr)
+    found += comparison(library, yard, static_cast<std::int32_t>(optnr)).run();
+  const auto groups = library.groups();
+  if (groups.size() != yard.groups().size()) return found + "groups\n";
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    const group ours = groups[i];
+    const yardstick::section& yards = yard.groups()[i];
+    if (ours.name != yards.name || ours.number != yards.groupnr || ours.help_context != yards.hc ||
+        ours.help != yards.help)
+      found.append("group ").append(yards.name).append("\n");
   }
   return found;
 }

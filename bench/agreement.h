@@ -4,13 +4,13 @@
 
 #include <string>
 
-#include "optxv/optxv.h"
+#include "optxv/optxv.hpp"
 #include "yardstick.h"
 
 namespace optxv::bench {
 
 /// What differs between the two tables, one per line; empty where they agree on every field, value,
 /// group and item.
-std::string differences(optHandle library, const yardstick& yard);
+std::string differences(const options& library, const yardstick& yard);
 
 }  // namespace optxv::bench

@@ -12,6 +12,9 @@
 
 namespace optxv::bench {
 
+/// The seed of every table that is measured.
+inline constexpr std::uint32_t tableseed = 20260101;
+
 /// One option as the definition declares it, with parameter text that fits it and text that does
 /// not.
 struct generatedoption {

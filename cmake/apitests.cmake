@@ -14,6 +14,9 @@ optxv_header_test(embeddingheader_c embeddingheader.c)
 set_target_properties(embeddingheader_c PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF LINKER_LANGUAGE CXX)
 optxv_header_test(embeddingheader_cpp embeddingheader.cpp)
 set_target_properties(embeddingheader_cpp PROPERTIES CXX_STANDARD 11)
+optxv_header_test(hppheader hppheader.cpp)
+set_target_properties(hppheader PROPERTIES CXX_STANDARD 17)
+target_compile_options(hppheader PRIVATE -Wshadow -Wconversion $<$<NOT:$<BOOL:${optxv_sanitizers}>>:-fno-rtti>)
 
 # It names no symbol of the library, so this keeps the library from being loaded with it.
 target_link_options(loading_test PRIVATE LINKER:--as-needed)

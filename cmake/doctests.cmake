@@ -12,6 +12,7 @@ function(optxv_document_test name)
            FC=$<$<BOOL:${optxv_fortran}>:${optxv_fortran}>
            $<$<TARGET_EXISTS:optxv_command>:OPTXV_COMMAND=$<TARGET_FILE:optxv_command>>
            $<$<TARGET_EXISTS:minimizer>:OPTXV_MINIMIZER=$<TARGET_FILE:minimizer>>
+           $<$<TARGET_EXISTS:solver>:OPTXV_SOLVER=$<TARGET_FILE:solver>>
            $<TARGET_FILE:Python3::Interpreter> -B ${ARGN}
            COMMAND_EXPAND_LISTS WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(${name} PROPERTIES LABELS document TIMEOUT 300)

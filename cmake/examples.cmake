@@ -9,6 +9,16 @@ if(minimizer_sources)
   optxv_warnings(minimizer)
 endif()
 
+# A solver whose options have moved in, in C++ as `solver` and in C as `solver_c`; docs/embedding.md runs both.
+add_executable(solver examples/embedding/solver.cpp)
+add_executable(solver_c examples/embedding/solver.c)
+set_target_properties(solver PROPERTIES CXX_STANDARD 17)
+set_target_properties(solver_c PROPERTIES C_STANDARD 99 LINKER_LANGUAGE CXX)
+foreach(program solver solver_c)
+  target_link_libraries(${program} PRIVATE optxv)
+  optxv_warnings(${program})
+endforeach()
+
 # The small ones in C++, each a file that uses one group of classes, next to the text that it prints. They
 # include the headers as an installed copy has them.
 file(GLOB unit_examples CONFIGURE_DEPENDS examples/units/*.cpp)

@@ -125,6 +125,7 @@ enum class ownfinding {
   itemtwice,        ///< an item that an enumeration has twice
   booleandefault,   ///< a default of a boolean that is neither 0 nor 1
   booleanbounds,    ///< numbers where a boolean has no fields for them
+  namesmeet,        ///< two names that are one in a programming language
 };
 
 /// The code and the severity of such a finding.

@@ -56,8 +56,8 @@ optxv_listener hearing::relays(hearing* context) {
   return all;
 }
 
-hearing::hearing(const optionset& options, std::vector<listener*> listeners)
-    : handle_(options.handle()), listeners_(std::move(listeners)) {
+hearing::hearing(optxv_handle handle, std::vector<listener*> listeners)
+    : handle_(handle), listeners_(std::move(listeners)) {
   const optxv_listener all = relays(this);
   optxv_listen(handle_, &all);
 }

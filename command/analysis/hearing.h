@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/optionset.h"
 #include "optxv/embedding.h"
 
 namespace command {
@@ -37,10 +36,10 @@ class listener {
 };
 
 /// Has listeners hear a handle as long as it lives, each call in their order.
-/// BORROWS: the option set and the listeners.
+/// BORROWS: the handle and the listeners.
 class hearing {
  public:
-  hearing(const optionset& options, std::vector<listener*> listeners);
+  hearing(optxv_handle handle, std::vector<listener*> listeners);
   ~hearing();
   hearing(const hearing&) = delete;
   hearing& operator=(const hearing&) = delete;

@@ -17,7 +17,7 @@ run::run(findingtaker take, const runparts& parts)
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, trial_, findings_),
       recordchecks_(at_, findings_),
-      hearing_(options_, listeners(parts.checks)) {}
+      hearing_(options_.handle(), listeners(parts.checks)) {}
 
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::listeners(bool checks) {
@@ -28,8 +28,8 @@ std::vector<listener*> run::listeners(bool checks) {
 }
 
 bool run::read(const readsettings& what) {
-  options_.setlinemode(!what.tokens);
-  options_.setnobounds(what.nobounds);
+  options_.set_switch(optxv_switch_line_mode, !what.tokens);
+  options_.set_switch(optxv_switch_no_bounds, what.nobounds);
   drafts_ = what.drafts;
   if (what.tokens) entrychecks_.settokens();
   if (!readdefinition(what)) return false;
@@ -39,14 +39,13 @@ bool run::read(const readsettings& what) {
 
 tally run::total() const {
   tally total = findings_.total();
-  std::int32_t dropped = 0;
-  total.dotoptions = options_.dotoptions(dropped).size();
-  total.indicators = options_.indicators(dropped).size();
+  total.dotoptions = options_.dot_options().size();
+  total.indicators = options_.indicators().size();
   return total;
 }
 
-void run::readdefinition(optionset& into) const {
-  if (definition_ != nullptr) into.readdefinition(definition_->name(), definition_->text());
+void run::readdefinition(optxv::options& into) const {
+  if (definition_ != nullptr) into.read_definition_text(definition_->name(), definition_->text());
 }
 
 bool run::readdefinition(const readsettings& what) {
@@ -55,7 +54,7 @@ bool run::readdefinition(const readsettings& what) {
   if (definition_ == nullptr) return false;
   trial_.define(definition_->text(), what.tokens);
   textchecks_.define(definition_->text());
-  finish(file, options_.readdefinition(file, definition_->text()));
+  finish(file, options_.read_definition_text(file, definition_->text()).status);
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
   if (!what.parameters.empty())
@@ -71,7 +70,7 @@ void run::readparameters(const std::string& file) {
   const textdocument* text = document(file);
   if (text == nullptr) return;
   const bool drafted = drafts_ != nullptr && drafts_->contains(file);
-  finish(file, options_.readparameters(file, drafted ? drafts_->at(file) : text->text()));
+  finish(file, options_.read_text(file, drafted ? drafts_->at(file) : text->text()).status);
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.
@@ -100,7 +99,7 @@ void run::finish(const std::string& file, std::int32_t error) {
   hearing_.rethrow();
   findings_.flush();
   if (error != 0) unreadable(file, optxv::systemtext(error));
-  options_.clearmessages();
+  options_.clear_messages();
 }
 
 }  // namespace command

@@ -9,13 +9,13 @@
 #include "analysis/collector.h"
 #include "analysis/entrychecks.h"
 #include "analysis/hearing.h"
-#include "analysis/optionset.h"
 #include "analysis/reading.h"
 #include "analysis/recordchecks.h"
 #include "analysis/settings.h"
 #include "analysis/symbols.h"
 #include "analysis/textchecks.h"
 #include "analysis/trial.h"
+#include "optxv/optxv.hpp"
 #include "text/shelf.h"
 
 namespace command {
@@ -54,17 +54,17 @@ struct enteredfile {
 ///   if (reading.read({.definition = "s.def", .parameters = {"p.opt"}})) use(reading.options());
 ///   return reading.total().status();
 ///
-/// OWNS: the option set, and the texts that it has read.
+/// OWNS: the options, and the texts that it has read.
 class run {
  public:
   explicit run(findingtaker take, const runparts& parts = {});
 
   /// Reads everything, once. False if the definition could not be read or declares no option;
-  /// nothing else is read then. Throws std::bad_alloc, with the option set in its last good state.
+  /// nothing else is read then. Throws std::bad_alloc, with the options in their last good state.
   bool read(const readsettings& what);
 
-  optionset& options() { return options_; }
-  const optionset& options() const { return options_; }
+  optxv::options& options() { return options_; }
+  const optxv::options& options() const { return options_; }
   /// The counts, with those of the dot options and indicators.
   tally total() const;
   /// Names declared and used.
@@ -73,8 +73,12 @@ class run {
   const settings& values() const { return settings_; }
   /// The files that were entered, in that order.
   const std::vector<enteredfile>& files() const { return files_.all; }
+  /// The definition as it was read; empty if it could not be read.
+  std::string_view definitiontext() const {
+    return definition_ == nullptr ? std::string_view() : definition_->text();
+  }
   /// Reads the definition of the run into another option set, which then has the defaults.
-  void readdefinition(optionset& into) const;
+  void readdefinition(optxv::options& into) const;
 
  private:
   struct filelist : listener {
@@ -90,7 +94,7 @@ class run {
   void unreadable(const std::string& file, const std::string& why);
   void finish(const std::string& file, std::int32_t error);
 
-  optionset options_;
+  optxv::options options_;
   shelf shelf_;
   const textdocument* definition_ = nullptr;
   const drafttexts* drafts_ = nullptr;

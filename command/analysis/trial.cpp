@@ -2,16 +2,17 @@
 
 namespace command {
 
+constexpr std::size_t longesttext = 255;  ///< that the library keeps of a value
+
 bool trial::accepts(std::string_view line) {
-  if (line.size() > optionset::longesttext) return false;
+  if (line.size() > longesttext) return false;
   if (!options_) {
-    options_ = std::make_unique<optionset>();
-    options_->readdefinition("", definition_);
-    options_->setlinemode(!tokens_);
+    options_.emplace();
+    options_->read_definition_text("", definition_);
+    options_->set_switch(optxv_switch_line_mode, !tokens_);
   }
-  options_->clearmessages();
-  options_->readline(line);
-  return options_->errorcount() == 0;
+  options_->clear_messages();
+  return static_cast<bool>(options_->read_line(line));
 }
 
 }  // namespace command

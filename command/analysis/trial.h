@@ -1,11 +1,11 @@
 // Whether the library would take a line: asked of the library itself.
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "analysis/optionset.h"
+#include "optxv/optxv.hpp"
 
 namespace command {
 
@@ -26,7 +26,7 @@ class trial {
  private:
   std::string_view definition_;
   bool tokens_ = false;
-  std::unique_ptr<optionset> options_;
+  std::optional<optxv::options> options_;
 };
 
 }  // namespace command

@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "analysis/optionset.h"
 #include "optxv/optxv.h"
+#include "text/wording.h"
 
 namespace command {
 namespace {
@@ -87,7 +87,7 @@ std::string footer(const subcommand& row) {
 }
 
 std::string versiontext() {
-  std::string library = optionset::auditline();
+  std::string library = auditline();
   library.erase(library.find_last_not_of(' ') + 1);
   return "optxv " OPTXV_COMMAND_VERSION ", API version " + std::to_string(OPTXV_API_VERSION) +
          "\nlibrary: " + library + '\n';

@@ -42,6 +42,14 @@ constexpr argument output{
     "-o,--output", "FILE",
     "File to write instead of standard output; the old one stays until the new one is whole",
     &request::output};
+constexpr argument lang{"--lang", "LANG", "Language of the code: c, c++, python, fortran or pascal",
+                        &request::lang, true};
+constexpr argument prefix{"--prefix", "NAME",
+                          "Word that the names in the code begin with; else that of the definition",
+                          &request::prefix};
+constexpr argument embed{"--embed", "",
+                         "Put the definition's text into the code, with a function that reads it",
+                         &request::embed};
 constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made if there is none",
                           &request::folder, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
@@ -115,6 +123,15 @@ constexpr auto rows = std::to_array<subcommand>({
      {&definitionword, &output, &force},
      {"optxv include solver.def -o options.inc"},
      include},
+    {"generate",
+     "Write code for programs: the options as a struct, with their numbers and enumerations",
+     "The code has a field for each option with a value, its default and its help, and functions\n"
+     "that fill the fields from a handle of the library and write them back. Names become legal\n"
+     "ones of the language; a warning tells where two of them meet.",
+     {&definitionword, &lang, &prefix, &embed, &output, &force},
+     {"optxv generate solver.def --lang c -o solver_options.h",
+      "optxv generate solver.def --lang fortran --prefix slv -o slv_options.f90"},
+     generate},
     {"reference",
      "Write a reference of the options for a browser, with a search box",
      "The page is index.html in that folder.",

@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "analysis/optionset.h"
 #include "text/printable.h"
+#include "text/wording.h"
 
 namespace command {
 namespace {
@@ -29,7 +29,7 @@ std::string indented(const std::string& text, std::size_t blanks) {
 ordered_json kindname(std::int32_t kind) {
   constexpr std::int32_t messagekinds = 4;
   if (kind == finding::ownkind) return nullptr;
-  const std::string name = optionset::constantname(messagekinds, kind);
+  const std::string name = constantname(messagekinds, kind);
   return name.empty() ? "optMsgUserError" : name;  // the one whose name is not given out
 }
 

@@ -3,9 +3,11 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "optxv/optxv.h"
 #include "output/reporter.h"
 #include "output/tables.h"
 #include "tasks/tasks.h"
+#include "text/wording.h"
 
 namespace command {
 namespace {
@@ -43,8 +45,8 @@ std::string astable() {
   for (const function& each : functions)
     content.rows.push_back({std::string(each.name), twinname(each), std::string(each.result),
                             each.arguments.empty() ? "none" : std::string(each.arguments)});
-  return "API version " + std::to_string(OPTXV_API_VERSION) + '\n' + optionset::auditline() +
-         "\n\n" + tabletext(content);
+  return "API version " + std::to_string(OPTXV_API_VERSION) + '\n' + auditline() + "\n\n" +
+         tabletext(content);
 }
 
 std::vector<std::string> listed(std::string_view words) {
@@ -67,7 +69,7 @@ std::string asjson() {
     rows.push_back(std::move(row));
   }
   const ordered_json all = {
-      {"version", OPTXV_API_VERSION}, {"audit", optionset::auditline()}, {"functions", rows}};
+      {"version", OPTXV_API_VERSION}, {"audit", auditline()}, {"functions", rows}};
   return all.dump(2) + '\n';
 }
 

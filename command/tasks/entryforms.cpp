@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "text/printable.h"
+#include "text/wording.h"
 
 namespace command {
 namespace {
@@ -20,28 +21,30 @@ std::string requoted(const std::string& label) {
   return label == "*" ? label : quote + label + quote;
 }
 
-std::string dotline(const optionset& options, const dotoption& each) {
+std::string dotline(const optxv::options& options, const optxv::dot_option& each) {
   std::vector<std::string> labels;
   for (const std::string& label : each.labels) labels.push_back(requoted(label));
-  return withlabels(each.symbol + options.name(each.optnr), labels) + " = " + realtext(each.value);
+  return withlabels(each.symbol + shownname(options.handle(), each.option), labels) + " = " +
+         realtext(each.value);
 }
 
-std::string indicatorline(const indicator& each) {
-  return withlabels(each.equation, each.equationlabels) + '$' +
-         withlabels(each.variable, each.variablelabels) + " = " + std::to_string(each.mark);
+std::string indicatorline(const optxv::indicator& each) {
+  return withlabels(each.equation, each.equation_labels) + '$' +
+         withlabels(each.variable, each.variable_labels) + " = " + std::to_string(each.mark);
 }
 
 }  // namespace
 
-std::vector<std::string> dotlines(const optionset& options, std::int32_t& dropped) {
+std::vector<std::string> dotlines(const optxv::options& options) {
   std::vector<std::string> lines;
-  for (const dotoption& each : options.dotoptions(dropped)) lines.push_back(dotline(options, each));
+  for (const optxv::dot_option& each : options.dot_options())
+    lines.push_back(dotline(options, each));
   return lines;
 }
 
-std::vector<std::string> indicatorlines(const optionset& options, std::int32_t& dropped) {
+std::vector<std::string> indicatorlines(const optxv::options& options) {
   std::vector<std::string> lines;
-  for (const indicator& each : options.indicators(dropped)) lines.push_back(indicatorline(each));
+  for (const optxv::indicator& each : options.indicators()) lines.push_back(indicatorline(each));
   return lines;
 }
 

@@ -26,9 +26,8 @@ bool isnumber(const std::string& text) {
 }
 
 /// The number of the option of that name or synonym; 0 if there is none.
-std::int32_t optionof(const optionset& options, const std::string& name) {
-  if (name.size() > optionset::longesttext) return 0;
-  return std::max(options.find(withunderscores(name)), 0);
+std::int32_t optionof(const optxv::options& options, const std::string& name) {
+  return options.find(withunderscores(name)).value_or(0);
 }
 
 int unknown(run& read, const std::string& name) {
@@ -48,21 +47,20 @@ int unfound(const std::vector<std::string>& words) {
 }
 
 /// What the library says by itself, line by line. A warning goes out at once.
-std::string librarytext(optionset& options, const std::string& mode) {
+std::string librarytext(optxv::options& options, const std::string& mode) {
   std::string text;
-  options.showhelp(mode);
-  for (std::int32_t position = 1; position <= options.messagecount(); position++) {
-    const message each = options.messageat(position);
-    if (each.kind == optMsgTooManyMsgs)
+  options.show_help(mode);
+  for (const optxv::message& each : options.messages()) {
+    if (each.kind == optxv_said_queue_full)
       tellwarning("the help is cut short: " + each.text);
     else
-      text += printableline(each.text) + '\n';
+      text += printableline(each.kind == optxv_said_help ? each.text : each.shown) + '\n';
   }
   return text;
 }
 
 /// The library prints its list for debugging as it is, so that this one stands in for it.
-std::string modetext(optionset& options, const helpwriter& writer, const std::string& mode) {
+std::string modetext(optxv::options& options, const helpwriter& writer, const std::string& mode) {
   constexpr std::int32_t debugging = 4;
   std::int32_t number = 0;
   std::from_chars(mode.data(), mode.data() + mode.size(), number);

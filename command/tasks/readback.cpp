@@ -8,6 +8,7 @@
 #include "tasks/entryforms.h"
 #include "text/names.h"
 #include "text/printable.h"
+#include "text/wording.h"
 
 namespace command {
 namespace {
@@ -17,24 +18,26 @@ constexpr std::string_view cameback = " comes back as ";
 /// What an option holds, as it is told; empty if it is not set.
 using holdings = std::vector<std::string>;
 
-std::string scalarof(const optionset& options, std::int32_t optnr, std::int32_t type, bool second) {
-  if (type == optTypeDouble) return realtext(second ? options.real2(optnr) : options.real(optnr));
-  const std::string text = second ? options.value2(optnr) : options.value(optnr);
-  return type == optTypeString || type == optTypeEnumStr ? inquotes(text) : text;
+std::string scalarof(const optxv::options& options, const optxv::option& option,
+                     std::int32_t position) {
+  if (option.data == optxv_data_real) return realtext(options.get<double>(option.number, position));
+  if (option.data == optxv_data_text)
+    return inquotes(options.get<std::string>(option.number, position));
+  return options.shown(option.number, position);
 }
 
 /// Of an option with two values, the pair is one of the texts.
-holdings scalarsof(const optionset& options, std::int32_t optnr, const optioninfo& info) {
-  if (info.defined == 0 || info.type >= optTypeMultiList) return {};
-  std::string text = scalarof(options, optnr, info.type, false);
-  if (info.sub == optsub2Values) text += ' ' + scalarof(options, optnr, info.type, true);
+holdings scalarsof(const optxv::options& options, const optxv::option& option) {
+  if (option.defined == 0 || option.kind >= optxv_kind_multilist) return {};
+  std::string text = scalarof(options, option, 1);
+  if (option.takes == optxv_takes_two) text += ' ' + scalarof(options, option, 2);
   return {text};
 }
 
-holdings heldby(const optionset& options, std::int32_t optnr) {
-  const optioninfo info = options.info(optnr);
-  if (info.type != optTypeStrList) return scalarsof(options, optnr, info);
-  holdings items = options.items(optnr);
+holdings heldby(const optxv::options& options, std::int32_t optnr) {
+  const optxv::option option = options.describe(optnr);
+  if (option.kind != optxv_kind_list) return scalarsof(options, option);
+  auto items = options.get<holdings>(optnr);
   for (std::string& each : items) each = inquotes(each);
   return items;
 }
@@ -56,15 +59,14 @@ std::string difference(const std::string& name, const holdings& was, const holdi
 
 class comparison {
  public:
-  comparison(const optionset& before, const optionset& after, std::int32_t declared)
+  comparison(const optxv::options& before, const optxv::options& after, std::int32_t declared)
       : before_(before), after_(after), declared_(declared) {}
 
   std::vector<std::string> losses() {
     for (std::int32_t optnr = 1; optnr <= declared_; optnr++) compare(optnr, optnr);
     comparelists();
-    std::int32_t dropped = 0;
-    compare(dotlines(before_, dropped), dotlines(after_, dropped));
-    compare(indicatorlines(before_, dropped), indicatorlines(after_, dropped));
+    compare(dotlines(before_), dotlines(after_));
+    compare(indicatorlines(before_), indicatorlines(after_));
     return std::move(losses_);
   }
 
@@ -72,12 +74,13 @@ class comparison {
   /// A list that parameter text made, by its name and by how many of that name are before it.
   using newlists = std::map<std::pair<std::string, std::size_t>, std::int32_t>;
 
-  newlists listsof(const optionset& options) const {
+  newlists listsof(const optxv::options& options) const {
     newlists all;
     std::map<std::string, std::size_t> times;
-    for (std::int32_t optnr = declared_ + 1; optnr <= options.count(); optnr++) {
-      const std::string name = folded(options.tablename(optnr));
-      all.emplace(std::pair(name, times[name]++), optnr);
+    for (const optxv::option& each : options.table()) {
+      if (each.number <= declared_) continue;
+      const std::string name = folded(each.name);
+      all.emplace(std::pair(name, times[name]++), each.number);
     }
     return all;
   }
@@ -94,7 +97,8 @@ class comparison {
   /// A number of 0 is an option that is not there. The value of an attribute is that of the dot
   /// option that was read last, and these are compared themselves.
   void compare(std::int32_t left, std::int32_t right) {
-    const std::string name = left > 0 ? before_.name(left) : after_.name(right);
+    const std::string name =
+        left > 0 ? shownname(before_.handle(), left) : shownname(after_.handle(), right);
     if (name.starts_with('.')) return;
     const holdings was = left > 0 ? heldby(before_, left) : holdings();
     const holdings is = right > 0 ? heldby(after_, right) : holdings();
@@ -120,8 +124,8 @@ class comparison {
     for (const std::string& each : added) losses_.push_back(each + " comes back beside the others");
   }
 
-  const optionset& before_;
-  const optionset& after_;
+  const optxv::options& before_;
+  const optxv::options& after_;
   std::int32_t declared_;  ///< options that the definition has
   std::vector<std::string> losses_;
 };
@@ -129,10 +133,10 @@ class comparison {
 }  // namespace
 
 std::vector<std::string> readbacklosses(const run& read, std::string_view text) {
-  optionset after;
+  optxv::options after;
   read.readdefinition(after);
-  const std::int32_t declared = after.count();
-  after.readparameters("", text);
+  const auto declared = static_cast<std::int32_t>(after.table().size());
+  after.read_text("", text);
   return comparison(read.options(), after, declared).losses();
 }
 

@@ -30,6 +30,10 @@ struct request {
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 
+  std::string lang;    ///< of generate: the language of the code
+  std::string prefix;  ///< of the names in it; empty for one made of the definition's
+  bool embed = false;  ///< the definition's text becomes part of it
+
   std::string output;  ///< file to write; empty for standard output
   std::string folder;  ///< to write into
   bool force = false;  ///< deliver in spite of errors, and over a file that was read

@@ -10,12 +10,13 @@
 #include "tasks/product.h"
 #include "tasks/tasks.h"
 #include "text/printable.h"
+#include "text/wording.h"
 #include "writers/facts.h"
 
 namespace command {
 namespace {
 
-constexpr std::int32_t firstset = 1, secondset = 2;  // the bits of the masks
+constexpr std::int32_t first = 1, second = 2;  // of the values, and their bits in the masks
 
 constexpr std::array<std::string_view, 4> modifiers = {"", ".NV", ".OPT", ".TWO"};
 
@@ -23,56 +24,57 @@ constexpr std::array<std::string_view, 4> modifiers = {"", ".NV", ".OPT", ".TWO"
 /// read the definition and nothing else: there every value is the default.
 class optionview {
  public:
-  optionview(const optionset& options, const optionset& fresh, std::int32_t optnr)
-      : options_(options), fresh_(fresh), optnr_(optnr), info_(options.info(optnr)) {}
+  optionview(const optxv::options& options, const optxv::options& fresh,
+             const optxv::option& option)
+      : options_(options), fresh_(fresh), option_(option) {}
 
-  bool isset() const { return info_.defined != 0 || (islist() && options_.itemcount(optnr_) > 0); }
-  bool islist() const { return info_.type == optTypeStrList; }
-  bool istwo() const { return info_.sub == optsub2Values && isscalar(); }
+  bool isset() const { return option_.defined != 0 || (islist() && option_.items > 0); }
+  bool islist() const { return option_.kind == optxv_kind_list; }
+  bool istwo() const { return option_.takes == optxv_takes_two && isscalar(); }
   /// Whether the option has a value of its own.
-  bool isscalar() const { return info_.type < optTypeMultiList; }
-  bool istext() const { return info_.type == optTypeString || info_.type == optTypeEnumStr; }
-  const optioninfo& info() const { return info_; }
-  std::int32_t number() const { return optnr_; }
-  std::string name() const { return options_.name(optnr_); }
+  bool isscalar() const { return option_.kind < optxv_kind_multilist; }
+  bool istext() const { return option_.data == optxv_data_text; }
+  std::int32_t number() const { return option_.number; }
+  std::string name() const { return shownname(options_.handle(), option_.number); }
   std::vector<std::string> items() const {
-    return islist() ? options_.items(optnr_) : std::vector<std::string>();
+    return islist() ? options_.get<std::vector<std::string>>(option_.number)
+                    : std::vector<std::string>();
   }
 
   /// integer, string.OPT, ...
   std::string kind() const {
-    const auto sub = static_cast<std::size_t>(info_.sub);
-    return optionset::typeword(info_.type) +
+    const auto sub = static_cast<std::size_t>(option_.takes);
+    return kindword(option_.kind) +
            std::string(isscalar() && sub < modifiers.size() ? modifiers[sub] : "");
   }
 
   std::vector<std::string> values() const {
     if (islist()) return shownitems();
     if (!isscalar()) return {};
-    std::vector<std::string> result = {shown(options_)};
-    if (istwo()) result[0] += ' ' + shown(options_, true);
+    std::vector<std::string> result = {shown(options_, first)};
+    if (istwo()) result[0] += ' ' + shown(options_, second);
     return result;
   }
 
-  std::string defaultvalue() const { return isscalar() ? shown(fresh_) : std::string(); }
+  std::string defaultvalue() const { return isscalar() ? shown(fresh_, first) : std::string(); }
 
   std::string_view whatisset() const {
     if (!isset()) return "-";
     if (!istwo()) return "set";
-    if (info_.defined == firstset) return "first";
-    return info_.defined == secondset ? "second" : "both";
+    if (option_.defined == first) return "first";
+    return option_.defined == second ? "second" : "both";
   }
 
   nlohmann::ordered_json json() const {
-    nlohmann::ordered_json row = {{"number", optnr_}, {"name", name()}, {"kind", kind()}};
+    nlohmann::ordered_json row = {{"number", number()}, {"name", name()}, {"kind", kind()}};
     if (islist()) row["value"] = items();
     if (isscalar()) {
-      row["value"] = typed(options_, false);
-      if (istwo()) row["value"] = {typed(options_, false), typed(options_, true)};
-      row["default"] = typed(fresh_, false);
+      row["value"] = typed(options_, first);
+      if (istwo()) row["value"] = {typed(options_, first), typed(options_, second)};
+      row["default"] = typed(fresh_, first);
     }
     row["set"] = isset();
-    if (istwo()) row["set"] = {(info_.defined & firstset) != 0, (info_.defined & secondset) != 0};
+    if (istwo()) row["set"] = {(option_.defined & first) != 0, (option_.defined & second) != 0};
     return row;
   }
 
@@ -84,34 +86,34 @@ class optionview {
   }
 
   /// The value as parameter text would give it: a limit goes by its name, as in the help.
-  std::string shown(const optionset& from, bool second = false) const {
-    if (info_.type == optTypeInteger)
-      return optxv::numbertext(second ? from.integer2(optnr_) : from.integer(optnr_));
-    if (info_.type == optTypeDouble)
-      return optxv::numbertext(second ? from.real2(optnr_) : from.real(optnr_));
-    const std::string value = second ? from.value2(optnr_) : from.value(optnr_);
-    return istext() ? externalform(value) : value;
+  std::string shown(const optxv::options& from, std::int32_t which) const {
+    if (option_.kind == optxv_kind_integer)
+      return optxv::numbertext(from.get<std::int32_t>(number(), which));
+    if (option_.kind == optxv_kind_real)
+      return optxv::numbertext(from.get<double>(number(), which));
+    if (istext()) return externalform(from.get<std::string>(number(), which));
+    return from.shown(number(), which);
   }
 
-  nlohmann::ordered_json typed(const optionset& from, bool second) const {
-    if (istext()) return second ? from.value2(optnr_) : from.value(optnr_);
-    if (info_.type == optTypeDouble) return second ? from.real2(optnr_) : from.real(optnr_);
-    const std::int32_t value = second ? from.integer2(optnr_) : from.integer(optnr_);
-    if (info_.type == optTypeBoolean && (value == 0 || value == 1)) return value == 1;
+  nlohmann::ordered_json typed(const optxv::options& from, std::int32_t which) const {
+    if (istext()) return from.get<std::string>(number(), which);
+    if (option_.data == optxv_data_real) return from.get<double>(number(), which);
+    const auto value = from.get<std::int32_t>(number(), which);
+    if (option_.kind == optxv_kind_boolean && (value == 0 || value == 1)) return value == 1;
     return value;
   }
 
-  const optionset& options_;
-  const optionset& fresh_;
-  std::int32_t optnr_;
-  optioninfo info_;
+  const optxv::options& options_;
+  const optxv::options& fresh_;
+  optxv::option option_;
 };
 
 /// The options that are to be shown, in the order of the table.
-std::vector<optionview> chosen(const optionset& options, const optionset& fresh, bool all) {
+std::vector<optionview> chosen(const optxv::options& options, const optxv::options& fresh,
+                               bool all) {
   std::vector<optionview> result;
-  for (std::int32_t optnr = 1; optnr <= options.count(); optnr++) {
-    const optionview each(options, fresh, optnr);
+  for (const optxv::option& option : options.table()) {
+    const optionview each(options, fresh, option);
     if (all || each.isset()) result.push_back(each);
   }
   return result;
@@ -128,13 +130,10 @@ void addsection(std::string& text, std::string_view title, const std::vector<std
     text += "  (" + grouped(static_cast<std::size_t>(dropped)) + " dropped for faults)\n";
 }
 
-std::string entrysections(const optionset& options) {
+std::string entrysections(const optxv::options& options) {
   std::string text;
-  std::int32_t dropped = 0;
-  const std::vector<std::string> dots = dotlines(options, dropped);
-  addsection(text, "Dot options", dots, dropped);
-  const std::vector<std::string> marks = indicatorlines(options, dropped);
-  addsection(text, "Indicators", marks, dropped);
+  addsection(text, "Dot options", dotlines(options), options.dropped_dot_options());
+  addsection(text, "Indicators", indicatorlines(options), options.dropped_indicators());
   return text;
 }
 
@@ -176,36 +175,34 @@ std::string optiontable(const std::vector<optionview>& options) {
   return width > 0 && tablewidth(content) > width ? stacked(options) : tabletext(content);
 }
 
-std::string countline(const std::vector<optionview>& shown, std::int32_t count) {
+std::string countline(const std::vector<optionview>& shown, std::size_t count) {
   const auto set = static_cast<std::size_t>(std::ranges::count_if(shown, &optionview::isset));
-  return grouped(set) + " of " + counted(static_cast<std::size_t>(count), "option") +
-         (set == 1 ? " is set\n" : " are set\n");
+  return grouped(set) + " of " + counted(count, "option") + (set == 1 ? " is set\n" : " are set\n");
 }
 
-std::string astable(const optionset& options, const optionset& fresh, bool all) {
+std::string astable(const optxv::options& options, const optxv::options& fresh, bool all) {
   const std::vector<optionview> shown = chosen(options, fresh, all);
   const std::string rows = optiontable(shown);
-  return rows + (rows.empty() ? "" : "\n") + countline(shown, options.count()) +
+  return rows + (rows.empty() ? "" : "\n") + countline(shown, options.table().size()) +
          entrysections(options);
 }
 
 // --- JSON
 
-std::string asjson(const optionset& options, const optionset& fresh, bool all) {
+std::string asjson(const optxv::options& options, const optxv::options& fresh, bool all) {
   using nlohmann::ordered_json;
   ordered_json rows = ordered_json::array(), dots = rows, marks = rows;
   for (const optionview& each : chosen(options, fresh, all)) rows.push_back(each.json());
-  std::int32_t dropped = 0;
-  for (const dotoption& each : options.dotoptions(dropped))
+  for (const optxv::dot_option& each : options.dot_options())
     dots.push_back({{"symbol", each.symbol},
-                    {"attribute", options.name(each.optnr)},
+                    {"attribute", shownname(options.handle(), each.option)},
                     {"labels", each.labels},
                     {"value", each.value}});
-  for (const indicator& each : options.indicators(dropped))
+  for (const optxv::indicator& each : options.indicators())
     marks.push_back({{"equation", each.equation},
-                     {"equationlabels", each.equationlabels},
+                     {"equationlabels", each.equation_labels},
                      {"variable", each.variable},
-                     {"variablelabels", each.variablelabels},
+                     {"variablelabels", each.variable_labels},
                      {"value", each.mark}});
   const ordered_json all_ = {{"options", rows}, {"dotoptions", dots}, {"indicators", marks}};
   return printablejson(all_.dump(2, ' ', false, ordered_json::error_handler_t::replace)) + '\n';
@@ -216,9 +213,9 @@ std::string asjson(const optionset& options, const optionset& fresh, bool all) {
 int show(const request& given) {
   run read(tostandarderror());
   if (!read.read(readingof(given))) return read.total().status();
-  optionset fresh;
+  optxv::options fresh;
   read.readdefinition(fresh);
-  const optionset& options = read.options();
+  const optxv::options& options = read.options();
   put(stdout, given.json ? asjson(options, fresh, given.all) : astable(options, fresh, given.all));
   return read.total().status();
 }

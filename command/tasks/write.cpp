@@ -11,7 +11,7 @@ int write(const request& given) {
   run read(tostandarderror());
   if (!read.read(readingof(given))) return read.total().status();
   if (const int status = withheld(given, read, given.output); status != 0) return status;
-  const std::string text = read.options().parametertext();
+  const std::string text = read.options().to_text();
   const int status = delivered(given, read, given.output, text);
   if (status != statusfailed)
     for (const std::string& each : readbacklosses(read, text)) tellwarning(each);

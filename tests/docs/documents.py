@@ -2,7 +2,8 @@
 """Runs every fenced block of the documents, so that no example says what the product does not do.
 
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
-OPTXV_COMMAND and OPTXV_MINIMIZER (the programs, if they were built), CC, CXX and FC (empty where there is none).
+OPTXV_COMMAND, OPTXV_MINIMIZER and OPTXV_SOLVER (the programs, if they were built), CC, CXX and FC (empty where there
+is none).
 Prints a line for each fault; the exit status is 1 where there is one. The word after the fence says what a block is:
 
   definition        a definition file, example.def: a new table, and no option set
@@ -37,6 +38,10 @@ import listing  # noqa: E402  (found beside this file)
 import optxv  # noqa: E402
 
 BRACKETS = (optxv.Said.FILE_ENTER, optxv.Said.FILE_LEAVE)  # messages that a read begins and ends
+
+
+# The words that a program is called by, and the variable that says where it is.
+PROGRAMS = {'optxv': 'OPTXV_COMMAND', 'minimizer': 'OPTXV_MINIMIZER', 'solver(_c)?': 'OPTXV_SOLVER'}
 
 
 class Fault(Exception):
@@ -163,7 +168,7 @@ class Document:
     # --- programs
 
     def shell(self, command):
-        programs = [os.environ[name] for name in ('OPTXV_COMMAND', 'OPTXV_MINIMIZER') if os.environ.get(name)]
+        programs = [os.environ[name] for name in PROGRAMS.values() if os.environ.get(name)]
         environment = {**os.environ, 'LD_LIBRARY_PATH': str(Path(os.environ['OPTXV_LIBRARY']).parent),
                        'PATH': ':'.join([*(str(Path(program).parent) for program in programs), os.environ['PATH']])}
         return subprocess.run(command, shell=isinstance(command, str), cwd=self.source, env=environment,
@@ -212,7 +217,7 @@ class Document:
         compare(lines, real.splitlines())
 
     def run_console(self, lines):
-        missing = [variable for variable, word in (('OPTXV_COMMAND', 'optxv'), ('OPTXV_MINIMIZER', 'minimizer'))
+        missing = [variable for word, variable in PROGRAMS.items()
                    if not os.environ.get(variable) and any(re.search(rf'^\$ (.*\| )?{word} ', line) for line in lines)]
         if missing:
             print(f'not run, since this build lacks it: a console block for {missing[0]}')
