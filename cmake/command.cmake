@@ -12,7 +12,8 @@ target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_j
 set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPERTIES COMPILE_DEFINITIONS
   OPTXV_COMMAND_VERSION="${PROJECT_VERSION}")
 add_executable(optxv_command ${command_main})
-set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
+set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv EXPORT_NAME command)
+add_executable(optxv::command ALIAS optxv_command)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)
 foreach(target optxv_command_objects optxv_command)
   optxv_warnings(${target})
