@@ -53,6 +53,7 @@ file(WRITE ${area}/host/foundation/lists.h "constexpr int hostlists = 1;\n")
 run(${CXX} -std=c++20 ${strict} -fsyntax-only ${area}/all.cpp ${flags} -I${area}/host)
 
 if(HAS_COMMAND)
+  run(${area}/found/generated)
   unset(ENV{LD_LIBRARY_PATH})  # the command finds its library by itself
   run(${prefix}/bin/optxv --help)
 endif()
