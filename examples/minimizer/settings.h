@@ -13,9 +13,9 @@ struct settings {
 };
 
 /*
- * Fills the settings from the first word, a definition file, and the words after it: "@name" reads a
- * file; then come options as in --name=value or name=value; what is left is a line of parameter text
- * each. Prints whatever the library has to say. Gives 1, or 0 if the program should not run.
+ * Fills the settings from the first word, a definition file, and the words after it: "@name" reads
+ * a file; then come options as in --name=value or name=value; what is left is a line of parameter
+ * text each. Prints whatever the library has to say. Gives 1, or 0 if the program should not run.
  */
 int read_settings(struct settings* settings, int count, char** words);
 
