@@ -58,7 +58,7 @@ class Minimizer(unittest.TestCase):
     def test_options_change_the_run(self):
         plain = self.run_with()
         runs = [plain] + [self.run_with(*words) for words in (
-            ['method=conjugate'], ['start_point=3 3'], ["x.start('2') = 2"], ['log_freq=10'], ['gra_tol=1e-2'],
+            ['--method=conjugate'], ['--start-point', '3', '3'], ["x.start('2') = 2"], ['log_freq=10'], ['gra_tol=1e-2'],
             ['ite_lim=5'], ['summary=no'], ['echo_options', 'dim=3'], ['@examples/minimizer/valley.opt'])]
         self.assertEqual(len({output for _, output in runs}), len(runs))
         self.assertEqual([status for status, _ in runs], [0, 0, 0, 0, 0, 0, 1, 0, 0, 0])
