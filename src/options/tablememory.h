@@ -37,7 +37,8 @@ class tablememory {
 
   /// Room for an object. Raises std::bad_alloc if there is none.
   void* take(std::size_t size);
-  /// Keeps the first 255 bytes of a text, with a zero byte after them. Raises std::bad_alloc if there is no room.
+  /// Keeps the first 255 bytes of a text, with a zero byte after them. Raises std::bad_alloc if
+  /// there is no room.
   kepttext keep(std::string_view text);
 
  private:

@@ -33,10 +33,7 @@ class entryreader {
   /// For a setting from outside, whose key stands in front of what is left of the line.
   entryreader(tzmaoptions& options, tminiparser& in, std::string_view key,
               const outersetting& setting)
-      : options_(options),
-        in_(in),
-        toeol_(true),
-        outer_(true) {
+      : options_(options), in_(in), toeol_(true), outer_(true) {
     setkey(key);
     key_.place = setting.nameplace();
     key_.dashes = setting.dashes;
