@@ -11,7 +11,8 @@ set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPE
   OPTXV_COMMAND_VERSION="${PROJECT_VERSION}")
 optxv_precompile(optxv_command_objects)
 add_executable(optxv_command ${command_main})
-set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv)
+set_target_properties(optxv_command PROPERTIES OUTPUT_NAME optxv EXPORT_NAME command)
+add_executable(optxv::command ALIAS optxv_command)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)
 set_target_properties(optxv_command PROPERTIES BUILD_RPATH_USE_ORIGIN ON)  # where it is built is no part of it
 if(NOT CMAKE_CROSSCOMPILING)

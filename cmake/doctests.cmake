@@ -1,12 +1,15 @@
 # The examples and the documents, run from outside through the built library, the command and the installed copy.
 
-set(documents ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/examples/minimizer/README.md)
+set(documents ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/examples/minimizer/README.md
+    ${PROJECT_SOURCE_DIR}/bindings/python/README.md)
 file(GLOB more_documents CONFIGURE_DEPENDS docs/*.md)
 list(APPEND documents ${more_documents})
 
 function(optxv_document_test name)
   add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -E env OPTXV_SOURCE=${PROJECT_SOURCE_DIR}
+           PYTHONPATH=${PROJECT_SOURCE_DIR}/bindings/python/src
            OPTXV_LIBRARY=$<TARGET_FILE:optxv> CC=${CMAKE_C_COMPILER} CXX=${CMAKE_CXX_COMPILER}
+           FC=$<$<BOOL:${optxv_fortran}>:${optxv_fortran}>
            $<$<TARGET_EXISTS:optxv_command>:OPTXV_COMMAND=$<TARGET_FILE:optxv_command>>
            $<$<TARGET_EXISTS:minimizer>:OPTXV_MINIMIZER=$<TARGET_FILE:minimizer>>
            $<$<TARGET_EXISTS:solver>:OPTXV_SOLVER=$<TARGET_FILE:solver>>

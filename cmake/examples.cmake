@@ -1,12 +1,13 @@
 # The example programs: one in C, as a user of the library would write it.
 
 file(GLOB minimizer_sources CONFIGURE_DEPENDS examples/minimizer/*.c)
-if(minimizer_sources)
+if(minimizer_sources AND TARGET optxv_command)  # which makes the struct of its options
   add_executable(minimizer ${minimizer_sources})
   target_link_libraries(minimizer PRIVATE optxv m)
   # A sanitizer in the library asks for the C++ runtime at the link, which a C compiler does not bring.
   set_target_properties(minimizer PROPERTIES LINKER_LANGUAGE CXX)
   optxv_warnings(minimizer)
+  optxv_generate(minimizer ${PROJECT_SOURCE_DIR}/examples/minimizer/minimizer.def LANG c)
 endif()
 
 # A solver whose options have moved in, in C++ as `solver` and in C as `solver_c`; docs/embedding.md runs both.

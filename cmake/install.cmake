@@ -12,7 +12,7 @@ install(FILES docs/optxv.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 if(TARGET optxv_command)
   set_target_properties(optxv_command PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
-  install(TARGETS optxv_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS optxv_command EXPORT optxvTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/optxv.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   if(command_completion)
     install(FILES ${command_completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME optxv)
@@ -31,6 +31,7 @@ set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/optxv)
 configure_package_config_file(cmake/optxvConfig.cmake.in optxvConfig.cmake INSTALL_DESTINATION ${config_folder})
 write_basic_package_version_file(optxvConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/optxvConfig.cmake ${PROJECT_BINARY_DIR}/optxvConfigVersion.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/optxvgenerate.cmake
         DESTINATION ${config_folder})
 install(EXPORT optxvTargets NAMESPACE optxv:: DESTINATION ${config_folder})
 

@@ -11,11 +11,12 @@ endif()
 function(optxv_reader_test name labels file)
   add_test(NAME ${name} COMMAND ${optxv_reader_python} -B ${file} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(${name} PROPERTIES LABELS ${labels} TIMEOUT 300 SKIP_RETURN_CODE 77 ENVIRONMENT
-    "OPTXV_LIBRARY=$<TARGET_FILE:optxv>;OPTXV_COMMAND=$<TARGET_FILE:optxv_command>")
+    "PYTHONPATH=${PROJECT_SOURCE_DIR}/bindings/python/src;OPTXV_LIBRARY=$<TARGET_FILE:optxv>;OPTXV_COMMAND=$<TARGET_FILE:optxv_command>;OPTXV_INCLUDE=${PROJECT_SOURCE_DIR}/include")
 endfunction()
 
 # A program without a sanitizer's runtime cannot load a library that is built with one.
 if(TARGET optxv_command AND NOT optxv_sanitizers)
   optxv_reader_test(browser documents-readers tests/browser/pages_test.py)
   optxv_reader_test(pascal documents-readers tests/pascal/include_test.py)
+  optxv_reader_test(generate documents-readers tests/generate/generate_test.py)
 endif()

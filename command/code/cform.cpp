@@ -81,7 +81,7 @@ struct $(prefix)_options {
 
 /* The defaults of the definition. */
 static inline struct $(prefix)_options $(prefix)_defaults(void) {
-  const struct $(prefix)_options values = {
+  static const struct $(prefix)_options values = {
 %each fields
       .$(id) = $(default),
 %end

@@ -69,8 +69,18 @@ def _item(kind: type[_Item], value: object) -> _Item:
     raise optxv.RefusedValueError(f'{value!r} is no item of {kind.__name__}', kind.__name__)
 
 
-def _changed(options: optxv.Options, number: int, value: object) -> bool:
-    return bool(options.get_value(number) != value)
+def _plain(value: typing.Any) -> typing.Any:
+    if isinstance(value, tuple):
+        return tuple(map(_plain, value))
+    return value.value if isinstance(value, enum.Enum) else value
+
+
+def _same(value: typing.Any, now: typing.Any) -> bool:
+    if isinstance(value, tuple):
+        return all(map(_same, value, now))
+    if isinstance(value, enum.Enum):  # the case of a default may be another one than that of the item
+        return str(value.value).lower() == str(now).lower()
+    return bool(value == now)
 
 
 @dataclasses.dataclass
@@ -115,24 +125,14 @@ class Options:
         _check(options)
         values: list[tuple[int, typing.Any]] = [
 %each fields
-%if enumerated
-%unless pair
-            ($(number), self.$(id).value),
-%end
-%if pair
-            ($(number), (self.$(id)[0].value, self.$(id)[1].value)),
-%end
-%end
-%unless enumerated
             ($(number), self.$(id)),
-%end
 %end
         ]
         refused = None
         for number, value in values:
             try:
-                if _changed(options, number, value):
-                    options.set_value(number, value)
+                if not _same(value, options.get_value(number)):
+                    options.set_value(number, _plain(value))
             except optxv.RefusedValueError as error:
                 refused = refused or error
         if refused is not None:

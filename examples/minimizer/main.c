@@ -19,11 +19,11 @@ static void summarise(const struct settings* settings, const struct result* end)
 
 int main(int count, char** words) {
   if (count < 2) {
-    fputs("usage: minimizer <definition file> [@<option file> | <option>=<value>]...\n", stderr);
+    fputs("usage: minimizer <definition file> [@<option file> | --<option>=<value>]...\n", stderr);
     return 2;
   }
   struct settings settings = {0};
-  if (!read_settings(&settings, words[1], words + 2, count - 2)) return 2;
+  if (!read_settings(&settings, count - 1, words + 1)) return 2;
   if (settings.log_frequency > 0) puts("  iter  evals          value       gradient");
   const struct result end = minimize(&settings.problem, &settings.algorithm, settings.start,
                                      settings.log_frequency > 0 ? log_line : NULL, &settings);

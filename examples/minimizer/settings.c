@@ -1,123 +1,94 @@
-/* From words and files to settings, through the public interface of the library only. */
+/* From words and files to settings. The struct of the options is made from minimizer.def. */
 #include "settings.h"
 
-#include <optxv/optxv.h>
+#include <minimizer_options.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
 /* Prints the messages and clears them; gives 1 if none of them is an error. */
-static int report(optHandle options) {
-  char text[OPTXV_TEXT_SIZE];
-  int32_t errors, warnings, kind;
-  optErrorCount(options, &errors, &warnings);
-  for (int32_t number = 1; number <= optMessageCount(options); number++) {
-    coptGetMessage(options, number, text, &kind);
-    puts(text);
-  }
-  optClearMessages(options);
+static int report(optxv_handle options) {
+  char text[256];
+  int32_t errors;
+  optxv_error_count(options, &errors, NULL);
+  for (int32_t i = 1; optxv_show_message(options, i, text) == optxv_ok; i++) puts(text);
+  optxv_clear_messages(options);
   return errors == 0;
 }
 
-/* The number of an option that the definition must have: a definition of something else ends here.
- */
-static int32_t number_of(optHandle options, const char* name) {
-  int32_t number, refnr;
-  if (coptFindStr(options, name, &number, &refnr) == 1) return number;
-  fprintf(stderr, "minimizer: the definition lacks the option %s\n", name);
-  exit(2);
+static void complain(optxv_handle options, const char* text) {
+  optxv_add_message(options, text, OPTXV_ENDED);
 }
 
-static int integer_of(optHandle options, const char* name) {
-  int32_t value = 0;
-  optGetIntNr(options, number_of(options, name), &value);
-  return (int)value;
-}
-
-static double real_of(optHandle options, const char* name) {
-  double value = 0;
-  optGetDblNr(options, number_of(options, name), &value);
-  return value;
-}
-
-/* The position of an enumerated text in its list, from 0. The library has checked the text. */
-static int choice_of(optHandle options, const char* name) {
-  char text[OPTXV_TEXT_SIZE];
-  int32_t entry = 1;
-  coptGetEnumStrNr(options, number_of(options, name), text, &entry);
-  return entry > 0 ? (int)entry - 1 : 0;
-}
-
-static int is_set(optHandle options, const char* name) {
-  int32_t mask = 0;
-  optGetDefinedNr(options, number_of(options, name), &mask);
-  return mask != 0;
+static int is_set(optxv_handle options, int32_t number) {
+  optxv_option option;
+  return optxv_option_info(options, number, &option) == optxv_ok && option.defined != 0;
 }
 
 /* One coordinate from each entry x.start('<number>'); others are a mistake of the user. */
-static void start_from_dots(optHandle options, struct settings* settings) {
-  char symbol[OPTXV_TEXT_SIZE], label[OPTXV_TEXT_SIZE];
-  int32_t dropped, number, dimension;
-  double value;
-  const int32_t count = optDotOptCount(options, &dropped);
-  for (int32_t entry = 1; entry <= count; entry++) {
-    coptGetDotOptNr(options, entry, symbol, &number, &dimension, &value);
-    coptGetDotOptUel(options, entry, 1, label);
-    char* end;
-    const long index = strtol(label, &end, 10);
-    if (dimension == 1 && *end == '\0' && index >= 1 && index <= settings->problem.dimension)
-      settings->start[index - 1] = value;
+static void start_from_dots(optxv_handle options, struct settings* settings) {
+  const int32_t count = optxv_dot_option_count(options, NULL);
+  for (int32_t i = 1; i <= count; i++) {
+    optxv_dot_option entry;
+    optxv_text label;
+    char digits[12] = "", *end = digits;
+    optxv_dot_option_info(options, i, &entry);
+    if (optxv_dot_option_label(options, i, 1, &label) == optxv_ok && label.size < sizeof(digits))
+      memcpy(digits, label.bytes, label.size);
+    const long index = strtol(digits, &end, 10);
+    if (entry.labels == 1 && *end == '\0' && index >= 1 && index <= settings->problem.dimension)
+      settings->start[index - 1] = entry.value;
     else
-      coptAddMessage(options, "x.start wants one number of a variable, as in x.start('1') = 0.5");
+      complain(options, "x.start wants one number of a variable, as in x.start('1') = 0.5");
   }
 }
 
-static void take_values(optHandle options, struct settings* settings) {
-  struct problem* problem = &settings->problem;
-  problem->function = choice_of(options, "function");
-  problem->dimension = integer_of(options, "dimension");
-  problem->condition = real_of(options, "condition");
+static void take_values(optxv_handle options, const struct minimizer_options* given,
+                        struct settings* settings) {
+  settings->problem = (struct problem){given->function, given->dimension, given->condition};
+  settings->algorithm =
+      (struct algorithm){given->method, given->gradient_tol, given->iteration_limit,
+                         given->decrease, given->curvature};
+  settings->log_frequency = given->log_frequency;
+  settings->summary = given->summary;
   /* The bounds of the definition hold, unless the user has switched them off. */
-  if (problem->dimension < 2 || problem->dimension > MAX_DIMENSION) {
-    problem->dimension = 2;
-    coptAddMessage(options, "the number of variables is 2 to 100, whatever the bounds");
+  if (given->dimension < 2 || given->dimension > MAX_DIMENSION) {
+    settings->problem.dimension = 2;
+    complain(options, "the number of variables is 2 to 100, whatever the bounds");
   }
 
-  struct algorithm* algorithm = &settings->algorithm;
-  algorithm->method = choice_of(options, "method");
-  algorithm->gradient_tol = real_of(options, "gradient_tol");
-  algorithm->iteration_limit = integer_of(options, "iteration_limit");
-  algorithm->decrease = real_of(options, "decrease");
-  algorithm->curvature = real_of(options, "curvature");
-
-  settings->log_frequency = integer_of(options, "log_frequency");
-  settings->summary = integer_of(options, "summary");
-
-  usual_start(problem, settings->start);
-  if (is_set(options, "start_point")) {
-    const int32_t number = number_of(options, "start_point");
-    optGetDblNr(options, number, &settings->start[0]);
-    optGetDbl2Nr(options, number, &settings->start[1]);
-  }
+  usual_start(&settings->problem, settings->start);
+  if (is_set(options, MINIMIZER_NUMBER_START_POINT))
+    memcpy(settings->start, given->start_point, sizeof(given->start_point));
   start_from_dots(options, settings);
 }
 
-int read_settings(struct settings* settings, const char* definition, char** words, int count) {
-  optHandle options;
-  xcreate(&options);
-  int good = coptReadDefinition(options, definition) == 0;
-  for (int i = 0; good && i < count; i++) {
-    if (words[i][0] == '@')
-      coptReadParameterFile(options, words[i] + 1);
-    else
-      optReadFromPChar(options, words[i]);
-  }
+/* Files come first, so that the other words have the last word. */
+static void read_words(optxv_handle options, int count, char** words) {
+  for (int i = 1; i < count; i++)
+    if (words[i][0] == '@') optxv_read_parameters(options, words[i] + 1);
+  optxv_read_arguments(options, &count, words, 0);
+  for (int i = 1; i < count; i++)
+    if (words[i][0] != '@') optxv_read_line(options, words[i], OPTXV_ENDED);
+}
+
+int read_settings(struct settings* settings, int count, char** words) {
+  optxv_handle options;
+  struct minimizer_options given;
+  if (optxv_create(&options) != optxv_ok) return 0;
+  int good = optxv_read_definition(options, words[0]) == optxv_ok;
+  if (good) read_words(options, count, words);
   good = report(options) && good;
   if (good) {
-    take_values(options, settings);
-    if (is_set(options, "echo_options")) coptWriteParameterFile(options, "");
+    const int32_t status = minimizer_fill(&given, options);
+    if (status != optxv_ok) fprintf(stderr, "minimizer: %s\n", optxv_status_text(status));
+    good = status == optxv_ok;
+  }
+  if (good) {
+    take_values(options, &given, settings);
+    if (is_set(options, MINIMIZER_NUMBER_ECHO_OPTIONS)) optxv_write_parameters(options, "");
     good = report(options);
   }
-  xfree(&options);
+  optxv_free(&options);
   return good;
 }

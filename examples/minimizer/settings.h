@@ -13,10 +13,10 @@ struct settings {
 };
 
 /*
- * Fills the settings from a definition file and words of the command line: "@name" reads a file,
- * anything else is one line of parameter text. Prints whatever the library has to say.
- * Gives 1, or 0 if the program should not run.
+ * Fills the settings from the first word, a definition file, and the words after it: "@name" reads
+ * a file; then come options as in --name=value or name=value; what is left is a line of parameter
+ * text each. Prints whatever the library has to say. Gives 1, or 0 if the program should not run.
  */
-int read_settings(struct settings* settings, const char* definition, char** words, int count);
+int read_settings(struct settings* settings, int count, char** words);
 
 #endif

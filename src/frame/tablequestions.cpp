@@ -121,16 +121,6 @@ void fillmarks(const tzmaoptions& options, std::int32_t position, optxv_synonym&
 
 // The mark of a table ----------------------------------------------------------------------------
 
-/// The 64-bit hash of Fowler, Noll and Vo, form 1a.
-class bytehash {
- public:
-  void add(unsigned char byte) { value_ = (value_ ^ byte) * 0x100000001B3U; }
-  std::uint64_t value() const { return value_; }
-
- private:
-  std::uint64_t value_ = 0xCBF29CE484222325U;
-};
-
 bool madeatruntime(const tzmaoptions& options, std::int32_t position) {
   return options.getstrings(position).starts_with("--");
 }
@@ -226,16 +216,17 @@ int32_t optxv_synonym_info(optxv_handle handle, int32_t position, optxv_synonym*
 }
 
 uint64_t optxv_table_mark(optxv_handle handle) {
-  bytehash hash;
-  for (std::int32_t i = 0; i < optxv_option_count(handle); ++i) {
-    const tzmaoptions& options = objectof(handle);
-    if (madeatruntime(options, i)) continue;
-    const shortstring name = lowercase(options.getstrings(i));
-    for (const char each : name.view()) hash.add(static_cast<unsigned char>(each));
-    hash.add(0);
-    const toption& option = *options.getobjects(i);
-    hash.add(option.opttype);
-    hash.add(option.subtype);
+  if (handle == nullptr) return bytehash().value();
+  tzmaoptions& options = objectof(handle);
+  for (; options.markedoptions < options.getcount(); ++options.markedoptions) {
+    const std::int32_t position = options.markedoptions;
+    if (madeatruntime(options, position)) continue;
+    const toption& option = *options.getobjects(position);
+    const shortstring name = lowercase(options.getstrings(position));
+    for (const char each : name.view()) options.markhash.add(static_cast<unsigned char>(each));
+    options.markhash.add(0);
+    options.markhash.add(option.opttype);
+    options.markhash.add(option.subtype);
   }
-  return hash.value();
+  return options.markhash.value();
 }

@@ -71,6 +71,16 @@ char charpath();
 std::unique_ptr<txstringlistobj> makedotoptionlist(tzmaoptions* owner);
 std::unique_ptr<txlistobj> makeindicatorlist(tzmaoptions* owner);
 
+/// The 64-bit hash of Fowler, Noll and Vo, form 1a, of bytes as they come.
+class bytehash {
+ public:
+  void add(std::uint8_t byte) { value_ = (value_ ^ byte) * 0x100000001B3U; }
+  std::uint64_t value() const { return value_; }
+
+ private:
+  std::uint64_t value_ = 0xCBF29CE484222325U;
+};
+
 /// A mark that a definition put on a synonym. For reading, the mark is kept with the option and
 /// holds for all its synonyms; this says which one the definition named.
 struct synonymmark {
@@ -441,6 +451,10 @@ class tzmaoptions : public toptionx {
   /// Where the value that is being assigned comes from; outside reads, from a call.
   valueorigin assigning = {.road = roadCall};
   std::vector<synonymmark> synonymmarks;  ///< in definition order
+  /// The hash of the table as far as it was asked for: the value, and how many options are in it.
+  /// Options are only ever added, so it goes on from there.
+  bytehash markhash;
+  std::int32_t markedoptions = 0;
   std::set<std::string, std::less<>> kepttexts;
   std::unique_ptr<suggestions> similar;  ///< nil until the first question for near names
 

@@ -2,7 +2,8 @@
 """Runs every fenced block of the documents, so that no example says what the product does not do.
 
 Usage: documents.py file.md... The environment says what is tested: OPTXV_LIBRARY, OPTXV_SOURCE (the tree),
-OPTXV_COMMAND, OPTXV_MINIMIZER and OPTXV_SOLVER (the programs, if they were built), CC and CXX.
+OPTXV_COMMAND, OPTXV_MINIMIZER and OPTXV_SOLVER (the programs, if they were built), CC, CXX and FC (empty where there
+is none).
 Prints a line for each fault; the exit status is 1 where there is one. The word after the fence says what a block is:
 
   definition        a definition file, example.def: a new table, and no option set
@@ -15,7 +16,8 @@ Prints a line for each fault; the exit status is 1 where there is one. The word 
   lookup            lines `key -> name`; the name is `nothing` for a key that finds none
   help REQUEST      the lines of help that the request gives
   written           the file that is written back
-  c, cpp, python    a program, run in the tree; an `output` block after it is its whole output
+  c, cpp, fortran   a program, compiled and run in the tree; an `output` block after it is its whole output
+  python            likewise, with the package of the tree
   console           commands after `$ `, run in the tree, and what they print; a line `...` stands for any
                     number of lines
   excerpt FILE      lines of a file of the tree, in their order; blanks do not count
@@ -32,7 +34,10 @@ import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
-import library  # noqa: E402  (found beside this file)
+import listing  # noqa: E402  (found beside this file)
+import optxv  # noqa: E402
+
+BRACKETS = (optxv.Said.FILE_ENTER, optxv.Said.FILE_LEAVE)  # messages that a read begins and ends
 
 
 # The words that a program is called by, and the variable that says where it is.
@@ -76,6 +81,7 @@ class Document:
         self.options = None
         self.pending = []  # messages that no block has looked at
         self.output = None  # of the program before
+        self.skipped = False  # that program was not run, and its output is not known
 
     def run(self, words, lines):
         kind = words[0] if words else ''
@@ -99,7 +105,7 @@ class Document:
             raise Fault('the program before prints, and no output block follows it')
 
     def close_messages(self):
-        unseen = [text for text, kind in self.pending if kind not in (library.ENTER, library.LEAVE)]
+        unseen = [text for text, kind in self.pending if kind not in BRACKETS]
         self.pending = []
         if unseen:
             raise Fault('messages of the block before that nothing shows:\n' + '\n'.join(unseen))
@@ -108,15 +114,20 @@ class Document:
 
     def write(self, name, lines):
         path = self.folder / name
-        path.write_text(''.join(line + '\n' for line in lines), encoding='latin-1')
+        path.write_text(''.join(line + '\n' for line in lines), encoding='utf-8')
         return name
 
     def fresh(self):
         if self.options:
             self.options.close()
-        self.options = library.Options()
-        self.options.define('example.def')
-        return self.options.messages_with_kinds()
+        self.options = optxv.Options('example.def', strict=False)
+        return self.taken_messages()
+
+    def taken_messages(self):
+        """Takes the messages out of the queue, as pairs of text and kind."""
+        messages = [(message.shown, message.kind) for message in self.options.messages]
+        self.options.clear_messages()
+        return messages
 
     def run_definition(self, lines):
         self.write('example.def', lines)
@@ -125,34 +136,34 @@ class Document:
     def run_parameters(self, lines, *how):
         if 'more' not in how:
             self.fresh()
-        self.options.call('opteolonlyset', 0 if 'token' in how else 1)
+        self.options.switch(optxv.Switch.LINE_MODE, 'token' not in how)
         self.options.read(self.write('example.opt', lines))
-        self.pending = self.options.messages_with_kinds()
+        self.pending = self.taken_messages()
 
     def run_file(self, lines, name):
         self.write(name, lines)
 
     def run_messages(self, lines, which=''):
-        hidden = () if which == 'all' else (library.ENTER, library.LEAVE)
+        hidden = () if which == 'all' else BRACKETS
         real, self.pending = [text for text, kind in self.pending if kind not in hidden], []
         if not real:
             raise Fault('there are no messages')
         compare(lines, real)
 
     def run_values(self, lines):
-        compare(lines, self.options.values())
+        compare(lines, listing.values(self.options))
 
     def run_lookup(self, lines):
         lines = [' '.join(line.split()) for line in lines]
         keys = [line.split('->')[0].strip() for line in lines]
-        compare(lines, [f'{key} -> {self.options.find(key) or "nothing"}' for key in keys])
+        compare(lines, [f'{key} -> {self.options.lookup(key) or "nothing"}' for key in keys])
 
     def run_help(self, lines, request):
-        compare(lines, self.options.help(request))
+        self.options.show_help(request)
+        compare(lines, [text for text, _ in self.taken_messages()])
 
     def run_written(self, lines):
-        self.options.call('coptwriteparameterfile', 'written.opt')
-        compare(lines, Path('written.opt').read_text(encoding='latin-1').splitlines())
+        compare(lines, self.options.to_text().splitlines())
 
     # --- programs
 
@@ -183,11 +194,26 @@ class Document:
     def run_cpp(self, lines):
         self.compiled(lines, os.environ.get('CXX', 'c++'), 'program.cpp', '-std=c++17')
 
+    def run_fortran(self, lines):
+        if not os.environ.get('FC'):
+            self.skipped = True
+            print('not run, since there is no compiler: a block of Fortran')
+            return
+        path = self.folder / self.write('program.f90', lines)
+        target = str(path.with_suffix(''))
+        self.must([os.environ['FC'], '-std=f2018', '-Wall', '-Wextra', '-Werror', f'-J{self.folder}',
+                   f'{self.source}/bindings/fortran/optxv.f90', str(path), '-o', target,
+                   f'-L{Path(os.environ["OPTXV_LIBRARY"]).parent}', '-loptxv'])
+        self.output = self.must([target])
+
     def run_python(self, lines):
         self.output = self.must([sys.executable, '-B', str(self.folder / self.write('program.py', lines))])
 
     def run_output(self, lines):
         real, self.output = self.output or '', None
+        if self.skipped:
+            self.skipped = False
+            return
         compare(lines, real.splitlines())
 
     def run_console(self, lines):

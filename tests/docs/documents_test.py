@@ -31,7 +31,7 @@ SEEN = ''.join(path.read_text(encoding='utf-8').replace('\\"', '"') for folder i
                for path in sorted((SOURCE / 'tests' / folder).iterdir()))
 ROWS = (
     ('nothing to say', TABLE + '```parameters\na 6\n```\n```values\na = 6\n```\n', None),
-    ('an unknown kind', '```fortran\na\n```\n', 'nothing runs a block of kind "fortran"'),
+    ('an unknown kind', '```ada\na\n```\n', 'nothing runs a block of kind "ada"'),
     ('not closed', '```values\na\n', 'the block is not closed'),
     ('a message that nobody shows', TABLE + '```parameters\nb 6\n```\n', 'nothing shows:\n*** Error line 1: Unknown'),
     ('a message too many', TABLE + '```parameters\na 6\n```\n```messages\n*** Error\n```\n', 'there are no messages'),

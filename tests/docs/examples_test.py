@@ -8,7 +8,8 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
-import library  # noqa: E402  (found beside this file)
+import listing  # noqa: E402  (found beside this file)
+import optxv  # noqa: E402
 
 EXAMPLES = Path(os.environ['OPTXV_SOURCE']) / 'examples'
 
@@ -16,22 +17,19 @@ EXAMPLES = Path(os.environ['OPTXV_SOURCE']) / 'examples'
 class ParameterFiles(unittest.TestCase):
     def setUp(self):
         os.chdir(EXAMPLES.parent)  # a nested file is named from where the program runs
-        self.options = library.Options()
-        self.addCleanup(self.options.close)
-        self.options.define('examples/solver.def')
+        self.options = self.enterContext(optxv.Options('examples/solver.def'))
 
     def read(self, name):
-        self.assertEqual(self.options.read(f'examples/{name}.opt'), 0)
-        return self.options.messages()
+        return [message.shown for message in self.options.read(f'examples/{name}.opt')]
 
     def test_the_definition_has_no_fault(self):
-        self.assertEqual(self.options.messages(), [])
-        self.assertEqual(self.options.find('explain'), 'explain')  # the last record but the names: it read to its end
-        self.assertEqual(self.options.find('reslim'), 'time_limit')
+        self.assertEqual(self.options.messages, [])
+        self.assertEqual(self.options.lookup('explain'), 'explain')  # the last record but the names: it read to its end
+        self.assertEqual(self.options.lookup('reslim'), 'time_limit')
 
     def test_the_clean_file_is_clean(self):
         self.assertEqual(self.read('solver'), [])
-        values = self.options.values()
+        values = listing.values(self.options)
         for line in ('time_limit = 900', 'iteration_limit = 200000', 'threads = 1', 'scale_range = 0.001 10000',
                      'feasibility_tol = 1E-8', 'log_file = night run 8.log', 'method = primal', 'dive_first = 1',
                      'read_path[3] = /models/tight', '--note[1] = checked by the day shift',
@@ -40,14 +38,14 @@ class ParameterFiles(unittest.TestCase):
 
     def test_the_notices_are_no_errors_except_the_one_that_is_asked_for(self):
         self.options.read('examples/notices.opt')
-        self.assertEqual(self.options.told('opterrorcount', out='ii'), [1, 4])
+        self.assertEqual((self.options.errors, self.options.warnings), (1, 4))
 
     def test_every_faulty_line_is_reported_and_the_last_one_still_counts(self):
         told = {int(number) for message in self.read('faulty') for number in re.findall(r'line (\d+):', message)}
         lines = (EXAMPLES / 'faulty.opt').read_text().splitlines()
         unopened = 1 + next(i for i, line in enumerate(lines) if line.startswith('read '))  # reported without a line
         self.assertEqual(told | {unopened}, set(range(2, len(lines))))
-        self.assertIn('iteration_limit = 5000', self.options.values())
+        self.assertIn('iteration_limit = 5000', listing.values(self.options))
 
 
 @unittest.skipUnless(os.environ.get('OPTXV_MINIMIZER'), 'the examples were not built')
@@ -60,7 +58,7 @@ class Minimizer(unittest.TestCase):
     def test_options_change_the_run(self):
         plain = self.run_with()
         runs = [plain] + [self.run_with(*words) for words in (
-            ['method=conjugate'], ['start_point=3 3'], ["x.start('2') = 2"], ['log_freq=10'], ['gra_tol=1e-2'],
+            ['--method=conjugate'], ['--start-point', '3', '3'], ["x.start('2') = 2"], ['log_freq=10'], ['gra_tol=1e-2'],
             ['ite_lim=5'], ['summary=no'], ['echo_options', 'dim=3'], ['@examples/minimizer/valley.opt'])]
         self.assertEqual(len({output for _, output in runs}), len(runs))
         self.assertEqual([status for status, _ in runs], [0, 0, 0, 0, 0, 0, 1, 0, 0, 0])

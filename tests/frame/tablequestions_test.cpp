@@ -120,5 +120,15 @@ TEST(TheMark, ChangesWithNamesKindsAndSubTypesAlone) {
   EXPECT_EQ(optxv_table_mark(&*table), mark);
 }
 
+TEST(TheMark, GoesOnWhereTheTableHasGrownSinceItWasAsked) {
+  const std::string_view second = "two boolean 0 1 1 1 Two\n";
+  optiontable asked("one integer 0 5 0 10 1 1 One"), unasked("one integer 0 5 0 10 1 1 One");
+  const std::uint64_t mark = optxv_table_mark(&*asked);
+  for (optiontable* each : {&asked, &unasked})
+    optxv_read_definition_text(&**each, "more", second.data(), second.size());
+  EXPECT_NE(optxv_table_mark(&*asked), mark);
+  EXPECT_EQ(optxv_table_mark(&*asked), optxv_table_mark(&*unasked));
+}
+
 }  // namespace
 }  // namespace optxv

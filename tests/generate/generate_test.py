@@ -24,8 +24,8 @@ general group 1 1 General
 class integer 1 minint minint maxint 1 1 A word of C++ and Python */ // } *) \
 Double double 2 1e299 mindouble maxdouble 1 1 A type of Pascal
 end boolean 3 1 1 1 A word of Fortran and Pascal
-_under string 4 "it's a \"quote\"" 1 1 Underscore ??/
-2nd string 5 "back\slash ??/ {brace} %d #7" 1 1 A digit first
+under_ string 4 "it's a \"quote\"" 1 1 Underscore ??/
+none string 5 "back\slash ??/ {brace} %d #7" 1 1 A word of Python
 a__b integer.TWO 6 3 0 9 1 1 Two integers
 a_b double.TWO 7 1e-300 0 1 1 1 Two reals, and the name of the one before
 flags boolean.TWO 8 0 1 1 Two Booleans
@@ -34,7 +34,6 @@ options enumstr 10 default 1 1 A name of the generated code
  default 1 A word of C
  "two words" 1 Blanks
  two-words 1 The same in letters
- "" 1 Empty
  -1 1 A number
  1 1 Another
 mode enumstr.TWO 11 END 1 1 Two items, the default in other letters

@@ -47,5 +47,6 @@ file(WRITE ${area}/host/foundation/lists.h "constexpr int hostlists = 1;\n")
 run(${CXX} -std=c++20 ${strict} -fsyntax-only ${area}/all.cpp ${flags} -I${area}/host)
 
 if(HAS_COMMAND)
+  run(${area}/found/generated)
   run(${prefix}/bin/optxv --help)  # the command finds its library by itself
 endif()
