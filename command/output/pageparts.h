@@ -320,9 +320,13 @@ inline constexpr std::string_view pagescript = R"(
   sections.forEach(section => section.entry.addEventListener('click', event => visit(event, section)));
   window.addEventListener('hashchange', follow);
   window.addEventListener('beforeprint', () => { if (results !== null) more(results.length); });
-  new IntersectionObserver(seen => {
-    if (seen[seen.length - 1].isIntersecting && !rest.hidden) more(batch);
-  }, { rootMargin: '1000px' }).observe(rest);
+  const end = new IntersectionObserver(seen => {
+    if (!seen[seen.length - 1].isIntersecting || rest.hidden) return;
+    more(batch);
+    end.unobserve(rest);  // it may be in sight still, which would be no news
+    end.observe(rest);
+  }, { rootMargin: '1000px' });
+  end.observe(rest);
   follow();
   (window.requestIdleCallback || setTimeout)(index);
 })();
