@@ -16,7 +16,10 @@ optxv_header_test(embeddingheader_cpp embeddingheader.cpp)
 set_target_properties(embeddingheader_cpp PROPERTIES CXX_STANDARD 11)
 optxv_header_test(hppheader hppheader.cpp)
 set_target_properties(hppheader PROPERTIES CXX_STANDARD 17)
-target_compile_options(hppheader PRIVATE -Wshadow -Wconversion $<$<NOT:$<BOOL:${optxv_sanitizers}>>:-fno-rtti>)
+target_compile_options(hppheader PRIVATE -Wshadow -Wconversion)
+if(NOT optxv_sanitizers)
+  target_compile_options(hppheader PRIVATE -fno-rtti)  # sanitizers need the types of objects
+endif()
 
 # It names no symbol of the library, so this keeps the library from being loaded with it.
 target_link_options(loading_test PRIVATE LINKER:--as-needed)
