@@ -3,7 +3,8 @@
 #include <sstream>
 
 #include "optxv/embedding.h"
-#include "support/callrows.h"
+#include "support/everykind.h"
+#include "support/optiontable.h"
 
 namespace optxv {
 namespace {
@@ -30,9 +31,8 @@ std::int32_t variable(optxv_handle handle, std::int32_t position, std::int32_t i
 }
 
 TEST(Entries, AreToldWithTheirLabels) {
-  optiontable table(smalldefinition);
-  table.read(
-      "x.scale('a',*) = 2.5\ny.scale 1\nz.scale -1\nrowtype eq(i,'b')$v(i) = 1\nrowtype e$v 0");
+  optiontable table(everykind());
+  table.read("x.scale('a',*) = 2.5\ny.scale 1\nz.scale -1\ntie eq(i,'b')$v(i) = 1\ntie e$v 0");
   optxv_dot_option dot;
   std::int32_t dropped = 0;
   ASSERT_EQ(optxv_dot_option_count(&*table, &dropped), 2);

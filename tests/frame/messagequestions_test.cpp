@@ -4,7 +4,8 @@
 #include <string>
 
 #include "optxv/embedding.h"
-#include "support/callrows.h"
+#include "support/everykind.h"
+#include "support/optiontable.h"
 
 namespace optxv {
 namespace {
@@ -45,12 +46,12 @@ class heard {
 };
 
 TEST(MessageInfo, IsWhatTheListenerGot) {
-  optiontable table(smalldefinition);
+  optiontable table(everykind());
   const heard ear(&*table);
   table.read("steplim 9999999999\nmethod primel\nnosuch 1\nscale 1 2\nx.scal = 2\nlogname a\"b");
   table.read("tol 2");
   table.read("tol 0.5");  // its two messages of the read take each other away
-  table.read("rowtype a$b$");
+  table.read("tie a$b$");
   optxv_add_message(&*table, "mine", OPTXV_ENDED);
   table->optshowhelp("steplim");
   std::map<std::int32_t, std::string> asked;
@@ -70,12 +71,12 @@ TEST(MessageInfo, IsWhatTheListenerGot) {
 }
 
 TEST(NearestNames, AreThoseOfTheTableAndOfTheValues) {
-  optiontable table(smalldefinition);
+  optiontable table(everykind());
   // what is read, and what may have been meant with each message of it
   const std::pair<const char*, const char*> rows[] = {
       {"setplim 5", "steplim"}, {"method primel", "primal; -"},
       {"method tol", "-; -"},   {"x.scail = 5", ".scale; -"},
-      {"tol 7", "-; -"},        {"--lognam 1\nlogmane 1", "logname"}};
+      {"steplim 7000", "-; -"}, {"--lognam 1\nlogmane 1", "logname"}};
   const auto namesat = [&](std::int32_t number) {
     optxv_text names[3];
     std::string all;

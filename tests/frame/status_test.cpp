@@ -8,7 +8,8 @@
 #include <string>
 
 #include "options/optionkinds.h"
-#include "support/callrows.h"
+#include "support/everykind.h"
+#include "support/optiontable.h"
 
 // Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
 // are its own, so that nothing runs out under one.
@@ -36,10 +37,9 @@ void* realloc(void* block, std::size_t size) noexcept {
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(smalldefinition) + "say immediate Message 1 1 Say\n";
 const std::string values =
-    "steplim 5\nlogname \"other\"\nmethod primal\npaths /a\npaths /b\n--made first\n"
-    "x.scale('a',*) = 2\nrowtype e(i,'b')$v(i) = 1\nscale maybe\nnosuch 1\nsay " +
+    "steplim 5\nlogname \"other\"\nmethod primal\nnames /a\nnames /b\n--made first\n"
+    "x.scale('a',*) = 2\ntie e(i,'b')$v(i) = 1\nscale maybe\nnosuch 1\nsay " +
     std::string(200, 'x');
 
 /// Runs a call again and again on a new handle with the values, each time with more memory, until
@@ -49,7 +49,7 @@ void starve(const std::string& what, const std::function<std::int32_t(tzmaoption
   std::int32_t status = ENOMEM;
   for (long blocks = 1; status != optxv_ok && blocks < 5000; blocks++) {
     tzmaoptions options;
-    options.readdefinitiontext("d", definition);
+    options.readdefinitiontext("d", everykind());
     blocksleft = blocks;
     status = call(options);
     blocksleft = -1;

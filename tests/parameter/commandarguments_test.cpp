@@ -4,24 +4,37 @@
 #include <vector>
 
 #include "optxv/embedding.h"
-#include "support/callrows.h"
+#include "support/everykind.h"
+#include "support/optiontable.h"
+#include "support/rows.h"
 
 namespace optxv {
 namespace {
 
-const std::string definition = std::string(smalldefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
-perhaps integer.OPT 11 4 0 9 1 1 Perhaps
-say immediate Message 1 1 Say
-)";
+/// The words of a line, cut at blanks but for what stands in single quotes, as a shell has them.
+lines wordsof(const std::string& line) {
+  lines words;
+  bool quoted = false, open = false;
+  for (const char each : line) {
+    if (each == ' ' && !quoted) {
+      open = false;
+      continue;
+    }
+    if (!open) words.emplace_back();
+    open = true;
+    if (each == '\'')
+      quoted = !quoted;
+    else
+      words.back() += each;
+  }
+  return words;
+}
 
-/// Arguments as a program has them: cut at blanks; "_" at the beginning of one is a blank in it.
+/// Arguments as a program has them.
 class programarguments {
  public:
-  explicit programarguments(const std::string& words) {
-    std::istringstream in("program " + words);
-    for (std::string word; in >> word;) texts_.push_back(replaced(word, "~", " "));
-    for (std::string& text : texts_)
-      vector_.push_back(text == "''" ? texts_[0].data() + 7 : text.data());
+  explicit programarguments(const std::string& line) : texts_(wordsof("program " + line)) {
+    for (std::string& text : texts_) vector_.push_back(text.data());
     vector_.push_back(nullptr);
     count_ = static_cast<int>(texts_.size());
   }
@@ -29,9 +42,8 @@ class programarguments {
     return optxv_read_arguments(&options, &count_, vector_.data(), flags);
   }
   std::string left() const {
-    lines all(vector_.begin() + 1, vector_.begin() + count_);
     EXPECT_EQ(vector_[static_cast<std::size_t>(count_)], nullptr);
-    return joined(all, " ");
+    return joined({vector_.begin() + 1, vector_.begin() + count_}, " ");
   }
 
  private:
@@ -40,56 +52,24 @@ class programarguments {
   int count_ = 0;
 };
 
-// What is given, what stays, what is set, and the messages.
-const char* const rows =
-    R"(a -v - x=y.z.w.1! --2x in.dat >> a -v - --2x in.dat >> >> E argument 4: Unknown option 'x'
---steplim=5 in.dat --tol 1e-3  >> in.dat >> steplim=5 tol=0.001
-steplim=5 --STEPLIM 6 --stplim=7 >> >> steplim=7 >> W argument 4: deprecated synonym 'stplim'; Use steplim
---print-level=0 --print_level 1 >> >> print_level=1
---logname=a~#~!~b >> >> logname=a # ! b
---logname "a~b" >> >> logname=a b
---logname '' in.dat >> in.dat >> logname=
---logname= >> >> >> E argument 1: Value expected for key 'logname'
---logname a"b >> >> >> V argument 2: Bad double-quote in value
---steplim -- 5 >> 5 >> >> E argument 1: Value expected for key 'steplim'
---steplim --tol=1 >> >> tol=1 >> E argument 1: Value expected for key 'steplim'
---steplim -5 >> >> >> V argument 2: Integer range error for option 'steplim' saw '-5' | \
-V argument 2:    Valid range is 0 to maxint
---verbose x --verbose=1 >> x >> verbose=0 >> E argument 3: Remainder of line ignored
---scale x >> x >> scale=1
---scale off x >> x >> scale=0
---scale=off --scale >> >> scale=1
---perhaps 7 >> 7 >> perhaps=4
---perhaps=7 >> >> perhaps=7
---pair 2 3 4 >> 4 >> pair=2/3
---pair 2 --scale >> >> scale=1 pair=2/2
---pair=2~3 >> >> pair=2/3
---pair 2 x >> >> pair=2 >> V argument 3: Integer expected, for option 'pair' saw 'x'
---fast 1 --paths=/a~b --paths /c >> >> scale=1 paths=[/a b|/c]
---say=well~done --say again >> >> >> E argument 1: well done | E argument 3: again
--- --steplim=5 x >> --steplim=5 x
---setplim 5 x >> 5 x >> >> E argument 1: Unknown option 'setplim' | E argument 1:    Did you mean 'steplim'?
-x.scale=5 >> >> >> E argument 1: Unknown option 'x.scale' | E argument 1:    Did you mean 'scale'?
---rf=/no/such >> >> >> E argument 1: Cannot open parameter file '/no/such' | \
-E argument 1: Error code = 2; No such file or directory
-)";
-
 TEST(Arguments, AreTakenAsParameterTextIs) {
-  for (const lines& row : fieldsof(rows)) {
-    optiontable table(replaced(definition, "printlevel", "print_level"));
-    programarguments given(row[0]);
+  const std::string rows = rowsof("parameter/arguments.rows");
+  const std::string definition = everykind() + "print_level integer 28 1 0 9 1 1 Level\n";
+  const auto told = [&](const std::string& line) {
+    optiontable table(definition);
+    programarguments given(line);
     EXPECT_EQ(given.read(*table), optxv_ok);
-    EXPECT_EQ(joined({given.left(), table.state(), brief(table)}, " >> "),
-              joined({row[1], row[2], row[3]}, " >> "))
-        << row[0];
-  }
+    return table.told() + (given.left().empty() ? "" : "\nleft: " + given.left());
+  };
+  EXPECT_EQ(retold(rows, told), rows);
 }
 
 TEST(Arguments, ThatAreUnknownMayStay) {
-  optiontable table(definition);
+  optiontable table(everykind());
   programarguments given("--other --steplim 7 --nosuch=1 x=1");
   EXPECT_EQ(given.read(*table, optxv_arguments_keep_unknown), optxv_ok);
-  EXPECT_EQ(given.left() + table.state() + brief(table), "--other --nosuch=1 x=1steplim=7");
+  EXPECT_EQ(table.told(), "steplim=7");
+  EXPECT_EQ(given.left(), "--other --nosuch=1 x=1");
   EXPECT_EQ(given.read(*table, 2), optxv_bad_argument);
 }
 
@@ -99,7 +79,7 @@ std::string placed(const optxv_place& place) {
 }
 
 TEST(Arguments, ArePlacesOfTheirOwn) {
-  optiontable table(definition);
+  optiontable table(everykind());
   std::string told;
   optxv_listener calls = {};
   calls.size = sizeof calls;
@@ -119,7 +99,7 @@ TEST(Arguments, ArePlacesOfTheirOwn) {
     append(to, "message " + placed(e->place));
   };
   optxv_listen(&*table, &calls);
-  programarguments given("--steplim=\"5\" --tol 7");
+  programarguments given("--steplim=\"5\" --steplim 7000");
   given.read(*table);
   EXPECT_EQ(told, R"(in argument 1
 key argument 1 1:3+7
@@ -127,12 +107,12 @@ value argument 1 1:12+1
 stored argument 1 1:12+1
 out argument 1
 in argument 2
-key argument 2 1:3+3
+key argument 2 1:3+7
 out argument 2
 in argument 3
-value argument 3 1:1+1
-message argument 3 1:1+1
-message argument 3 1:1+1
+value argument 3 1:1+4
+message argument 3 1:1+4
+message argument 3 1:1+4
 out argument 3
 )");
   optxv_place place;
@@ -140,11 +120,11 @@ out argument 3
   ASSERT_EQ(optxv_value_place(&*table, table.number("steplim"), &place, &road, nullptr), 1);
   EXPECT_EQ(placed(place), "argument 1 1:12+1");
   ASSERT_EQ(optxv_message_place(&*table, 1, &place), 1);
-  EXPECT_EQ(placed(place), "argument 3 1:1+1");
+  EXPECT_EQ(placed(place), "argument 3 1:1+4");
   optxv_message message;
   ASSERT_EQ(optxv_message_info(&*table, 1, &message), optxv_ok);
   EXPECT_EQ(std::string(message.text.bytes, message.text.size),
-            "Double out of range for option \"tol\" saw \"7\"");
+            "Integer range error for option \"steplim\" saw \"7000\"");
 }
 
 }  // namespace

@@ -6,14 +6,11 @@
 
 #include "foundation/textfile.h"
 #include "optxv/embedding.h"
-#include "support/callrows.h"
+#include "support/everykind.h"
+#include "support/optiontable.h"
 
 namespace optxv {
 namespace {
-
-const std::string definition = std::string(smalldefinition) + R"(pair integer.TWO 10 1 0 9 1 1 Pair
-nb immediate NoBounds 1 1 Bounds
-)";
 
 /// All that a snapshot brings back, as text.
 std::string whole(optiontable& table) {
@@ -40,15 +37,15 @@ std::string whole(optiontable& table) {
 }
 
 const char* const values =
-    "tol 0.25\nlogname one\npair 2 3\nmethod dual\nmethod primal\nfast 0\n"
-    "paths /a\npaths /b\n--made first\nx.scale('a',*) = 2\nx.scale -1\n"
-    "rowtype e(i)$v(i) = 1\nnb 1\nsteplim -4\nnb 0";
-const char* const others[] = {"", "tol 1\nlogname other\npair 4\nverbose\nsteplim 9\nmethod auto",
-                              "paths /c\n--made again\n--later x\ny.scale 3\nrowtype f$w 0"};
+    "tol 0.25\nlogname one\nrange 2 3\nmethod dual\nmethod primal\nboth 7\n"
+    "names /a\nnames /b\n--made first\nx.scale('a',*) = 2\nx.scale -1\n"
+    "tie e(i)$v(i) = 1\nfree 1\nsteplim -4\nfree 0";
+const char* const others[] = {"", "tol 1\nlogname other\nrange 4\nscale\nsteplim 9\nmethod primal",
+                              "names /c\n--made again\n--later x\ny.scale 3\ntie f$w 0"};
 
 TEST(Snapshots, BringBackAllThatIsSet) {
   for (const std::string first : {values, ""}) {
-    optiontable table(definition);
+    optiontable table(everykind());
     table->optrecentenabledset(0);
     table.read("scale 0");  // set, but not recently
     table->optrecentenabledset(1);
