@@ -15,13 +15,15 @@
 // are its own, so that nothing runs out under one.
 namespace {
 long blocksleft = -1;
+}
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(__clang__) && \
+    defined(__GLIBC__)
+namespace {
 bool runsout() {
   if (blocksleft > 0) --blocksleft;
   return blocksleft == 0;
 }
 }  // namespace
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(__clang__) && \
-    defined(__GLIBC__)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
