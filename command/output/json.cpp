@@ -1,5 +1,7 @@
 #include "output/json.h"
 
+#include <nlohmann/json.hpp>
+
 #include "text/printable.h"
 #include "text/wording.h"
 
@@ -17,6 +19,12 @@ std::string indented(const std::string& text, std::size_t blanks) {
     if (c == '\n') result.append(blanks, ' ');
   }
   return result;
+}
+
+/// A value as text, each line after so many blanks.
+std::string jsontext(const ordered_json& value, std::size_t blanks) {
+  const std::string text = value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+  return indented(printablejson(text), blanks);
 }
 
 /// The constant of the library's message, null for the command's own findings.
@@ -101,9 +109,30 @@ class jsonreporter : public reporter {
 
 }  // namespace
 
-std::string jsontext(const ordered_json& value, std::size_t blanks) {
-  const std::string text = value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
-  return indented(printablejson(text), blanks);
+std::string jsonstring(std::string_view text) {
+  const ordered_json value = text;
+  return printablejson(value.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+}
+
+std::string jsonobject(std::initializer_list<jsonmember> members) {
+  std::string text;
+  for (const auto& [name, value] : members) {
+    if (value.empty()) continue;
+    text += text.empty() ? "{\"" : ", \"";
+    text += name;
+    text += "\": ";
+    text += value;
+  }
+  return text.empty() ? "{}" : text + '}';
+}
+
+std::string jsonlist(const std::vector<std::string>& values) {
+  std::string text;
+  for (const std::string& each : values) {
+    text += text.empty() ? "[" : ", ";
+    text += each;
+  }
+  return text.empty() ? "[]" : text + ']';
 }
 
 std::unique_ptr<reporter> makejson(std::FILE* out) {

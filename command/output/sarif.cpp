@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <nlohmann/json.hpp>
 
 #include "output/json.h"
 #include "output/textcolumns.h"
@@ -10,8 +9,6 @@
 
 namespace command {
 namespace {
-
-using nlohmann::ordered_json;
 
 constexpr std::string_view schema =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
@@ -44,36 +41,47 @@ std::string messagetext(std::string_view text) {
   return result;
 }
 
-ordered_json messageof(std::string_view text) {
-  return {{"text", messagetext(text)}};
+std::string messageof(std::string_view text) {
+  return jsonobject({{"text", jsonstring(messagetext(text))}});
 }
 
-ordered_json rulerow(const coderow& row) {
-  return {{"id", row.code},
-          {"shortDescription", messageof(row.words)},
-          {"defaultConfiguration", {{"level", severityword(row.level)}}}};
+std::string wordof(severity level) {
+  return '"' + std::string(severityword(level)) + '"';
+}
+
+std::string ruleof(const coderow& row) {
+  return jsonobject({{"id", jsonstring(row.code)},
+                     {"shortDescription", messageof(row.words)},
+                     {"defaultConfiguration", jsonobject({{"level", wordof(row.level)}})}});
+}
+
+/// A list with a line for each value, so many blanks from the margin, and two less for its end.
+std::string longlist(const std::vector<std::string>& values, std::size_t blanks) {
+  std::string text;
+  for (const std::string& each : values)
+    text += (text.empty() ? "[\n" : ",\n") + std::string(blanks, ' ') + each;
+  return text.empty() ? "[]" : text + '\n' + std::string(blanks - 2, ' ') + ']';
 }
 
 /// The files of the run in the order in which they came up.
 class artifactlist {
  public:
   /// The location of a file within the log.
-  ordered_json location(const std::string& file) {
-    const auto [row, fresh] = known_.emplace(file, rows_.size());
-    if (fresh) rows_.push_back(rowof(file));
-    return {{"uri", uriof(file)}, {"index", row->second}};
+  const std::string& location(const std::string& file) {
+    const auto known = locations_.find(file);
+    if (known != locations_.end()) return known->second;
+    const std::string uri = jsonstring(uriof(file));
+    const std::string words = file == "-" ? messageof("standard input") : "";
+    const std::string index = std::to_string(rows_.size());
+    rows_.push_back(jsonobject({{"location", jsonobject({{"uri", uri}, {"description", words}})},
+                                {"roles", "[\"analysisTarget\"]"}}));
+    return locations_[file] = jsonobject({{"uri", uri}, {"index", index}});
   }
-  const ordered_json& rows() const { return rows_; }
+  const std::vector<std::string>& rows() const { return rows_; }
 
  private:
-  static ordered_json rowof(const std::string& file) {
-    ordered_json location = {{"uri", uriof(file)}};
-    if (file == "-") location["description"] = messageof("standard input");
-    return {{"location", location}, {"roles", ordered_json::array({"analysisTarget"})}};
-  }
-
-  std::map<std::string, std::size_t> known_;
-  ordered_json rows_ = ordered_json::array();
+  std::map<std::string, std::string> locations_;
+  std::vector<std::string> rows_;
 };
 
 class sarifreporter : public reporter, private textcolumns {
@@ -93,12 +101,13 @@ class sarifreporter : public reporter, private textcolumns {
   }
 
   void begin();
-  ordered_json region(const place& where) const;
-  ordered_json location(const place& where);
-  ordered_json fixof(const hint& each);
+  std::string resultof(const finding& found);
+  std::string region(const place& where) const;
+  std::string physical(const place& where);
+  std::string fixof(const hint& each);
   bool canfix(const hint& each) const;
-  void addadditions(ordered_json& result, const finding& found);
-  ordered_json invocation(const tally& total) const;
+  std::string indexof(std::string_view code) const;
+  std::string invocation(const tally& total) const;
 
   std::FILE* out_;
   std::vector<coderow> codes_;
@@ -113,26 +122,36 @@ class sarifreporter : public reporter, private textcolumns {
 void sarifreporter::begin() {
   if (begun_) return;
   begun_ = true;
-  ordered_json rules = ordered_json::array();
-  for (const coderow& each : codes_) rules.push_back(rulerow(each));
-  const ordered_json tool = {
-      {"driver", {{"name", "optxv"}, {"version", OPTXV_COMMAND_VERSION}, {"rules", rules}}}};
-  put(out_, "{\n  \"$schema\": \"" + std::string(schema) +
-                "\",\n  \"version\": \"2.1.0\",\n  \"runs\": [\n    {\n      \"tool\": " +
-                jsontext(tool, 6).substr(6) +
-                ",\n      \"columnKind\": \"utf16CodeUnits\",\n      \"results\": [");
+  std::vector<std::string> rules;
+  for (const coderow& each : codes_) rules.push_back(ruleof(each));
+  put(out_, "{\n  \"$schema\": \"" + std::string(schema) + R"(",
+  "version": "2.1.0",
+  "runs": [
+    {
+      "tool": {
+        "driver": {
+          "name": "optxv",
+          "version": ")" OPTXV_COMMAND_VERSION R"(",
+          "rules": )" +
+                longlist(rules, 12) + R"(
+        }
+      },
+      "columnKind": "utf16CodeUnits",
+      "results": [)");
 }
 
-ordered_json sarifreporter::region(const place& where) const {
-  if (where.column == 0) return {{"startLine", where.line}};
+std::string sarifreporter::region(const place& where) const {
+  const std::string line = std::to_string(where.line);
+  if (where.column == 0) return jsonobject({{"startLine", line}});
   const unitrange range = units(where);
-  return {{"startLine", where.line}, {"startColumn", range.begin}, {"endColumn", range.end}};
+  return jsonobject({{"startLine", line},
+                     {"startColumn", std::to_string(range.begin)},
+                     {"endColumn", std::to_string(range.end)}});
 }
 
-ordered_json sarifreporter::location(const place& where) {
-  ordered_json physical = {{"artifactLocation", files_.location(where.file)}};
-  if (where.line > 0) physical["region"] = region(where);
-  return {{"physicalLocation", physical}};
+std::string sarifreporter::physical(const place& where) {
+  return jsonobject({{"artifactLocation", files_.location(where.file)},
+                     {"region", where.line > 0 ? region(where) : ""}});
 }
 
 /// Whether the edits of a hint can be told: exactly, and so that something changes.
@@ -143,67 +162,70 @@ bool sarifreporter::canfix(const hint& each) const {
   });
 }
 
-ordered_json sarifreporter::fixof(const hint& each) {
-  ordered_json changes = ordered_json::array();
-  std::map<std::string, std::size_t> known;
-  for (const edit& one : each.edits) {
-    const auto [row, fresh] = known.emplace(one.where.file, changes.size());
-    if (fresh) changes.push_back({{"artifactLocation", files_.location(one.where.file)}});
-    changes[row->second]["replacements"].push_back(
-        {{"deletedRegion", region(one.where)}, {"insertedContent", {{"text", one.text}}}});
-  }
-  return {{"description", messageof(advice(each))}, {"artifactChanges", changes}};
+std::string sarifreporter::fixof(const hint& each) {
+  std::map<std::string, std::vector<std::string>> replacements;  // by file
+  for (const edit& one : each.edits)
+    replacements[one.where.file].push_back(
+        jsonobject({{"deletedRegion", region(one.where)},
+                    {"insertedContent", jsonobject({{"text", jsonstring(one.text)}})}}));
+  std::vector<std::string> changes;
+  for (const auto& [file, rows] : replacements)
+    changes.push_back(jsonobject(
+        {{"artifactLocation", files_.location(file)}, {"replacements", jsonlist(rows)}}));
+  return jsonobject(
+      {{"description", messageof(advice(each))}, {"artifactChanges", jsonlist(changes)}});
 }
 
-/// What adds to a finding: at a place of its own, or as further lines of the message.
-void sarifreporter::addadditions(ordered_json& result, const finding& found) {
+std::string sarifreporter::indexof(std::string_view code) const {
+  const auto row = indexes_.find(code);
+  return row == indexes_.end() ? "" : std::to_string(row->second);
+}
+
+std::string sarifreporter::resultof(const finding& found) {
   std::string text = messagetext(found.text);
-  ordered_json related = ordered_json::array();
+  std::vector<std::string> related, fixes;
   for (const addition& each : additionsof(found)) {
-    if (!each.elsewhere) {
-      text += '\n' + messagetext(std::string(severityword(each.level)) + ": " + each.text);
-      continue;
-    }
-    ordered_json row = {{"id", related.size()}};
-    row.update(location(each.where));
-    row["message"] = messageof(each.text);
-    related.push_back(row);
+    if (each.elsewhere)
+      related.push_back(jsonobject({{"id", std::to_string(related.size())},
+                                    {"physicalLocation", physical(each.where)},
+                                    {"message", messageof(each.text)}}));
+    else
+      text += '\n' + std::string(severityword(each.level)) + ": " + messagetext(each.text);
   }
-  result["message"]["text"] = text;
-  result["locations"] = ordered_json::array({location(found.where)});
-  if (!related.empty()) result["relatedLocations"] = related;
+  for (const hint& each : found.hints)
+    if (canfix(each)) fixes.push_back(fixof(each));
+  const std::string location = jsonobject({{"physicalLocation", physical(found.where)}});
+  return jsonobject({{"ruleId", found.code.empty() ? "" : jsonstring(found.code)},
+                     {"ruleIndex", indexof(found.code)},
+                     {"level", wordof(found.level)},
+                     {"message", jsonobject({{"text", jsonstring(text)}})},
+                     {"locations", jsonlist({location})},
+                     {"relatedLocations", related.empty() ? "" : jsonlist(related)},
+                     {"fixes", fixes.empty() ? "" : jsonlist(fixes)}});
 }
 
 void sarifreporter::take(const finding& found) {
   if (found.level == severity::plain) return;
   begin();
-  ordered_json result = ordered_json::object();
-  const auto code = indexes_.find(found.code);
-  if (!found.code.empty()) result["ruleId"] = found.code;
-  if (code != indexes_.end()) result["ruleIndex"] = code->second;
-  result["level"] = severityword(found.level);
-  addadditions(result, found);
-  for (const hint& each : found.hints)
-    if (canfix(each)) result["fixes"].push_back(fixof(each));
-  put(out_, (results_++ > 0 ? ",\n" : "\n") + jsontext(result, 8));
+  put(out_, (results_++ > 0 ? ",\n        " : "\n        ") + resultof(found));
 }
 
-ordered_json sarifreporter::invocation(const tally& total) const {
+std::string sarifreporter::invocation(const tally& total) const {
   const int status = total.status(strict_);
-  ordered_json row = {{"executionSuccessful", status != statusunusable}, {"exitCode", status}};
-  if (total.omitted > 0) {
-    const std::string text = counted(total.omitted, "more error") + " not shown";
-    row["toolExecutionNotifications"].push_back({{"level", "note"}, {"message", messageof(text)}});
-  }
-  return row;
+  const std::string omitted = counted(total.omitted, "more error") + " not shown";
+  const std::string notification =
+      jsonobject({{"level", wordof(severity::note)}, {"message", messageof(omitted)}});
+  return jsonobject(
+      {{"executionSuccessful", status == statusunusable ? "false" : "true"},
+       {"exitCode", std::to_string(status)},
+       {"toolExecutionNotifications", total.omitted > 0 ? jsonlist({notification}) : ""}});
 }
 
 void sarifreporter::summary(const tally& total) {
   begin();
-  const ordered_json invocations = ordered_json::array({invocation(total)});
   put(out_, std::string(results_ > 0 ? "\n      " : "") +
-                "],\n      \"artifacts\": " + jsontext(files_.rows(), 6).substr(6) +
-                ",\n      \"invocations\": " + jsontext(invocations, 6).substr(6) +
+                "],\n      \"artifacts\": " + longlist(files_.rows(), 8) +
+                ",\n      \"invocations\": " + longlist({invocation(total)}, 8) +
                 "\n    }\n  ]\n}\n");
 }
 
