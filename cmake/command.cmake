@@ -7,7 +7,8 @@ list(REMOVE_ITEM command_sources ${command_main})
 add_library(optxv_command_objects OBJECT ${command_sources})
 target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # src: the classes for C++ programs
 target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
-set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPERTIES COMPILE_DEFINITIONS
+set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp
+  ${PROJECT_SOURCE_DIR}/command/output/sarif.cpp PROPERTIES COMPILE_DEFINITIONS
   OPTXV_COMMAND_VERSION="${PROJECT_VERSION}")
 optxv_precompile(optxv_command_objects)
 add_executable(optxv_command ${command_main})

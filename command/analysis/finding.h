@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -128,12 +129,15 @@ enum class ownfinding {
   namesmeet,        ///< two names that are one in a programming language
 };
 
-/// The code and the severity of such a finding.
-struct ownrule {
+/// A code with which findings are told, and what it stands for.
+struct coderow {
   std::string_view code;
-  severity level;
+  severity level;          ///< what such findings mostly are
+  std::string_view words;  ///< one sentence without the full stop
 };
-const ownrule& ruleof(ownfinding what);
+const coderow& ruleof(ownfinding what);
+/// All of these, in the order of ownfinding.
+std::span<const coderow> owncodes();
 /// A finding of that code and severity.
 finding own(ownfinding what, const place& where, std::string text);
 

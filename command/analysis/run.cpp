@@ -17,12 +17,13 @@ run::run(findingtaker take, const runparts& parts)
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, trial_, findings_),
       recordchecks_(at_, findings_),
-      hearing_(options_.handle(), listeners(parts.checks)) {}
+      hearing_(options_.handle(), listeners(parts)) {}
 
 /// What others build on comes first, and the messages of the library last.
-std::vector<listener*> run::listeners(bool checks) {
+std::vector<listener*> run::listeners(const runparts& parts) {
   std::vector<listener*> all = {&at_, &names_, &settings_, &files_, &textchecks_};
-  if (checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
+  if (parts.also != nullptr) all.insert(all.begin(), parts.also);
+  if (parts.checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
   all.push_back(&findings_);
   return all;
 }

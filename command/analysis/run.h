@@ -34,8 +34,9 @@ struct readsettings {
 
 /// What a run is for, beyond the values.
 struct runparts {
-  bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
-  bool symbols = false;  ///< keeps all declarations and mentions
+  bool checks = false;       ///< warns of what the library takes as it is, and is hardly meant
+  bool symbols = false;      ///< keeps all declarations and mentions
+  listener* also = nullptr;  ///< hears the reading too, before the findings. BORROWS: for the run
 };
 
 /// A file that was read, or that a file of the run names.
@@ -87,7 +88,7 @@ class run {
     identity given = {};  ///< of the text on level 1
   };
 
-  std::vector<listener*> listeners(bool checks);
+  std::vector<listener*> listeners(const runparts& parts);
   bool readdefinition(const readsettings& what);
   void readparameters(const std::string& file);
   const textdocument* document(const std::string& file);

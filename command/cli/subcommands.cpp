@@ -32,6 +32,9 @@ constexpr argument maxerrors{"--max-errors", "N",
                              "Show at most N errors, then how many more there are; 0 shows all",
                              &request::maxerrors};
 constexpr argument json{"--json", "", "Print JSON, for other programs", &request::json};
+constexpr argument format{
+    "--format",       "FORM", "Form of the findings: lines, json, sarif, github or gcc",
+    &request::format, false,  &json};
 constexpr argument all{"--all", "", "Show every option", &request::all};
 constexpr argument set{"--set",       "",    "Show the options that are set; the default",
                        &request::set, false, &all};
@@ -65,7 +68,7 @@ constexpr auto rows = std::to_array<subcommand>({
     {"check",
      "Report everything that is wrong with the files",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json, &format},
      {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
       "sed s/old/new/ solver.opt | optxv check solver.def -",
       "optxv check --json solver.def solver.opt | jq .summary"},

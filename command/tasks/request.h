@@ -19,8 +19,9 @@ struct request {
   bool nobounds = false;                ///< values out of bounds are taken, with a warning
 
   bool json = false;
-  bool all = false;  ///< show every option
-  bool set = false;  ///< show those that are set, which is the default
+  std::string format = "lines";  ///< of findings
+  bool all = false;              ///< show every option
+  bool set = false;              ///< show those that are set, which is the default
 
   bool write = false;  ///< over the files that were read
 

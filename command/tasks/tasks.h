@@ -8,7 +8,7 @@
 
 namespace command {
 
-/// Reads and tells everything that is found, as lines or as JSON.
+/// Reads and tells everything that is found, in one of several forms.
 int check(const request& given);
 
 /// Repairs what has one sure repair, shows the differences or writes the files, and tells what is

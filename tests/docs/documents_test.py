@@ -82,6 +82,18 @@ class Command(unittest.TestCase):
         self.assertLessEqual({'nearest', 'variable', 'unreadable'}, fields)  # it does find them
         self.assertEqual([field for field in sorted(fields) if not re.search(rf'[`"]{field}[`"]', page)], [])
 
+    def test_the_page_of_the_command_has_every_code_with_its_level(self):
+        page = (SOURCE / 'docs/command.md').read_text(encoding='utf-8')
+        rows = re.findall(r'^\| (`[^|]*) \| (error|warning|note) \| *([^|]*?) *\|$', page, re.M)
+        told = {code: (level, text) for codes, level, text in rows for code in re.findall('`([a-z-]+)`', codes)}
+        log = json.loads(printed('check --format=sarif solver.opt'))['runs'][0]['tool']['driver']['rules']
+        rules = {rule['id']: (rule['defaultConfiguration']['level'], rule['shortDescription']['text']) for rule in log}
+        self.assertEqual({code: level for code, (level, _) in told.items()}, {code: level for code, (level, _) in rules.items()})
+        faults = re.findall(r'^  optxv_fault_(\w+) = [1-9]', (SOURCE / 'include/optxv/embedding.h').read_text(encoding='utf-8'), re.M)
+        library = [code for code in rules if code.replace('-', '_') in faults]
+        self.assertEqual([code for code in library if told[code] != rules[code]], [])
+        self.assertEqual(len(library), len(faults))
+
     def test_every_example_of_the_help_has_words_that_are_taken(self):
         for row in ROWS_OF_COMMAND['subcommands']:
             names = {name for flag in row['flags'] for name in flag['names']}
