@@ -36,6 +36,7 @@ struct readsettings {
 struct runparts {
   bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
   bool symbols = false;  ///< keeps all declarations and mentions
+  bool origins = false;  ///< keeps all settings, not only the last of each option
 };
 
 /// A file that was read, or that a file of the run names.
