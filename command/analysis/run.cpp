@@ -13,6 +13,7 @@ void run::filelist::entered(const optxv_source& source) {
 
 run::run(findingtaker take, const runparts& parts)
     : names_(at_, parts.symbols),
+      settings_(options_.handle(), parts.origins),
       findings_(at_, {at_, names_, trial_}, std::move(take)),
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, trial_, findings_),

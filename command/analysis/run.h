@@ -36,6 +36,7 @@ struct readsettings {
 struct runparts {
   bool checks = false;       ///< warns of what the library takes as it is, and is hardly meant
   bool symbols = false;      ///< keeps all declarations and mentions
+  bool origins = false;      ///< keeps all settings, not only the last of each option
   listener* also = nullptr;  ///< hears the reading too, before the findings. BORROWS: for the run
 };
 

@@ -57,6 +57,14 @@ constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made i
                           &request::folder, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
                              &request::parameters, true};
+constexpr argument withorigin{"--origin", "", "Show where the values come from", &request::origin};
+constexpr argument settingwords{
+    "PARAMETERS", "",
+    "Parameter files, read in this order; - is standard input. The last "
+    "words may be names of options",
+    &request::parameters};
+constexpr argument optionnames{
+    "--name", "NAME", "Show this option alone; may be given more than once", &request::names};
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
@@ -85,10 +93,19 @@ constexpr auto rows = std::to_array<subcommand>({
     {"show",
      "Show options, values and defaults",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &all, &set, &json},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &all, &set, &withorigin, &json},
      {"optxv show solver.def solver.opt", "optxv show --all solver.def",
-      "optxv show --json solver.def solver.opt"},
+      "optxv show --origin solver.def solver.opt", "optxv show --json solver.def solver.opt"},
      show},
+    {"origin",
+     "Show where values come from, and what they overrode",
+     "A last word that is no file asks for the option of that name alone; so does --name, "
+     "whatever\n"
+     "files there are.",
+     {&definitionword, &settingwords, &tokens, &nobounds, &optionnames, &json},
+     {"optxv origin solver.def solver.opt night.opt", "optxv origin solver.def solver.opt steplim",
+      "optxv origin --json solver.def solver.opt --name steplim"},
+     origins},
     {"help",
      "Show the help that a definition holds",
      "A number asks for lists, and may be a sum: 1 by group, 2 in alphabetical order, 4 the table "

@@ -1,7 +1,5 @@
 #include "output/json.h"
 
-#include <nlohmann/json.hpp>
-
 #include "text/printable.h"
 #include "text/wording.h"
 
@@ -133,6 +131,11 @@ std::string jsonlist(const std::vector<std::string>& values) {
     text += each;
   }
   return text.empty() ? "[]" : text + ']';
+}
+
+std::string jsontext(const ordered_json& value, std::size_t blanks) {
+  const std::string text = value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+  return indented(printablejson(text), blanks);
 }
 
 std::unique_ptr<reporter> makejson(std::FILE* out) {

@@ -21,30 +21,31 @@ std::string requoted(const std::string& label) {
   return label == "*" ? label : quote + label + quote;
 }
 
-std::string dotline(const optxv::options& options, const optxv::dot_option& each) {
-  std::vector<std::string> labels;
-  for (const std::string& label : each.labels) labels.push_back(requoted(label));
-  return withlabels(each.symbol + shownname(options.handle(), each.option), labels) + " = " +
-         realtext(each.value);
-}
-
-std::string indicatorline(const optxv::indicator& each) {
-  return withlabels(each.equation, each.equation_labels) + '$' +
-         withlabels(each.variable, each.variable_labels) + " = " + std::to_string(each.mark);
-}
-
 }  // namespace
+
+entryform formof(const optxv::options& options, const optxv::dot_option& entry) {
+  std::vector<std::string> labels;
+  for (const std::string& label : entry.labels) labels.push_back(requoted(label));
+  return {withlabels(entry.symbol + shownname(options.handle(), entry.option), labels),
+          realtext(entry.value)};
+}
+
+entryform formof(const optxv::indicator& entry) {
+  return {withlabels(entry.equation, entry.equation_labels) + '$' +
+              withlabels(entry.variable, entry.variable_labels),
+          std::to_string(entry.mark)};
+}
 
 std::vector<std::string> dotlines(const optxv::options& options) {
   std::vector<std::string> lines;
   for (const optxv::dot_option& each : options.dot_options())
-    lines.push_back(dotline(options, each));
+    lines.push_back(formof(options, each).line());
   return lines;
 }
 
 std::vector<std::string> indicatorlines(const optxv::options& options) {
   std::vector<std::string> lines;
-  for (const optxv::indicator& each : options.indicators()) lines.push_back(indicatorline(each));
+  for (const optxv::indicator& each : options.indicators()) lines.push_back(formof(each).line());
   return lines;
 }
 

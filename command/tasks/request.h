@@ -23,6 +23,9 @@ struct request {
   bool all = false;              ///< show every option
   bool set = false;              ///< show those that are set, which is the default
 
+  bool origin = false;             ///< show where values come from
+  std::vector<std::string> names;  ///< of origin: options that are told of; empty for all
+
   bool write = false;  ///< over the files that were read
 
   bool strict = false;        ///< warnings count as errors for the exit status

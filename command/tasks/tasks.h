@@ -18,6 +18,9 @@ int fix(const request& given);
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.
 int show(const request& given);
 
+/// Reads and shows where the values come from, and what they overrode.
+int origins(const request& given);
+
 /// Shows the library's help: of one option, by mode, or by group if there is no topic.
 int help(const request& given);
 
