@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<ownrule, 23> rules = {{
+constexpr std::array<ownrule, 24> rules = {{
     {"unreadable", severity::error},         {"empty-file", severity::note},
     {"byte-order-mark", severity::note},     {"zero-byte", severity::warning},
     {"rest-unread", severity::warning},      {"line-cut", severity::warning},
@@ -18,9 +18,9 @@ constexpr std::array<ownrule, 23> rules = {{
     {"no-option", severity::error},          {"usermap-twice", severity::warning},
     {"no-group", severity::warning},         {"item-twice", severity::warning},
     {"boolean-default", severity::warning},  {"boolean-bounds", severity::warning},
-    {"names-meet", severity::warning},
+    {"names-meet", severity::warning},       {"not-in-schema", severity::warning},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::namesmeet)].code == "names-meet");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notinschema)].code == "not-in-schema");
 
 }  // namespace
 

@@ -126,6 +126,7 @@ enum class ownfinding {
   booleandefault,   ///< a default of a boolean that is neither 0 nor 1
   booleanbounds,    ///< numbers where a boolean has no fields for them
   namesmeet,        ///< two names that are one in a programming language
+  notinschema,      ///< what a schema cannot say
 };
 
 /// The code and the severity of such a finding.
