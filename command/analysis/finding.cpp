@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<coderow, 23> rules = {{
+constexpr std::array<coderow, 24> rules = {{
     {"unreadable", severity::error, "A file cannot be read"},
     {"empty-file", severity::note, "A file is empty"},
     {"byte-order-mark", severity::note,
@@ -36,8 +36,9 @@ constexpr std::array<coderow, 23> rules = {{
     {"boolean-bounds", severity::warning,
      "The text of a boolean begins with numbers, which are no bounds"},
     {"names-meet", severity::warning, "Two names become one in a programming language"},
+    {"not-in-schema", severity::warning, "A schema cannot say something of the definition"},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::namesmeet)].code == "names-meet");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notinschema)].code == "not-in-schema");
 
 }  // namespace
 

@@ -127,6 +127,7 @@ enum class ownfinding {
   booleandefault,   ///< a default of a boolean that is neither 0 nor 1
   booleanbounds,    ///< numbers where a boolean has no fields for them
   namesmeet,        ///< two names that are one in a programming language
+  notinschema,      ///< what a schema cannot say
 };
 
 /// A code with which findings are told, and what it stands for.

@@ -143,6 +143,13 @@ constexpr auto rows = std::to_array<subcommand>({
      {&definitionword, &output, &force},
      {"optxv include solver.def -o options.inc"},
      include},
+    {"schema",
+     "Write a JSON Schema of the settings, for editors and validators",
+     "The schema is of draft 2020-12. It is about settings as \"optxv convert --to json\" writes "
+     "them.",
+     {&definitionword, &output, &force},
+     {"optxv schema solver.def -o solver.schema.json"},
+     schema},
     {"generate",
      "Write code for programs: the options as a struct, with their numbers and enumerations",
      "The code has a field for each option with a value, its default and its help, and functions\n"

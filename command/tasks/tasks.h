@@ -36,6 +36,9 @@ int definition(const request& given);
 /// Writes the numbers of the options as an include file in Object Pascal.
 int include(const request& given);
 
+/// Writes a JSON Schema of the settings that the definition takes.
+int schema(const request& given);
+
 /// Writes code for programs that have the options, in one of several languages.
 int generate(const request& given);
 
