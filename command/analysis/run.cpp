@@ -2,6 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace command {
 
 void run::filelist::entered(const optxv_source& source) {
@@ -13,18 +16,28 @@ void run::filelist::entered(const optxv_source& source) {
 
 run::run(findingtaker take, const runparts& parts)
     : names_(at_, parts.symbols),
+<<<<<<< HEAD
       settings_(options_.handle(), parts.origins),
+=======
+      repeats_(at_, names_),
+>>>>>>> lint
       findings_(at_, {at_, names_, trial_}, std::move(take)),
       textchecks_(at_, findings_),
-      entrychecks_(at_, names_, trial_, findings_),
+      entrychecks_(at_, names_, repeats_, trial_, findings_),
       recordchecks_(at_, findings_),
       hearing_(options_.handle(), listeners(parts)) {}
 
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::listeners(const runparts& parts) {
   std::vector<listener*> all = {&at_, &names_, &settings_, &files_, &textchecks_};
+<<<<<<< HEAD
   if (parts.also != nullptr) all.insert(all.begin(), parts.also);
   if (parts.checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
+=======
+  if (parts.checks || parts.join) all.push_back(&repeats_);
+  if (parts.checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
+  if (parts.join) std::ranges::copy(parts.join(*this), std::back_inserter(all));
+>>>>>>> lint
   all.push_back(&findings_);
   return all;
 }
@@ -33,10 +46,16 @@ bool run::read(const readsettings& what) {
   options_.set_switch(optxv_switch_line_mode, !what.tokens);
   options_.set_switch(optxv_switch_no_bounds, what.nobounds);
   drafts_ = what.drafts;
+  tokens_ = what.tokens;
   if (what.tokens) entrychecks_.settokens();
   if (!readdefinition(what)) return false;
   for (const std::string& file : what.parameters) readparameters(file);
   return true;
+}
+
+void run::tell(finding found) {
+  findings_.add(std::move(found));
+  if (at_.idle()) findings_.flush();
 }
 
 tally run::total() const {

@@ -1,6 +1,7 @@
 // One run over a definition and its parameter files, with all that is found in them.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "analysis/hearing.h"
 #include "analysis/reading.h"
 #include "analysis/recordchecks.h"
+#include "analysis/repeats.h"
 #include "analysis/settings.h"
 #include "analysis/symbols.h"
 #include "analysis/textchecks.h"
@@ -32,12 +34,22 @@ struct readsettings {
   const drafttexts* drafts = nullptr;  ///< of the parameter files, if any. BORROWS: for the run
 };
 
+class run;
+
 /// What a run is for, beyond the values.
 struct runparts {
+<<<<<<< HEAD
   bool checks = false;       ///< warns of what the library takes as it is, and is hardly meant
   bool symbols = false;      ///< keeps all declarations and mentions
   bool origins = false;      ///< keeps all settings, not only the last of each option
   listener* also = nullptr;  ///< hears the reading too, before the findings. BORROWS: for the run
+=======
+  bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
+  bool symbols = false;  ///< keeps all declarations and mentions
+  /// Gives further listeners for a run, which hear each call after those of the run itself, and
+  /// before its messages become findings. BORROWS: the listeners, as long as the run lives.
+  std::function<std::vector<listener*>(run&)> join = {};
+>>>>>>> lint
 };
 
 /// A file that was read, or that a file of the run names.
@@ -71,8 +83,17 @@ class run {
   tally total() const;
   /// Names declared and used.
   symbols& names() { return names_; }
+  const symbols& names() const { return names_; }
   /// Where each option got its value.
   const settings& values() const { return settings_; }
+  /// Where the reader stands.
+  const reading& at() const { return at_; }
+  /// What the value that was stored last repeats, while a listener that has joined hears of it.
+  const repeats& again() const { return repeats_; }
+  /// Whether reads begin in the mode of many entries a line.
+  bool tokens() const { return tokens_; }
+  /// Adds a finding of a listener that has joined, or of after the read.
+  void tell(finding found);
   /// The files that were entered, in that order.
   const std::vector<enteredfile>& files() const { return files_.all; }
   /// The definition as it was read; empty if it could not be read.
@@ -101,9 +122,11 @@ class run {
   const textdocument* definition_ = nullptr;
   const drafttexts* drafts_ = nullptr;
   trial trial_;
+  bool tokens_ = false;
   reading at_;
   symbols names_;
   settings settings_;
+  repeats repeats_;
   filelist files_;
   collector findings_;
   textchecks textchecks_;
