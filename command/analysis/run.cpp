@@ -16,11 +16,8 @@ void run::filelist::entered(const optxv_source& source) {
 
 run::run(findingtaker take, const runparts& parts)
     : names_(at_, parts.symbols),
-<<<<<<< HEAD
       settings_(options_.handle(), parts.origins),
-=======
       repeats_(at_, names_),
->>>>>>> lint
       findings_(at_, {at_, names_, trial_}, std::move(take)),
       textchecks_(at_, findings_),
       entrychecks_(at_, names_, repeats_, trial_, findings_),
@@ -30,14 +27,10 @@ run::run(findingtaker take, const runparts& parts)
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::listeners(const runparts& parts) {
   std::vector<listener*> all = {&at_, &names_, &settings_, &files_, &textchecks_};
-<<<<<<< HEAD
   if (parts.also != nullptr) all.insert(all.begin(), parts.also);
-  if (parts.checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
-=======
   if (parts.checks || parts.join) all.push_back(&repeats_);
   if (parts.checks) all.insert(all.end(), {&recordchecks_, &entrychecks_});
   if (parts.join) std::ranges::copy(parts.join(*this), std::back_inserter(all));
->>>>>>> lint
   all.push_back(&findings_);
   return all;
 }

@@ -38,18 +38,13 @@ class run;
 
 /// What a run is for, beyond the values.
 struct runparts {
-<<<<<<< HEAD
   bool checks = false;       ///< warns of what the library takes as it is, and is hardly meant
   bool symbols = false;      ///< keeps all declarations and mentions
   bool origins = false;      ///< keeps all settings, not only the last of each option
-  listener* also = nullptr;  ///< hears the reading too, before the findings. BORROWS: for the run
-=======
-  bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
-  bool symbols = false;  ///< keeps all declarations and mentions
+  listener* also = nullptr;  ///< hears each call before all others do. BORROWS: for the run
   /// Gives further listeners for a run, which hear each call after those of the run itself, and
   /// before its messages become findings. BORROWS: the listeners, as long as the run lives.
   std::function<std::vector<listener*>(run&)> join = {};
->>>>>>> lint
 };
 
 /// A file that was read, or that a file of the run names.
