@@ -10,7 +10,7 @@ namespace command {
 /// One line per subcommand, for users who gave none.
 std::string shortlist();
 
-/// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o FOLDER`.
+/// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o TARGET`.
 std::string usage(const subcommand& row);
 
 /// What follows the flags in the help of a subcommand: its further sentences, examples, and the

@@ -53,8 +53,14 @@ constexpr argument prefix{"--prefix", "NAME",
 constexpr argument embed{"--embed", "",
                          "Put the definition's text into the code, with a function that reads it",
                          &request::embed};
-constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made if there is none",
-                          &request::folder, true};
+constexpr argument markdown{"--markdown", "", "Write one file in Markdown instead of a page",
+                            &request::markdown};
+constexpr argument man{"--man",       "",    "Write a manual page for section 5",
+                       &request::man, false, &markdown};
+constexpr argument target{
+    "-o,--output", "TARGET",
+    "Folder of the page, made if there is none; with --markdown or --man, the file",
+    &request::target, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
                              &request::parameters, true};
 constexpr argument withorigin{"--origin", "", "Show where the values come from", &request::origin};
@@ -160,10 +166,11 @@ constexpr auto rows = std::to_array<subcommand>({
       "optxv generate solver.def --lang fortran --prefix slv -o slv_options.f90"},
      generate},
     {"reference",
-     "Write a reference of the options for a browser, with a search box",
+     "Write a reference of the options: a page with a search box, Markdown, or a manual page",
      "The page is index.html in that folder.",
-     {&definitionword, &folder, &force},
-     {"optxv reference solver.def -o site"},
+     {&definitionword, &target, &markdown, &man, &force},
+     {"optxv reference solver.def -o site", "optxv reference solver.def --markdown -o options.md",
+      "optxv reference solver.def --man -o solver.5 && man ./solver.5"},
      reference},
     {"api",
      "Show the library's version and the signatures of its functions",

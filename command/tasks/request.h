@@ -38,9 +38,11 @@ struct request {
   std::string prefix;  ///< of the names in it; empty for one made of the definition's
   bool embed = false;  ///< the definition's text becomes part of it
 
-  std::string output;  ///< file to write; empty for standard output
-  std::string folder;  ///< to write into
-  bool force = false;  ///< deliver in spite of errors, and over a file that was read
+  std::string output;     ///< file to write; empty for standard output
+  std::string target;     ///< of reference: the folder of the page, or the file of another form
+  bool markdown = false;  ///< the form is Markdown
+  bool man = false;       ///< the form is a manual page
+  bool force = false;     ///< deliver in spite of errors, and over a file that was read
 };
 
 /// The part of a request that is about reading.

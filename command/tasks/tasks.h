@@ -42,7 +42,8 @@ int schema(const request& given);
 /// Writes code for programs that have the options, in one of several languages.
 int generate(const request& given);
 
-/// Writes the reference page index.html into a folder, which is made if there is none.
+/// Writes the reference: the page index.html into a folder, which is made if there is none, or a
+/// file of another form.
 int reference(const request& given);
 
 /// Shows version, build and signatures of the library's functions.

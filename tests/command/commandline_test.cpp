@@ -45,8 +45,8 @@ TEST_F(Commandline, WordsThatAskForText) {
       {"--version", 0, version, ""},
       {"-h", 0, "Check, show, rewrite and document", ""},
       {"reference --help", 0,
-       "Write a reference of the options for a browser, with a search box\n"
-       "Usage: optxv reference DEFINITION -o FOLDER [FLAGS]\n\nWords:\n  DEFINITION   ",
+       "Write a reference of the options: a page with a search box, Markdown, or a manual page\n"
+       "Usage: optxv reference DEFINITION -o TARGET [FLAGS]\n\nWords:\n  DEFINITION   ",
        ""},
       {"--help >/dev/full", 2, "",
        "optxv: error: standard output: cannot be written: No space left"},
