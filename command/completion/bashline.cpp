@@ -74,6 +74,7 @@ void linereader::endword() {
   if (!inword_) return;
   if (!result_.redirected) result_.words.push_back(word_);
   word_.clear();
+  result_.kept = 0;
   inword_ = result_.redirected = false;
 }
 
@@ -83,6 +84,7 @@ void linereader::redirect() {
     word_.clear();
   else
     endword();
+  result_.kept = 0;
   inword_ = false;
   result_.redirected = true;
   while (next_ < line_.size() && isone("<>&|", line_[next_])) next_++;

@@ -8,7 +8,6 @@
 
 #include "text/document.h"
 #include "text/names.h"
-#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -36,8 +35,9 @@ std::string textof(const std::string& file) {
 
 // --- Values
 
-candidate value(const std::string& word, const std::string& help, bool standard) {
-  return {word, standard ? (help.empty() ? "default" : help + " (default)") : help};
+candidate value(std::string_view word, std::string_view text, bool standard) {
+  const std::string help(text);
+  return {std::string(word), standard ? (help.empty() ? "default" : help + " (default)") : help};
 }
 
 bool isboolean(const optionfacts& option) {
@@ -93,10 +93,10 @@ std::vector<candidate> optioncandidates::names(std::string_view typed) const {
   rankednames all;
   for (const optionfacts& option : table_.options) {
     all.add(option.listed() && !option.deprecated && !option.obsolete,
-            {option.tablename, printableline(option.help)});
+            {option.tablename, option.help});
     for (const synonymfacts& each : option.synonyms)
       all.add(option.listed() && !each.deprecated && !each.obsolete,
-              {withunderscores(each.name), "synonym for " + printableline(option.tablename)});
+              {withunderscores(each.name), "synonym for " + option.tablename});
   }
   return all.beginning(typed, likeness::values);
 }
@@ -112,10 +112,10 @@ optioncandidates::rankednames optioncandidates::settings(bool dashed) const {
       if (isargumentname(name))
         all.add(first && option.listed(), {name + (alone ? "" : "="), text});
     };
-    add(!option.deprecated && !option.obsolete, option.tablename, printableline(option.help));
+    add(!option.deprecated && !option.obsolete, option.tablename, option.help);
     for (const synonymfacts& each : option.synonyms)
       add(!each.deprecated && !each.obsolete, withunderscores(each.name),
-          "synonym for " + printableline(option.tablename));
+          "synonym for " + option.tablename);
   }
   return all;
 }
@@ -137,8 +137,8 @@ std::vector<candidate> optioncandidates::values(const optionfacts& option) const
   std::vector<candidate> all;
   if (!option.values.empty()) {
     for (const optxv::item& each : options_.items(number))
-      all.push_back(value(std::string(each.text), printableline(each.help),
-                          option.hasdefault && samename(each.text, standard)));
+      all.push_back(
+          value(each.text, each.help, option.hasdefault && samename(each.text, standard)));
     return all;
   }
   const bool bounded = !option.low.empty() && !option.high.empty();

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "completion/bashline.h"
+#include "text/printable.h"
 
 namespace command {
 namespace {
@@ -35,7 +36,7 @@ std::string plainanswer(std::span<const std::string> handed, const offermaker& f
     return std::string(wordof(found.otherwise)) + '\t' + found.before + '\n';
   std::string text = "words\n";
   for (const candidate& each : found.candidates)
-    text += each.word + (each.text.empty() ? "" : '\t' + each.text) + '\n';
+    text += each.word + (each.text.empty() ? "" : '\t' + printableline(each.text)) + '\n';
   return text;
 }
 

@@ -100,12 +100,15 @@ TEST_F(Complete, OffersTheOptionsOfAProgram) {
 
 /// A line, of which bash replaces what follows |, and the replies.
 TEST_F(Complete, AnswersBashInItsOwnWriting) {
-  save("o.def", "g group 1 1 G\nt enumstr 1 a 1 1 T\n \"x y:z'!\" 1 x\n \"x-\" 1 x\n");
-  const std::pair<string, string> rows[] = {
-      {R"(p t=|x\ )", R"(x\ y:z\'\!)"},    {R"(p t=x\ y:|)", R"(z\'\!)"},
-      {R"(p "|t=x )", R"(t=x y:z'"'!'")"}, {R"(p '|t=x )", R"(t=x y:z'\''!)"},
-      {R"(p t="|x )", R"(x y:z'"'!'")"},   {R"(p a"b\"" 2>"t"=x t=|x\ )", R"(x\ y:z\'\!)"},
-      {R"(p t=|x\)", "x\\ y:z\\'\\!\nx-"}};
+  save("o.def", "g group 1 1 G\nt enumstr 1 a 1 1 T\n a 1\n \"x y:z'!\" 1 x\n \"x-\" 1 x\n");
+  const std::pair<string, string> rows[] = {{R"(p t=|x\ )", R"(x\ y:z\'\!)"},
+                                            {R"(p t=x\ y:|)", R"(z\'\!)"},
+                                            {R"(p "|t=x )", R"(t=x y:z'"'!'")"},
+                                            {R"(p '|t=x )", R"(t=x y:z'\''!)"},
+                                            {R"(p t="|x )", R"(x y:z'"'!'")"},
+                                            {R"(p a"b\"" 2>"t"=x t=|x\ )", R"(x\ y:z\'\!)"},
+                                            {R"(p 12345|6 t=)", "t=a\nt=x\\ y:z\\'\\!\nt=x-"},
+                                            {R"(p t=|x\)", "x\\ y:z\\'\\!\nx-"}};
   for (const auto& [line, replies] : rows) {
     const std::size_t bar = line.find('|');
     save("line", line.substr(0, bar) + line.substr(bar + 1));

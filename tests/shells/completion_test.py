@@ -66,6 +66,8 @@ TYPED = [
     ('prog "text=a\tx', ['text=a b', 'x']),
     ("prog 'text=b\tx", ["text=b'c", 'x']),
     ('prog "text=k\tx', ['text=k!l', 'x']),
+    ('prog "text=zü\tx', ['text=zü', 'x']),
+    ('prog log_file=zü text=e:f\tx', ['log_file=zü', 'text=e:f:g', 'x']),
     ('prog "text=d\tx', ['text=d`id`', 'x']),
     ('prog "text=c\tx', ['text=c$HOME', 'x']),
     ("prog --text 'm\tx", ['--text', 'm\\n', 'x']),
@@ -90,6 +92,9 @@ TYPED = [
     ('optxv help none tim\tx', ['help', 'none', 'timx']),
     ('optxv help /dev/zero tim\tx', ['help', '/dev/zero', 'timx']),
 ]
+# fish does not tell which of the words are redirections.
+REDIRECTED = [('optxv help 2>/dev/null s.def time_l\tx', ['help', 's.def', 'time_limit', 'x']),
+              ('prog >/dev/null tim\t5', ['time_limit=5'])]
 # What is typed, and what is then to be seen.
 SHOWN = {'zsh': [('prog method=\t', ('primal', '-- Primal simplex', 'Chosen by size (default)')),
                  ('optxv ch\b\bf\b\t', ('-- Report everything', '-- Repair what'))],
@@ -183,7 +188,7 @@ class Completion(unittest.TestCase):
         prepare(folder)
         shell = Shell(name, folder)
         self.addCleanup(shell.close)
-        for line, wanted in TYPED:
+        for line, wanted in TYPED + (REDIRECTED if name != 'fish' else []):
             with self.subTest(name, line=line):
                 wanted = [word.format(home=folder) if '{home}' in word else word for word in wanted]
                 self.assertEqual(shell.run(line)[0], wanted)
