@@ -17,9 +17,13 @@ add_executable(optxv::command ALIAS optxv_command)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)
 set_target_properties(optxv_command PROPERTIES BUILD_RPATH_USE_ORIGIN ON)  # where it is built is no part of it
 if(NOT CMAKE_CROSSCOMPILING)
-  set(command_completion ${PROJECT_BINARY_DIR}/optxv.bash)
-  add_custom_command(TARGET optxv_command POST_BUILD COMMAND optxv_command --completion > ${command_completion}
-                     BYPRODUCTS ${command_completion} VERBATIM)
+  set(command_completions ${PROJECT_BINARY_DIR}/completions)
+  file(MAKE_DIRECTORY ${command_completions})
+  foreach(shell bash zsh fish)
+    add_custom_command(TARGET optxv_command POST_BUILD
+                       COMMAND optxv_command complete ${shell} > ${command_completions}/optxv.${shell}
+                       BYPRODUCTS ${command_completions}/optxv.${shell} VERBATIM)
+  endforeach()
 endif()
 foreach(target optxv_command_objects optxv_command)
   optxv_warnings(${target})

@@ -1,5 +1,8 @@
 #include "cli/subcommands.h"
 
+#include "cli/completing.h"
+#include "code/languages.h"
+#include "completion/shells.h"
 #include "tasks/tasks.h"
 
 namespace command {
@@ -9,8 +12,7 @@ constexpr argument versionflag{
     "-V,--version", "", "Show the version of the command and of the library", {}};
 constexpr argument listflag{
     "--subcommands", "", "Print what the subcommands take as JSON, for other programs", {}};
-constexpr argument completionflag{
-    "--completion", "", "Print a script that completes the words of the command in bash", {}};
+constexpr argument completionflag{"--completion", "", "Print what complete bash prints", {}};
 
 namespace {
 
@@ -45,8 +47,8 @@ constexpr argument output{
     "-o,--output", "FILE",
     "File to write instead of standard output; the old one stays until the new one is whole",
     &request::output};
-constexpr argument lang{"--lang", "LANG", "Language of the code: c, c++, python, fortran or pascal",
-                        &request::lang, true};
+constexpr argument lang{"--lang", "LANG",  "Language of the code", &request::lang,
+                        true,     nullptr, languagenames};
 constexpr argument prefix{"--prefix", "NAME",
                           "Word that the names in the code begin with; else that of the definition",
                           &request::prefix};
@@ -77,6 +79,17 @@ constexpr argument overwrite{"--write", "",
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
+
+constexpr argument shellword{
+    "SHELL", "", "Shell that the script is for", &request::shell, true, nullptr, shellnames};
+constexpr argument handedwords{"WORDS", "",
+                               "What the script hands over, after --, to be told what to offer",
+                               &request::handed};
+constexpr argument host{"--host", "NAME", "Complete the words of this program, not of optxv",
+                        &request::host};
+constexpr argument hostdefinition{"--definition", "FILE",
+                                  "Definition of the options that the program takes as arguments",
+                                  &request::definition};
 
 constexpr auto rows = std::to_array<subcommand>({
     {"check",
@@ -172,6 +185,15 @@ constexpr auto rows = std::to_array<subcommand>({
      {"optxv reference solver.def -o site", "optxv reference solver.def --markdown -o options.md",
       "optxv reference solver.def --man -o solver.5 && man ./solver.5"},
      reference},
+    {"complete",
+     "Print a script that lets a shell complete the words of optxv, or of a program",
+     "Names and values of options come from the definition that the line names, or that of the\n"
+     "program, as it is when TAB is pressed.",
+     {&shellword, &handedwords, &host, &hostdefinition},
+     {"source <(optxv complete bash)", "source <(optxv complete zsh)",
+      "optxv complete fish | source",
+      "source <(optxv complete bash --host solver --definition solver.def)"},
+     complete},
     {"api",
      "Show the library's version and the signatures of its functions",
      "",
@@ -194,6 +216,32 @@ std::vector<std::string> namesof(const argument& row) {
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return names;
+}
+
+valuekind argument::valueis() const {
+  struct row {
+    std::string_view word;
+    valuekind kind;
+  };
+  static constexpr auto words = std::to_array<row>({{"DEFINITION", valuekind::file},
+                                                    {"PARAMETERS", valuekind::file},
+                                                    {"FILE", valuekind::file},
+                                                    {"FOLDER", valuekind::folder},
+                                                    {"REQUEST", valuekind::option}});
+  const auto found = std::ranges::find(words, isflag() ? value : names, &row::word);
+  return found == words.end() ? valuekind::text : found->kind;
+}
+
+std::string listed(std::span<const std::string_view> words) {
+  std::string text;
+  for (std::size_t i = 0; i < words.size(); i++)
+    text += (i == 0 ? "" : i + 1 == words.size() ? " or " : ", ") + std::string(words[i]);
+  return text;
+}
+
+std::string helpof(const argument& row) {
+  const std::string help(row.help);
+  return row.choices().empty() ? help : help + ": " + listed(row.choices());
 }
 
 }  // namespace command

@@ -34,9 +34,13 @@ struct request {
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 
-  std::string lang;    ///< of generate: the language of the code
+  std::string lang;    ///< of generate: the name of a language
   std::string prefix;  ///< of the names in it; empty for one made of the definition's
   bool embed = false;  ///< the definition's text becomes part of it
+
+  std::string shell;                ///< of complete: the name of one that it knows
+  std::string host;                 ///< of complete: the program whose words are completed
+  std::vector<std::string> handed;  ///< of complete: what a shell's script asks about
 
   std::string output;     ///< file to write; empty for standard output
   std::string target;     ///< of reference: the folder of the page, or the file of another form

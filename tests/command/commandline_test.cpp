@@ -54,22 +54,6 @@ TEST_F(Commandline, WordsThatAskForText) {
   for (const row& each : rows) expect(each);
 }
 
-TEST_F(Commandline, BashCompletesTheLastWord) {
-  const std::pair<std::string, std::string> rows[] = {{"optxv ch", "check\n"},
-                                                      {"optxv check --st", "--strict\n"},
-                                                      {"optxv write --f", "--force\n"},
-                                                      {"optxv show --fo", ""},
-                                                      {"optxv check s", ""}};
-  save("complete", run("--completion").out);
-  for (const auto& [line, offered] : rows) {
-    save("try", "source ./complete\nCOMP_WORDS=(" + line +
-                    ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_optxv optxv " +
-                    line.substr(line.rfind(' ') + 1) +
-                    "\nprintf '%s\\n' \"${COMPREPLY[@]}\" | grep .\n");
-    EXPECT_EQ(run("-V; bash ./try >.out").out, offered) << line;
-  }
-}
-
 TEST_F(Commandline, WrongWordsGetTheNearest) {
   const row rows[] = {
       wrong("polish s.def", "no subcommand is called \"polish\"", "see optxv --help"),
@@ -84,6 +68,10 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
       wrong("--json show s.def", "optxv has no flag \"--json\"",
             "it is a flag of check, show, origin and api, and must come after the subcommand"),
       wrong("html s.def one", "one word too many: \"one\"", "see optxv html --help"),
+      wrong("generate s.def --lang ada", "--lang cannot be \"ada\"",
+            "it is c, c++, python, fortran or pascal"),
+      wrong("generate s.def --lang ''", "--lang cannot be \"\"",
+            "it is c, c++, python, fortran or pascal"),
       wrong("check", "DEFINITION is required", "see optxv check --help"),
       wrong("reference s.def", "--output is required", "see optxv reference --help"),
       wrong("show --all --set s.def", "--all excludes --set", "see optxv show --help"),
