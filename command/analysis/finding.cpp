@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<ownrule, 24> rules = {{
+constexpr std::array<ownrule, 29> rules = {{
     {"unreadable", severity::error},         {"empty-file", severity::note},
     {"byte-order-mark", severity::note},     {"zero-byte", severity::warning},
     {"rest-unread", severity::warning},      {"line-cut", severity::warning},
@@ -19,8 +19,11 @@ constexpr std::array<ownrule, 24> rules = {{
     {"no-group", severity::warning},         {"item-twice", severity::warning},
     {"boolean-default", severity::warning},  {"boolean-bounds", severity::warning},
     {"names-meet", severity::warning},       {"not-in-schema", severity::warning},
+    {"bad-json", severity::error},           {"no-member", severity::error},
+    {"member-twice", severity::error},       {"wrong-value", severity::error},
+    {"not-expressible", severity::error},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::notinschema)].code == "not-in-schema");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notexpressible)].code == "not-expressible");
 
 }  // namespace
 

@@ -127,6 +127,11 @@ enum class ownfinding {
   booleanbounds,    ///< numbers where a boolean has no fields for them
   namesmeet,        ///< two names that are one in a programming language
   notinschema,      ///< what a schema cannot say
+  badjson,          ///< a text that is no JSON
+  nomember,         ///< a member of settings that is no option
+  membertwice,      ///< one that is there twice
+  wrongvalue,       ///< a value of another type than the option's
+  notexpressible,   ///< a value that the form to be written cannot hold
 };
 
 /// The code and the severity of such a finding.

@@ -1,36 +1,23 @@
 #include "tasks/entryforms.h"
 
-#include <array>
-#include <charconv>
-
+#include "exchange/entrytext.h"
 #include "text/printable.h"
 #include "text/wording.h"
 
 namespace command {
 namespace {
 
-std::string withlabels(const std::string& symbol, const std::vector<std::string>& labels) {
-  std::string list;
-  for (const std::string& label : labels) list += (list.empty() ? "(" : ",") + printable(label);
-  return printable(symbol) + list + (list.empty() ? "" : ")");
-}
-
-/// A star stands for all labels, and has no quotes.
-std::string requoted(const std::string& label) {
-  const char quote = label.find('\'') == label.npos ? '\'' : '"';
-  return label == "*" ? label : quote + label + quote;
-}
-
 std::string dotline(const optxv::options& options, const optxv::dot_option& each) {
   std::vector<std::string> labels;
-  for (const std::string& label : each.labels) labels.push_back(requoted(label));
-  return withlabels(each.symbol + shownname(options.handle(), each.option), labels) + " = " +
-         realtext(each.value);
+  for (const std::string& label : each.labels) labels.push_back(quotedlabel(label));
+  return printable(withlabels(each.symbol + shownname(options.handle(), each.option), labels)) +
+         " = " + realtext(each.value);
 }
 
 std::string indicatorline(const optxv::indicator& each) {
-  return withlabels(each.equation, each.equation_labels) + '$' +
-         withlabels(each.variable, each.variable_labels) + " = " + std::to_string(each.mark);
+  return printable(withlabels(each.equation, each.equation_labels) + '$' +
+                   withlabels(each.variable, each.variable_labels)) +
+         " = " + std::to_string(each.mark);
 }
 
 }  // namespace
@@ -46,12 +33,6 @@ std::vector<std::string> indicatorlines(const optxv::options& options) {
   std::vector<std::string> lines;
   for (const optxv::indicator& each : options.indicators()) lines.push_back(indicatorline(each));
   return lines;
-}
-
-std::string realtext(double value) {
-  std::array<char, 32> text{};
-  const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-  return {text.data(), result.ptr};
 }
 
 }  // namespace command

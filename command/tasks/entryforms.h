@@ -14,7 +14,4 @@ namespace command {
 std::vector<std::string> dotlines(const optxv::options& options);
 std::vector<std::string> indicatorlines(const optxv::options& options);
 
-/// The shortest text that reads as that number.
-std::string realtext(double value);
-
 }  // namespace command
