@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<coderow, 24> rules = {{
+constexpr std::array<coderow, 29> rules = {{
     {"unreadable", severity::error, "A file cannot be read"},
     {"empty-file", severity::note, "A file is empty"},
     {"byte-order-mark", severity::note,
@@ -37,8 +37,13 @@ constexpr std::array<coderow, 24> rules = {{
      "The text of a boolean begins with numbers, which are no bounds"},
     {"names-meet", severity::warning, "Two names become one in a programming language"},
     {"not-in-schema", severity::warning, "A schema cannot say something of the definition"},
+    {"bad-json", severity::error, "A text is not JSON, or not the JSON of settings"},
+    {"no-member", severity::error, "A member of the settings is no option"},
+    {"member-twice", severity::error, "A member of the settings stands there twice"},
+    {"wrong-value", severity::error, "A value of the settings is not one of its option"},
+    {"not-expressible", severity::error, "A value cannot be written in the other form"},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::notinschema)].code == "not-in-schema");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notexpressible)].code == "not-expressible");
 
 }  // namespace
 

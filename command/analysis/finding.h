@@ -128,6 +128,11 @@ enum class ownfinding {
   booleanbounds,    ///< numbers where a boolean has no fields for them
   namesmeet,        ///< two names that are one in a programming language
   notinschema,      ///< what a schema cannot say
+  badjson,          ///< a text that is no JSON
+  nomember,         ///< a member of settings that is no option
+  membertwice,      ///< one that is there twice
+  wrongvalue,       ///< a value of another type than the option's
+  notexpressible,   ///< a value that the form to be written cannot hold
 };
 
 /// A code with which findings are told, and what it stands for.

@@ -58,6 +58,15 @@ tally run::total() const {
   return total;
 }
 
+void run::readmade(const std::string& name, std::string_view text) {
+  finish(name, options_.read_text(name, text).status);
+}
+
+void run::add(finding found) {
+  findings_.add(std::move(found));
+  findings_.flush();
+}
+
 void run::readdefinition(optxv::options& into) const {
   if (definition_ != nullptr) into.read_definition_text(definition_->name(), definition_->text());
 }

@@ -95,6 +95,12 @@ class run {
   std::string_view definitiontext() const {
     return definition_ == nullptr ? std::string_view() : definition_->text();
   }
+
+  /// For a task that makes parameter text of something else, after read(): a file of the run, nil
+  /// if it cannot be read, which is told; the text that was made of it; and what was found wrong.
+  const textdocument* open(const std::string& file) { return document(file); }
+  void readmade(const std::string& name, std::string_view text);
+  void add(finding found);
   /// Reads the definition of the run into another option set, which then has the defaults.
   void readdefinition(optxv::options& into) const;
 

@@ -73,6 +73,11 @@ constexpr argument settingwords{
     &request::parameters};
 constexpr argument optionnames{
     "--name", "NAME", "Show this option alone; may be given more than once", &request::names};
+constexpr argument convertedword{"FILE", "", "File to convert; - is standard input", &request::file,
+                                 true};
+constexpr argument to{"--to", "FORM", "Form to write: json or parameters", &request::to, true};
+constexpr argument every{"--all", "", "Write every option, by its default where it is not set",
+                         &request::all};
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
@@ -162,6 +167,14 @@ constexpr auto rows = std::to_array<subcommand>({
      {&definitionword, &output, &force},
      {"optxv include solver.def -o options.inc"},
      include},
+    {"convert",
+     "Write a parameter file as JSON, or JSON as a parameter file",
+     "JSON is what \"optxv schema\" describes. Values come through as they are, bit for bit; what "
+     "the\nother form cannot hold is an error.",
+     {&definitionword, &convertedword, &to, &tokens, &nobounds, &every, &output, &force},
+     {"optxv convert solver.def solver.opt --to json -o solver.json",
+      "optxv convert solver.def solver.json --to parameters"},
+     convert},
     {"schema",
      "Write a JSON Schema of the settings, for editors and validators",
      "The schema is of draft 2020-12. It is about settings as \"optxv convert --to json\" writes "

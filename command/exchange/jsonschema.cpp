@@ -257,7 +257,7 @@ ordered_json tableschema::properties() const {
   ordered_json all = {{schemamember, {{"type", "string"}}}};
   for (const optxv::option& each : table_.table())
     if (formof(each) != memberform::none)
-      all[std::string(each.name)] = optionschema(table_, each, tell_).member();
+      addmember(all, each.name, optionschema(table_, each, tell_).member());
   if (ordered_json dots = dotoptions(); !dots.is_null()) all[dotmember] = std::move(dots);
   if (indicators_) all[indicatormember] = indicatorschema();
   return all;

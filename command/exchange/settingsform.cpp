@@ -32,6 +32,10 @@ bool isutf8(std::string_view text) {
   return true;
 }
 
+void addmember(ordered_json& object, std::string_view name, ordered_json value) {
+  object.get_ref<ordered_json::object_t&>().emplace_back(std::string(name), std::move(value));
+}
+
 std::string jsontext(const ordered_json& value) {
   return printablejson(value.dump(2, ' ', false, ordered_json::error_handler_t::replace)) + '\n';
 }

@@ -50,6 +50,9 @@ inline constexpr int mostlabels = 20, longestidentifier = 63;
 /// Whether a text is good UTF-8, as all of JSON is.
 bool isutf8(std::string_view text);
 
+/// Adds a member at the end, without a look at those before it.
+void addmember(ordered_json& object, std::string_view name, ordered_json value);
+
 /// JSON as it is written, in lines. What is no UTF-8 becomes the character for that.
 std::string jsontext(const ordered_json& value);
 

@@ -22,7 +22,4 @@ entryform formof(const optxv::indicator& entry);
 std::vector<std::string> dotlines(const optxv::options& options);
 std::vector<std::string> indicatorlines(const optxv::options& options);
 
-/// The shortest text that reads as that number.
-std::string realtext(double value);
-
 }  // namespace command

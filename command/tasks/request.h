@@ -34,6 +34,9 @@ struct request {
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 
+  std::string file;  ///< of convert: the file to read
+  std::string to;    ///< the form to write
+
   std::string lang;    ///< of generate: the name of a language
   std::string prefix;  ///< of the names in it; empty for one made of the definition's
   bool embed = false;  ///< the definition's text becomes part of it

@@ -36,6 +36,9 @@ int definition(const request& given);
 /// Writes the numbers of the options as an include file in Object Pascal.
 int include(const request& given);
 
+/// Writes a parameter file as JSON, or settings in JSON as a parameter file.
+int convert(const request& given);
+
 /// Writes a JSON Schema of the settings that the definition takes.
 int schema(const request& given);
 
