@@ -29,6 +29,7 @@ struct argument {
   field into;
   bool required = false;
   const argument* excludes = nullptr;  ///< one that may not be given with it
+  bool commas = false;  ///< a value is a list with commas; the next word is none of it
 
   constexpr bool isflag() const { return names.starts_with('-'); }
   constexpr bool ismany() const {
