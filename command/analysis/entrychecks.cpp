@@ -113,7 +113,8 @@ void entrychecks::checkagain(const optxv_store& store) {
           "the option " + inquotes(names_.option(store.option).name) + " is set again" + by);
   found.notes.push_back({"it was set here before", again->first});
   if (again->through == 0)
-    found.hints.push_back(ascomment(again->first, tokens_ || names_.modeswitched()));
+    found.hints.push_back(ascomment("make the first a comment: it has no effect", again->first,
+                                    tokens_ || names_.modeswitched()));
   findings_.add(std::move(found));
 }
 

@@ -58,8 +58,8 @@ void repeats::stored(const optxv_store& store) {
   last.where = store.place;
 }
 
-hint ascomment(place entry, bool manyaline) {
-  hint result = {.words = "make the first a comment: it has no effect"};
+hint ascomment(std::string words, place entry, bool manyaline) {
+  hint result = {.words = std::move(words)};
   if (manyaline) return result;
   entry.column = 1;
   entry.length = 0;

@@ -60,6 +60,6 @@ class repeats : public listener {
 };
 
 /// What makes an entry without effect a comment: sure, unless its line may have other entries.
-hint ascomment(place entry, bool manyaline);
+hint ascomment(std::string words, place entry, bool manyaline);
 
 }  // namespace command

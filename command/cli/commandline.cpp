@@ -62,6 +62,7 @@ CLI::Option* add(CLI::App& app, const argument& row, request& given) {
   };
   CLI::Option* option = std::visit(bound, row.into);
   if (std::holds_alternative<std::size_t request::*>(row.into)) option->check(notcount);
+  if (row.commas) option->delimiter(',')->allow_extra_args(false);
   return option->type_name(std::string(row.value))->required(row.required)->group("Flags");
 }
 

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "completion/shells.h"
+#include "lint/rules.h"
 #include "optxv/optxv.h"
 #include "text/wording.h"
 
@@ -100,7 +101,12 @@ std::string rowsjson() {
                     {"words", chosen(row.arguments(), false)},
                     {"flags", chosen(row.arguments(), true)},
                     {"examples", row.examples()}});
-  const ordered_json all = {{"subcommands", rows}, {"flags", chosen(commonflags, true)}};
+  ordered_json rules = ordered_json::array();
+  for (const lintrule& row : lintrules())
+    rules.push_back(
+        {{"code", row.code}, {"severity", severityword(row.level)}, {"help", row.sentence}});
+  const ordered_json all = {
+      {"subcommands", rows}, {"flags", chosen(commonflags, true)}, {"rules", rules}};
   return all.dump(2) + '\n';
 }
 

@@ -81,6 +81,24 @@ constexpr argument every{"--all", "", "Write every option, by its default where 
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
+constexpr argument select{"--select",
+                          "CODES",
+                          "Apply only these rules: codes or what they begin with, "
+                          "with commas between",
+                          &request::select,
+                          false,
+                          nullptr,
+                          true};
+constexpr argument ignore{
+    "--ignore", "CODES", "Do not apply these rules, written likewise", &request::ignore, false,
+    nullptr,    true};
+constexpr argument lintrepairs{"--lint",
+                               "CODES",
+                               "Also repair what these rules of lint find, where that is sure",
+                               &request::lint,
+                               false,
+                               nullptr,
+                               true};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -110,10 +128,20 @@ constexpr auto rows = std::to_array<subcommand>({
      "What would change is shown as a difference that patch takes. The exit status is that of "
      "what\n"
      "is left.",
-     {&definitionword, &filewords, &tokens, &nobounds, &overwrite},
+     {&definitionword, &filewords, &tokens, &nobounds, &overwrite, &lintrepairs},
      {"optxv fix solver.def solver.opt", "optxv fix --write solver.def *.opt",
-      "optxv fix solver.def solver.opt | patch"},
+      "optxv fix solver.def solver.opt | patch", "optxv fix --lint P2 solver.def solver.opt"},
      fix},
+    {"lint",
+     "Report what is right and yet hardly meant, or could be better",
+     "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
+     "both.\n"
+     "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json},
+     {"optxv lint solver.def", "optxv lint solver.def solver.opt",
+      "optxv lint --strict --ignore D2,D402 solver.def",
+      "optxv lint --select P1 --json solver.def solver.opt"},
+     lint},
     {"show",
      "Show options, values and defaults",
      "",

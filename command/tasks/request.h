@@ -31,6 +31,11 @@ struct request {
   bool strict = false;        ///< warnings count as errors for the exit status
   std::size_t maxerrors = 0;  ///< errors that are shown; 0 for all
 
+  std::vector<std::string>
+      select;  ///< of lint: codes of rules that are wanted, or their beginnings
+  std::vector<std::string> ignore;  ///< of rules that are not
+  std::vector<std::string> lint;    ///< of fix: of rules whose sure repairs are made too
+
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 

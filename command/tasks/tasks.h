@@ -15,6 +15,9 @@ int check(const request& given);
 /// left.
 int fix(const request& given);
 
+/// Reads and tells what rules find, in the definition if it is alone, else in the parameter files.
+int lint(const request& given);
+
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.
 int show(const request& given);
 

@@ -42,6 +42,8 @@ ROWS = (
     ('an excerpt in another order', '```excerpt examples/tight.opt\nread_path /models/tight\nfeasibility_tol 1e-8\n```\n',
      'not in this order: feasibility_tol'),
     ('output without a command', '```console\nls\n```\n', 'does not begin with a command'),
+    ('a rule that nothing breaks', '```lint D101\na integer 1 5 0 9 1 1 A\n```\n', 'does not break the rule'),
+    ('a fault that stays', '```lint D101\na integer 1 5 0 9 1 1\n```\n```clean\na integer 1 6 0 9 1 1\n```\n', 'still breaks D101'),
     ('a link to nothing', '[a](b.md)\n', 'b.md: there is no such file'),
     ('commands that say nothing of a test', '```sh\nls\n```\n', 'says not-run'),
 )
@@ -93,6 +95,12 @@ class Command(unittest.TestCase):
         library = [code for code in rules if code.replace('-', '_') in faults]
         self.assertEqual([code for code in library if told[code] != rules[code]], [])
         self.assertEqual(len(library), len(faults))
+    def test_the_page_of_the_rules_has_each_with_an_example(self):
+        page = (SOURCE / 'docs/lint.md').read_text(encoding='utf-8')
+        table = re.findall(r'^\| `(\w+)` \| (\w+) \| (.*) \|$', page, re.M)
+        self.assertEqual(table, [tuple(rule.values()) for rule in ROWS_OF_COMMAND['rules']])
+        examples = re.findall(r'^### (\w+)\n(?:(?!###)(?!```lint)[^\n]*\n)*```lint \1\n(?:[^`][^\n]*\n)+```\n```clean\n', page, re.M)
+        self.assertEqual(sorted(examples), [code for code, *_ in table])
 
     def test_every_example_of_the_help_has_words_that_are_taken(self):
         for row in ROWS_OF_COMMAND['subcommands']:
