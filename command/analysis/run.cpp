@@ -33,7 +33,9 @@ bool run::read(const readsettings& what) {
   drafts_ = what.drafts;
   if (what.tokens) entrychecks_.settokens();
   if (!readdefinition(what)) return false;
+  options_.set_switch(optxv_switch_print, false);  // standard output is for the product
   for (const std::string& file : what.parameters) readparameters(file);
+  options_.set_switch(optxv_switch_print, true);
   return true;
 }
 
