@@ -15,8 +15,8 @@ int check(const request& given);
 /// left.
 int fix(const request& given);
 
-/// Lays files out anew, parameter files or definitions, and shows or writes them, or names those that
-/// would change.
+/// Lays files out anew, parameter files or definitions, and shows or writes them, or names those
+/// that would change.
 int format(const request& given);
 
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.

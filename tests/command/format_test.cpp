@@ -88,8 +88,7 @@ TEST(Format, LinesThatAreNotReadWholeStay) {
        {" stesp  5"s, "steps  x"s, "steps  5  x"s, "method  other"s, "log_file  \"a  b"s,
         "fast  now"s, "range  1"s + string(260, '0'), "  ,steps  5"s, "steps  5\x1A  6"s,
         "log_file  a\rb"s, "log_file  a\0b"s, "log_file  "s + string(1020, 'x'),
-        "*"s + string(1020, ' '), "\xEF\xBB\xBFsteps  5"s, "x.prior ( a )  5"s,
-        "time_limit:=  5"s})
+        "*"s + string(1020, ' '), "\xEF\xBB\xBFsteps  5"s, "x.prior ( a )  5"s, "time_limit:=  5"s})
     EXPECT_EQ(entries(line + "\nsteps  5").text, line + "\nsteps 5");
   EXPECT_EQ(entries("x.prior('a\n ') 5\n\n  steps  5\n").text, "x.prior('a\n ') 5\n\nsteps 5\n");
   const string bounded = "threads  99\n";
