@@ -42,7 +42,9 @@ bool run::read(const readsettings& what) {
   tokens_ = what.tokens;
   if (what.tokens) entrychecks_.settokens();
   if (!readdefinition(what)) return false;
+  options_.set_switch(optxv_switch_print, false);  // standard output is for the product
   for (const std::string& file : what.parameters) readparameters(file);
+  options_.set_switch(optxv_switch_print, true);
   return true;
 }
 

@@ -10,6 +10,7 @@ bool trial::accepts(std::string_view line) {
     options_.emplace();
     options_->read_definition_text("", definition_);
     options_->set_switch(optxv_switch_line_mode, !tokens_);
+    options_->set_switch(optxv_switch_print, false);
   }
   options_->clear_messages();
   return static_cast<bool>(options_->read_line(line));

@@ -99,6 +99,23 @@ constexpr argument lintrepairs{"--lint",
                                false,
                                nullptr,
                                true};
+constexpr argument layoutwords{"FILE", "", "Files to lay out; - is standard input",
+                               &request::parameters};
+constexpr argument definitions{"--definitions", "",
+                               "Lay definitions out: DEFINITION and each FILE is one",
+                               &request::definitions};
+constexpr argument layoutwrite{"--write", "", "Write over the files instead of showing the result",
+                               &request::write};
+constexpr argument namesonly{
+    "--check",           "",    "Only name the files that would change; the exit status is then 1",
+    &request::namesonly, false, &layoutwrite};
+constexpr argument sort{"--sort", "ORDER",
+                        "Sort entries by group, the groups in the order of the definition, with "
+                        "headings",
+                        &request::sort};
+constexpr argument width{"--width", "N",
+                         "Wrap the long help of a definition at N columns; 100 if it is not given",
+                         &request::width};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -142,6 +159,15 @@ constexpr auto rows = std::to_array<subcommand>({
       "optxv lint --strict --ignore D2,D402 solver.def",
       "optxv lint --select P1 --json solver.def solver.opt"},
      lint},
+    {"format",
+     "Lay files out: columns aligned, and nothing that they say changed",
+     "Comments and empty lines stay, and lines with errors stay as they are. The result is shown,\n"
+     "file after file, or written with --write.",
+     {&definitionword, &layoutwords, &definitions, &tokens, &nobounds, &layoutwrite, &namesonly,
+      &sort, &width},
+     {"optxv format solver.def solver.opt", "optxv format --write --sort group solver.def *.opt",
+      "optxv format --check solver.def *.opt", "optxv format --definitions --write solver.def"},
+     format},
     {"show",
      "Show options, values and defaults",
      "",

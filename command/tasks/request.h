@@ -28,6 +28,11 @@ struct request {
 
   bool write = false;  ///< over the files that were read
 
+  bool definitions = false;  ///< of format: all files are definitions
+  bool namesonly = false;    ///< only name the files that would change
+  std::string sort;          ///< how to sort entries: "group"; empty for not at all
+  std::size_t width = 0;     ///< columns of a line of long help; 0 for the usual number
+
   bool strict = false;        ///< warnings count as errors for the exit status
   std::size_t maxerrors = 0;  ///< errors that are shown; 0 for all
 

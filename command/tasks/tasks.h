@@ -18,6 +18,10 @@ int fix(const request& given);
 /// Reads and tells what rules find, in the definition if it is alone, else in the parameter files.
 int lint(const request& given);
 
+/// Lays files out anew, parameter files or definitions, and shows or writes them, or names those
+/// that would change.
+int format(const request& given);
+
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.
 int show(const request& given);
 

@@ -90,7 +90,10 @@ std::string printablejson(std::string_view json) {
 }
 
 std::size_t columns(std::string_view text) {
-  std::size_t sum = 0;
+  const auto plain = [](char c) { return c >= ' ' && c <= '~'; };
+  const auto start = static_cast<std::size_t>(std::ranges::find_if_not(text, plain) - text.begin());
+  std::size_t sum = start;
+  text.remove_prefix(start);
   while (!text.empty()) {
     const character next = firstcharacter(text);
     sum += next.bytes > 0 ? widthof(next.code) : 1;
