@@ -200,7 +200,7 @@ std::optional<complaint> wrongvalue(const subcommand& row, const request& given)
   for (const argument* each : row.arguments()) {
     const auto* into = std::get_if<std::string request::*>(&each->into);
     if (into == nullptr || each->choices().empty()) continue;
-    if ((given.**into).empty() && !each->required) continue;
+    if (given.**into == request().**into && !each->required) continue;  // not given
     if (std::ranges::count(each->choices(), given.**into) == 0)
       return complaint{namesof(*each).back() + " cannot be " + inquotes(given.**into),
                        "it is " + listed(each->choices())};

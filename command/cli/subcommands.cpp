@@ -3,6 +3,7 @@
 #include "cli/completing.h"
 #include "code/languages.h"
 #include "completion/shells.h"
+#include "output/reportforms.h"
 #include "tasks/tasks.h"
 
 namespace command {
@@ -15,6 +16,18 @@ constexpr argument listflag{
 constexpr argument completionflag{"--completion", "", "Print what complete bash prints", {}};
 
 namespace {
+
+std::span<const std::string_view> reportforms() {
+  return reportwords;
+}
+std::span<const std::string_view> convertedforms() {
+  static constexpr std::array<std::string_view, 2> words = {"json", "parameters"};
+  return words;
+}
+std::span<const std::string_view> sortorders() {
+  static constexpr std::array<std::string_view, 1> words = {"group"};
+  return words;
+}
 
 constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
@@ -34,9 +47,12 @@ constexpr argument maxerrors{"--max-errors", "N",
                              "Show at most N errors, then how many more there are; 0 shows all",
                              &request::maxerrors};
 constexpr argument json{"--json", "", "Print JSON, for other programs", &request::json};
-constexpr argument format{
-    "--format",       "FORM", "Form of the findings: lines, json, sarif, github or gcc",
-    &request::format, false,  &json};
+constexpr argument reportform{.names = "--format",
+                              .value = "FORM",
+                              .help = "Form of the findings; else that for people",
+                              .into = &request::format,
+                              .excludes = &json,
+                              .fixed = reportforms};
 constexpr argument all{"--all", "", "Show every option", &request::all};
 constexpr argument set{"--set",       "",    "Show the options that are set; the default",
                        &request::set, false, &all};
@@ -75,30 +91,34 @@ constexpr argument optionnames{
     "--name", "NAME", "Show this option alone; may be given more than once", &request::names};
 constexpr argument convertedword{"FILE", "", "File to convert; - is standard input", &request::file,
                                  true};
-constexpr argument to{"--to", "FORM", "Form to write: json or parameters", &request::to, true};
+constexpr argument to{.names = "--to",
+                      .value = "FORM",
+                      .help = "Form to write",
+                      .into = &request::to,
+                      .required = true,
+                      .fixed = convertedforms};
 constexpr argument every{"--all", "", "Write every option, by its default where it is not set",
                          &request::all};
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
-constexpr argument select{"--select",
-                          "CODES",
-                          "Apply only these rules: codes or what they begin with, "
-                          "with commas between",
-                          &request::select,
-                          false,
-                          nullptr,
-                          true};
-constexpr argument ignore{
-    "--ignore", "CODES", "Do not apply these rules, written likewise", &request::ignore, false,
-    nullptr,    true};
-constexpr argument lintrepairs{"--lint",
-                               "CODES",
-                               "Also repair what these rules of lint find, where that is sure",
-                               &request::lint,
-                               false,
-                               nullptr,
-                               true};
+constexpr argument select{
+    .names = "--select",
+    .value = "CODES",
+    .help = "Apply only these rules: codes or what they begin with, with commas between",
+    .into = &request::select,
+    .commas = true};
+constexpr argument ignore{.names = "--ignore",
+                          .value = "CODES",
+                          .help = "Do not apply these rules, written likewise",
+                          .into = &request::ignore,
+                          .commas = true};
+constexpr argument lintrepairs{
+    .names = "--lint",
+    .value = "CODES",
+    .help = "Also repair what these rules of lint find, where that is sure",
+    .into = &request::lint,
+    .commas = true};
 constexpr argument layoutwords{"FILE", "", "Files to lay out; - is standard input",
                                &request::parameters};
 constexpr argument definitions{"--definitions", "",
@@ -109,10 +129,12 @@ constexpr argument layoutwrite{"--write", "", "Write over the files instead of s
 constexpr argument namesonly{
     "--check",           "",    "Only name the files that would change; the exit status is then 1",
     &request::namesonly, false, &layoutwrite};
-constexpr argument sort{"--sort", "ORDER",
-                        "Sort entries by group, the groups in the order of the definition, with "
-                        "headings",
-                        &request::sort};
+constexpr argument sort{
+    .names = "--sort",
+    .value = "ORDER",
+    .help = "Sort entries, with headings: by the groups in the order of the definition",
+    .into = &request::sort,
+    .fixed = sortorders};
 constexpr argument width{"--width", "N",
                          "Wrap the long help of a definition at N columns; 100 if it is not given",
                          &request::width};
@@ -135,7 +157,8 @@ constexpr auto rows = std::to_array<subcommand>({
     {"check",
      "Report everything that is wrong with the files",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json, &format},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json,
+      &reportform},
      {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
       "sed s/old/new/ solver.opt | optxv check solver.def -",
       "optxv check --json solver.def solver.opt | jq .summary"},
@@ -154,7 +177,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
      "both.\n"
      "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json,
+      &reportform},
      {"optxv lint solver.def", "optxv lint solver.def solver.opt",
       "optxv lint --strict --ignore D2,D402 solver.def",
       "optxv lint --select P1 --json solver.def solver.opt"},

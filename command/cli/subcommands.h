@@ -33,7 +33,6 @@ struct argument {
   bool required = false;
   const argument* excludes = nullptr;                      ///< one that may not be given with it
   std::span<const std::string_view> (*fixed)() = nullptr;  ///< the only values, if there is a list
-  const argument* excludes = nullptr;  ///< one that may not be given with it
   bool commas = false;  ///< a value is a list with commas; the next word is none of it
 
   /// The only values that it takes; empty if it takes others too.

@@ -30,7 +30,6 @@ std::unique_ptr<reporter> makereporter(std::string_view word, std::FILE* out,
                                        reportsettings settings) {
   const auto row =
       static_cast<std::size_t>(std::ranges::find(reportwords, word) - reportwords.begin());
-  if (row == reportwords.size()) return nullptr;
   std::unique_ptr<reporter> made = makers[row](out, settings);
   if (settings.most == 0) return made;
   return makelimited(std::move(made), settings.most);

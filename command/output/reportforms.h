@@ -22,7 +22,7 @@ struct reportsettings {
 inline constexpr std::array<std::string_view, 5> reportwords = {"lines", "json", "sarif", "github",
                                                                 "gcc"};
 
-/// A reporter of that form; nil if there is none of that word. BORROWS: the stream.
+/// A reporter of that form. REQUIRES: one of the words. BORROWS: the stream.
 std::unique_ptr<reporter> makereporter(std::string_view word, std::FILE* out,
                                        reportsettings settings);
 

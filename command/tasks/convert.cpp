@@ -75,10 +75,7 @@ int toparameters(const request& given) {
 }  // namespace
 
 int convert(const request& given) {
-  if (given.to == "json") return tojson(given);
-  if (given.to == "parameters") return toparameters(given);
-  return tell({.what = "there is no form " + inquotes(given.to),
-               .notes = {"there are json and parameters"}});
+  return given.to == "json" ? tojson(given) : toparameters(given);
 }
 
 }  // namespace command

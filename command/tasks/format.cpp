@@ -49,8 +49,6 @@ int formatting::checkwords() const {
   if (files_.empty())
     return tell({.what = "FILE is required",
                  .notes = {"with --definitions, the first file is laid out, too"}});
-  if (!given_.sort.empty() && given_.sort != "group")
-    return tell({.what = "--sort", .why = "group is expected, saw " + inquotes(given_.sort)});
   return 0;
 }
 

@@ -41,8 +41,11 @@ TEST_F(Forms, AreOfTheWordsThatTheHelpGives) {
   EXPECT_EQ(unknown.status, 2);
   EXPECT_EQ(unknown.out, "");
   EXPECT_EQ(unknown.err,
-            "optxv: error: there is no format \"xml\"\n"
-            "optxv: note: there are lines, json, sarif, github, gcc\n");
+            "optxv: error: --format cannot be \"xml\"\n"
+            "optxv: note: it is lines, json, sarif, github or gcc\n");
+  EXPECT_EQ(run("check --format '' s.def").err,
+            "optxv: error: --format cannot be \"\"\n"
+            "optxv: note: it is lines, json, sarif, github or gcc\n");
 }
 
 TEST_F(Forms, GccHasOneLineForEachFact) {
