@@ -8,8 +8,8 @@
 
 namespace command {
 
-/// A word, and a line about it, which may be empty and have any bytes. A word that ends with = is to
-/// be continued.
+/// A word, and a line about it, which may be empty and have any bytes. A word that ends with = is
+/// to be continued.
 struct candidate {
   std::string word, text = {};
 };
