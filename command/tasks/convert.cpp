@@ -57,13 +57,11 @@ int toparameters(const request& given) {
     if (!made) return report(found);
     ofjson.add(found.where.file.empty() ? made->origin(found) : found);
   });
-  readsettings what = readingof(given);
-  what.tokens = false;
-  if (!read.read(what)) return read.total().status();
+  if (!read.read(readingof(given))) return read.total().status();
   const textdocument* const json = read.open(given.file);
   if (json == nullptr) return read.total().status();
   made.emplace(given.file, json->text(), [&](const finding& found) { read.add(found); });
-  settingstext settings(read.options(), read.names(), given.nobounds, *made);
+  settingstext settings(read.options(), read.names(), {given.tokens, given.nobounds}, *made);
   settings.read(json->text());
   read.readmade("", made->text());
   settings.compare();
