@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<ownrule, 29> rules = {{
+constexpr std::array<ownrule, 32> rules = {{
     {"unreadable", severity::error},         {"empty-file", severity::note},
     {"byte-order-mark", severity::note},     {"zero-byte", severity::warning},
     {"rest-unread", severity::warning},      {"line-cut", severity::warning},
@@ -21,9 +21,10 @@ constexpr std::array<ownrule, 29> rules = {{
     {"names-meet", severity::warning},       {"not-in-schema", severity::warning},
     {"bad-json", severity::error},           {"no-member", severity::error},
     {"member-twice", severity::error},       {"wrong-value", severity::error},
-    {"not-expressible", severity::error},
+    {"not-expressible", severity::error},    {"bad-table", severity::error},
+    {"bad-cell", severity::error},           {"not-in-definition", severity::warning},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::notexpressible)].code == "not-expressible");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notindefinition)].code == "not-in-definition");
 
 }  // namespace
 

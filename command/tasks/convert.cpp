@@ -1,9 +1,6 @@
 // convert: settings from one form to the other.
 
-#include <algorithm>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "exchange/madetext.h"
 #include "exchange/settingsjson.h"
@@ -32,21 +29,6 @@ int tojson(const request& given) {
   if (const int status = withheld(given, read, given.output); status != 0) return status;
   return delivered(given, read, given.output, product);
 }
-
-/// Findings in the order of a text that is not read from its start to its end.
-class orderedfindings {
- public:
-  void add(finding found) { all_.push_back(std::move(found)); }
-  void report(const findingtaker& to) {
-    std::ranges::stable_sort(all_, {}, [](const finding& each) {
-      return std::pair(each.where.line, each.where.column);
-    });
-    for (const finding& each : all_) to(each);
-  }
-
- private:
-  std::vector<finding> all_;
-};
 
 /// The text that is made of the JSON has no file name, by which its findings are known.
 int toparameters(const request& given) {
