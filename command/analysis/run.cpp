@@ -77,9 +77,10 @@ bool run::readdefinition(const readsettings& what) {
   const std::string& file = what.definition;
   definition_ = document(file);
   if (definition_ == nullptr) return false;
-  trial_.define(definition_->text(), what.tokens);
-  textchecks_.define(definition_->text());
-  finish(file, options_.read_definition_text(file, definition_->text()).status);
+  const std::string_view text = textof(*definition_);
+  trial_.define(text, what.tokens);
+  textchecks_.define(text);
+  finish(file, options_.read_definition_text(file, text).status);
   if (names_.count() > 0) return true;
   finding found = own(ownfinding::nooption, place(file), "the definition declares no option");
   if (!what.parameters.empty())
@@ -94,8 +95,13 @@ bool run::readdefinition(const readsettings& what) {
 void run::readparameters(const std::string& file) {
   const textdocument* text = document(file);
   if (text == nullptr) return;
-  const bool drafted = drafts_ != nullptr && drafts_->contains(file);
-  finish(file, options_.read_text(file, drafted ? drafts_->at(file) : text->text()).status);
+  finish(file, options_.read_text(file, textof(*text)).status);
+}
+
+/// What is to be read of a document: the draft of its name, if there is one.
+std::string_view run::textof(const textdocument& document) const {
+  const bool drafted = drafts_ != nullptr && drafts_->contains(document.name());
+  return drafted ? drafts_->at(document.name()) : document.text();
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.

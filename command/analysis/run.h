@@ -31,7 +31,7 @@ struct readsettings {
   std::vector<std::string> parameters = {};
   bool tokens = false;                 ///< reads begin in token mode
   bool nobounds = false;               ///< values out of bounds are taken, with a warning
-  const drafttexts* drafts = nullptr;  ///< of the parameter files, if any. BORROWS: for the run
+  const drafttexts* drafts = nullptr;  ///< of the files, if any. BORROWS: for the run
 };
 
 class run;
@@ -115,6 +115,7 @@ class run {
   bool readdefinition(const readsettings& what);
   void readparameters(const std::string& file);
   const textdocument* document(const std::string& file);
+  std::string_view textof(const textdocument& document) const;
   void unreadable(const std::string& file, const std::string& why);
   void finish(const std::string& file, std::int32_t error);
 

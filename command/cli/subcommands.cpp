@@ -32,6 +32,9 @@ std::span<const std::string_view> sortorders() {
 constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
                                   &request::definition, true};
+constexpr argument listedword{"DEFINITION", "", definitionword.help, &request::definition};
+constexpr argument from{"--from", "TABLE", "Table of options to make a definition of",
+                        &request::from, false, &listedword};
 constexpr argument parameterwords{"PARAMETERS", "",
                                   "Parameter files, read in this order; - is standard input",
                                   &request::parameters};
@@ -235,9 +238,11 @@ constexpr auto rows = std::to_array<subcommand>({
      "A listing for people: what the library understood, in the form of a definition. It leaves\n"
      "out lists of texts, groups, and the indicator, lookup and eolcomm records, and it includes\n"
      "the option Help, with which every table begins. So it cannot always be read back; that is\n"
-     "its form.",
-     {&definitionword, &output, &force},
-     {"optxv definition solver.def | diff solver.def -"},
+     "its form. With --from, a definition is made of a table that another program keeps, in CSV or\n"
+     "JSON: a column each for name, type, default, low, high, group, text and some more.",
+     {&listedword, &from, &output, &force},
+     {"optxv definition solver.def | diff solver.def -",
+      "optxv definition --from options.csv -o solver.def"},
      definition},
     {"include",
      "Write the numbers of the options as an Object Pascal include file",

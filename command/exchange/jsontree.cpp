@@ -6,6 +6,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "exchange/settingsform.h"
 #include "text/names.h"
 
 namespace command {
@@ -201,11 +202,14 @@ bool builder::parse_error(std::size_t, const std::string&, const json::exception
     overflow_ = {begin, text_.find_first_not_of(numbercharacters, begin)};
     return false;
   }
-  const bool open = begin < end && text_[begin] == '"' && (end - begin < 2 || text_[end - 1] != '"');
-  if (!open) return fault({begin, begin + 1}, expected() + habit(begin));
-  if (end == text_.size() && text_[end - 1] != '\n')
+  const std::string_view seen = text_.substr(begin, end - begin);
+  const std::size_t good = goodbytes(seen);
+  const bool closed = good == seen.size() && seen.size() > 1 && seen.back() == '"';
+  if (!seen.starts_with('"') || closed) return fault({begin, begin + 1}, expected() + habit(begin));
+  if (good == seen.size() && end == text_.size() && seen.back() != '\n')
     return fault({begin, end}, "the text that begins here has no closing quote");
-  return fault({end - 1, end},
+  const std::size_t bad = begin + std::min(good, seen.size() - 1);
+  return fault({bad, bad + 1},
                "a character that JSON does not have in a text: it takes UTF-8, with an escape for "
                "control characters");
 }

@@ -1,6 +1,7 @@
 #include "exchange/madetext.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace command {
 
@@ -36,6 +37,12 @@ finding madetext::origin(finding found) {
   found.hints.clear();
   for (note& each : found.notes) each.where = {};
   return found;
+}
+
+void orderedfindings::report(const findingtaker& to) {
+  std::ranges::stable_sort(
+      all_, {}, [](const finding& each) { return std::pair(each.where.line, each.where.column); });
+  for (const finding& each : all_) to(each);
 }
 
 }  // namespace command

@@ -44,8 +44,7 @@ ordered_json jsonwriter::settings() const {
         addmember(result, each.name, std::move(value));
   }
   if (ordered_json dots = dotoptions(); !dots.empty()) result[dotmember] = std::move(dots);
-  if (ordered_json marks = indicators(); !marks.empty())
-    result[indicatormember] = std::move(marks);
+  if (ordered_json marks = indicators(); !marks.empty()) result[indicatormember] = std::move(marks);
   return result;
 }
 

@@ -25,12 +25,11 @@ constexpr std::array<entrymember, 4> dotmembers = {{{"symbol", part::symbol},
                                                     {"attribute", part::attribute},
                                                     {"labels", part::labels},
                                                     {"value", part::value}}};
-constexpr std::array<entrymember, 5> indicatormembers = {
-    {{"equation", part::symbol},
-     {"equationlabels", part::quotedlabels},
-     {"variable", part::symbol},
-     {"variablelabels", part::quotedlabels},
-     {"value", part::value}}};
+constexpr std::array<entrymember, 5> indicatormembers = {{{"equation", part::symbol},
+                                                          {"equationlabels", part::quotedlabels},
+                                                          {"variable", part::symbol},
+                                                          {"variablelabels", part::quotedlabels},
+                                                          {"value", part::value}}};
 
 bool isidentifier(std::string_view text) {
   return !text.empty() && text.size() <= longestidentifier && isletter(text.front()) &&

@@ -1,9 +1,6 @@
 // convert: settings from one form to the other.
 
-#include <algorithm>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "exchange/madetext.h"
 #include "exchange/settingsjson.h"
@@ -33,21 +30,6 @@ int tojson(const request& given) {
   return delivered(given, read, given.output, product);
 }
 
-/// Findings in the order of a text that is not read from its start to its end.
-class orderedfindings {
- public:
-  void add(finding found) { all_.push_back(std::move(found)); }
-  void report(const findingtaker& to) {
-    std::ranges::stable_sort(all_, {}, [](const finding& each) {
-      return std::pair(each.where.line, each.where.column);
-    });
-    for (const finding& each : all_) to(each);
-  }
-
- private:
-  std::vector<finding> all_;
-};
-
 /// The text that is made of the JSON has no file name, by which its findings are known.
 int toparameters(const request& given) {
   std::optional<madetext> made;
@@ -57,13 +39,11 @@ int toparameters(const request& given) {
     if (!made) return report(found);
     ofjson.add(found.where.file.empty() ? made->origin(found) : found);
   });
-  readsettings what = readingof(given);
-  what.tokens = false;
-  if (!read.read(what)) return read.total().status();
+  if (!read.read(readingof(given))) return read.total().status();
   const textdocument* const json = read.open(given.file);
   if (json == nullptr) return read.total().status();
   made.emplace(given.file, json->text(), [&](const finding& found) { read.add(found); });
-  settingstext settings(read.options(), read.names(), given.nobounds, *made);
+  settingstext settings(read.options(), read.names(), {given.tokens, given.nobounds}, *made);
   settings.read(json->text());
   read.readmade("", made->text());
   settings.compare();

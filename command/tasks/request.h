@@ -44,6 +44,7 @@ struct request {
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 
+  std::string from;  ///< of definition: the table to make one of
   std::string file;  ///< of convert: the file to read
   std::string to;    ///< the form to write
 
