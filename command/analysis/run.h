@@ -70,6 +70,7 @@ class run {
   tally total() const;
   /// Names declared and used.
   symbols& names() { return names_; }
+  const symbols& names() const { return names_; }
   /// Where each option got its value.
   const settings& values() const { return settings_; }
   /// The files that were entered, in that order.

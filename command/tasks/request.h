@@ -25,6 +25,8 @@ struct request {
   bool origin = false;             ///< show where values come from
   std::vector<std::string> names;  ///< of origin: options that are told of; empty for all
 
+  bool definitions = false;  ///< of diff: compares definitions
+
   bool write = false;  ///< over the files that were read
 
   bool strict = false;        ///< warnings count as errors for the exit status

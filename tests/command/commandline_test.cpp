@@ -81,8 +81,9 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
       wrong("check \"$(printf %b '--\\033[31m')\"", "check has no flag \"--\\x1B[31m\"",
             "see optxv check --help"),
       wrong("show --strict s.def", "show has no flag \"--strict\"", "it is a flag of check"),
-      wrong("--json show s.def", "optxv has no flag \"--json\"",
-            "it is a flag of check, show, origin and api, and must come after the subcommand"),
+      wrong(
+          "--json show s.def", "optxv has no flag \"--json\"",
+          "it is a flag of check, show, origin, diff and api, and must come after the subcommand"),
       wrong("html s.def one", "one word too many: \"one\"", "see optxv html --help"),
       wrong("check", "DEFINITION is required", "see optxv check --help"),
       wrong("reference s.def", "--output is required", "see optxv reference --help"),

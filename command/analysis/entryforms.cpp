@@ -1,4 +1,4 @@
-#include "tasks/entryforms.h"
+#include "analysis/entryforms.h"
 
 #include <array>
 #include <charconv>
