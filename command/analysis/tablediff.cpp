@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -106,6 +107,8 @@ class side {
     const auto found = positions_.find(keyof(name));
     return found == positions_.end() ? std::nullopt : std::optional(found->second);
   }
+  /// Whether it is found by its name: of two of one name, the first.
+  bool isfound(std::size_t position) const { return find(option(position).tablename) == position; }
   const knownsynonym* synonym(const std::string& name) const {
     const auto found = synonyms_.find(keyof(name));
     return found == synonyms_.end() ? nullptr : &found->second;
@@ -161,11 +164,12 @@ class comparison {
   std::vector<change> all() {
     comparefile();
     pairoptions();
-    for (std::size_t i = 0; i < pairs_.size(); i++) compareoption(i);
+    for (std::size_t i = 0; i < pairs_.size(); i++)
+      if (old_.isfound(i)) compareoption(i);
     comparesynonyms();
     addnew();
     comparegroups();
-    std::ranges::stable_partition(found_, &change::breaking);
+    std::stable_partition(found_.begin(), found_.end(), std::mem_fn(&change::breaking));
     return std::move(found_);
   }
 
@@ -296,23 +300,23 @@ class comparison {
         there, range(old_.option(position)), range(new_.option(now)));
   }
 
-  /// The help of items by their texts.
-  static std::map<std::string, std::string_view> helpsof(const std::vector<optxv::item>& items) {
-    std::map<std::string, std::string_view> all;
-    for (const optxv::item& each : items) all.emplace(folded(each.text), each.help);
+  /// Items by their texts: of two of one text, the first.
+  static std::map<std::string, const optxv::item*> firstof(const std::vector<optxv::item>& items) {
+    std::map<std::string, const optxv::item*> all;
+    for (const optxv::item& each : items) all.emplace(folded(each.text), &each);
     return all;
   }
 
   void compareitems(std::size_t position, std::size_t now) {
     const std::vector<optxv::item> was = old_.items(position), is = new_.items(now);
-    const auto before = helpsof(was), after = helpsof(is);
+    const auto before = firstof(was), after = firstof(is);
     const std::string& name = new_.option(now).name;
     for (const optxv::item& each : was) {
-      const std::string text = externalform(each.text);
-      const auto same = after.find(folded(each.text));
+      const std::string key = folded(each.text), text = externalform(each.text);
+      const auto same = after.find(key);
       if (same == after.end())
         add(tablechange::itemgone, name, itemplace(old_, each, position), text);
-      else if (same->second != each.help)
+      else if (before.at(key) == &each && same->second->help != each.help)
         add(tablechange::helpchanged, name + ' ' + text, itemplace(new_, each, now));
     }
     for (const optxv::item& each : is)
@@ -370,7 +374,8 @@ class comparison {
 
   void addnew() {
     for (std::size_t i = 0; i < taken_.size(); i++)
-      if (!taken_[i]) add(tablechange::optionnew, new_.option(i).name, placeof(new_, i));
+      if (!taken_[i] && new_.isfound(i))
+        add(tablechange::optionnew, new_.option(i).name, placeof(new_, i));
   }
 
   // --- Synonyms

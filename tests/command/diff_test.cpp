@@ -181,6 +181,7 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
     {"a integer 1 5 0 9 1 1 A", "", "breaking: a: is gone [option-gone]\n"},
     {"a integer 1 5 0 9 1 1 A\ng obsolete\n a No more", "",
      "change: a: is gone, and was obsolete [obsolete-gone]\n"},
+    {"a enumint 1 0 1 1 A\n 0 1 P\n 0 1 Q", "a enumint 1 0 1 1 A\n 0 1 P\n 0 1 R", ""},
     {"", ".a integer 1 5 0 9 1 1 A", "change: .a: is new [option-new]\n"},
     {"a integer 1 5 0 9 1 1 A", "b integer 1 5 0 9 1 1 A",
      "breaking: a: is called b now [option-renamed]\n"},
