@@ -84,6 +84,12 @@ constexpr argument target{
     &request::target, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
                              &request::parameters, true};
+constexpr argument comparedwords{
+    "FILE", "", "The two parameter files; or the new definition. - is standard input",
+    &request::parameters, true};
+constexpr argument definitions{"--definitions", "",
+                               "Compare two definitions, and tell what breaks what worked",
+                               &request::definitions};
 constexpr argument withorigin{"--origin", "", "Show where the values come from", &request::origin};
 constexpr argument settingwords{
     "PARAMETERS", "",
@@ -211,6 +217,15 @@ constexpr auto rows = std::to_array<subcommand>({
      {"optxv origin solver.def solver.opt night.opt", "optxv origin solver.def solver.opt steplim",
       "optxv origin --json solver.def solver.opt --name steplim"},
      origins},
+    {"diff",
+     "Show what differs in effect between two settings, or between two definitions",
+     "The exit status is 0 if nothing differs, 1 if something does, and 2 for any trouble, also "
+     "for\n"
+     "errors in the files. Of definitions it is 1 only if a change breaks what worked.",
+     {&definitionword, &comparedwords, &tokens, &nobounds, &definitions, &json},
+     {"optxv diff solver.def day.opt night.opt", "optxv diff --json solver.def day.opt night.opt",
+      "optxv diff --definitions old.def solver.def"},
+     diff},
     {"help",
      "Show the help that a definition holds",
      "A number asks for lists, and may be a sum: 1 by group, 2 in alphabetical order, 4 the table "

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 #include "exchange/settingsjson.h"
 #include "exchange/symbolentries.h"
 #include "text/names.h"

@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 #include "exchange/valuetext.h"
 #include "text/names.h"
 #include "text/printable.h"

@@ -8,11 +8,11 @@
 #include <optional>
 #include <set>
 
+#include "analysis/entryforms.h"
 #include "output/failure.h"
 #include "output/originforms.h"
 #include "output/reporter.h"
 #include "output/tables.h"
-#include "tasks/entryforms.h"
 #include "tasks/optionview.h"
 #include "tasks/product.h"
 #include "tasks/tasks.h"

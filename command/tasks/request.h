@@ -26,6 +26,8 @@ struct request {
   bool origin = false;             ///< show where values come from
   std::vector<std::string> names;  ///< of origin: options that are told of; empty for all
 
+  bool definitions = false;  ///< of diff: compares definitions
+
   bool write = false;  ///< over the files that were read
 
   bool definitions = false;  ///< of format: all files are definitions
