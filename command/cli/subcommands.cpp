@@ -68,6 +68,8 @@ constexpr argument select{"--select",
 constexpr argument ignore{
     "--ignore", "CODES", "Do not apply these rules, written likewise", &request::ignore, false,
     nullptr,    true};
+constexpr argument everyfinding{
+    "--all", "", "Show every finding, not only the first 20 of each rule", &request::all};
 constexpr argument lintrepairs{"--lint",
                                "CODES",
                                "Also repair what these rules of lint find, where that is sure",
@@ -102,7 +104,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
      "both.\n"
      "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &everyfinding,
+      &strict, &json},
      {"optxv lint solver.def", "optxv lint solver.def solver.opt",
       "optxv lint --strict --ignore D2,D402 solver.def",
       "optxv lint --select P1 --json solver.def solver.opt"},

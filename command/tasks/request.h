@@ -19,7 +19,7 @@ struct request {
   bool nobounds = false;                ///< values out of bounds are taken, with a warning
 
   bool json = false;
-  bool all = false;  ///< show every option
+  bool all = false;  ///< show every option; of lint, every finding
   bool set = false;  ///< show those that are set, which is the default
 
   bool write = false;  ///< over the files that were read
