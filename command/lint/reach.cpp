@@ -4,9 +4,7 @@
 
 namespace command {
 
-reach::reach(const declaredtable& table) {
-  constexpr std::int32_t minos = 2;
-  blanks_ = table.lookup() == minos;
+reach::reach(const declaredtable& table) : blanks_(table.blanksinnames()) {
   table.reader().readdefinition(options_);
   hearing_.emplace(options_.handle(), std::vector<listener*>{this});
 }
