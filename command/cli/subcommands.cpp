@@ -33,8 +33,8 @@ constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
                                   &request::definition, true};
 constexpr argument listedword{"DEFINITION", "", definitionword.help, &request::definition};
-constexpr argument from{"--from", "TABLE", "Table of options to make a definition of",
-                        &request::from, false, &listedword};
+constexpr argument from{"--from",       "TABLE", "Table of options to make a definition of",
+                        &request::from, false,   &listedword};
 constexpr argument parameterwords{"PARAMETERS", "",
                                   "Parameter files, read in this order; - is standard input",
                                   &request::parameters};
@@ -122,6 +122,8 @@ constexpr argument ignore{.names = "--ignore",
                           .help = "Do not apply these rules, written likewise",
                           .into = &request::ignore,
                           .commas = true};
+constexpr argument everyfinding{
+    "--all", "", "Show every finding, not only the first 20 of each rule", &request::all};
 constexpr argument lintrepairs{
     .names = "--lint",
     .value = "CODES",
@@ -130,9 +132,9 @@ constexpr argument lintrepairs{
     .commas = true};
 constexpr argument layoutwords{"FILE", "", "Files to lay out; - is standard input",
                                &request::parameters};
-constexpr argument definitions{"--definitions", "",
-                               "Lay definitions out: DEFINITION and each FILE is one",
-                               &request::definitions};
+constexpr argument laidoutdefinitions{"--definitions", "",
+                                      "Lay definitions out: DEFINITION and each FILE is one",
+                                      &request::definitions};
 constexpr argument layoutwrite{"--write", "", "Write over the files instead of showing the result",
                                &request::write};
 constexpr argument namesonly{
@@ -186,8 +188,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
      "both.\n"
      "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json,
-      &reportform},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &everyfinding,
+      &strict, &json, &reportform},
      {"optxv lint solver.def", "optxv lint solver.def solver.opt",
       "optxv lint --strict --ignore D2,D402 solver.def",
       "optxv lint --select P1 --json solver.def solver.opt"},
@@ -196,8 +198,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "Lay files out: columns aligned, and nothing that they say changed",
      "Comments and empty lines stay, and lines with errors stay as they are. The result is shown,\n"
      "file after file, or written with --write.",
-     {&definitionword, &layoutwords, &definitions, &tokens, &nobounds, &layoutwrite, &namesonly,
-      &sort, &width},
+     {&definitionword, &layoutwords, &laidoutdefinitions, &tokens, &nobounds, &layoutwrite,
+      &namesonly, &sort, &width},
      {"optxv format solver.def solver.opt", "optxv format --write --sort group solver.def *.opt",
       "optxv format --check solver.def *.opt", "optxv format --definitions --write solver.def"},
      format},
@@ -253,7 +255,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "A listing for people: what the library understood, in the form of a definition. It leaves\n"
      "out lists of texts, groups, and the indicator, lookup and eolcomm records, and it includes\n"
      "the option Help, with which every table begins. So it cannot always be read back; that is\n"
-     "its form. With --from, a definition is made of a table that another program keeps, in CSV or\n"
+     "its form. With --from, a definition is made of a table that another program keeps, in CSV "
+     "or\n"
      "JSON: a column each for name, type, default, low, high, group, text and some more.",
      {&listedword, &from, &output, &force},
      {"optxv definition solver.def | diff solver.def -",

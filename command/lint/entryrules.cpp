@@ -11,13 +11,6 @@ namespace {
 using std::string;
 using std::string_view;
 
-finding said(const place& where, string text) {
-  finding result;
-  result.where = where;
-  result.text = std::move(text);
-  return result;
-}
-
 place valueplace(const entryfacts& entry) {
   return entry.entry.values.empty() ? entry.entry.where : entry.entry.values.front().where;
 }

@@ -20,17 +20,16 @@ struct request {
 
   bool json = false;
   std::string format = "lines";  ///< of findings
-  bool all = false;              ///< show every option
+  bool all = false;              ///< show every option; of lint, every finding
   bool set = false;              ///< show those that are set, which is the default
 
   bool origin = false;             ///< show where values come from
   std::vector<std::string> names;  ///< of origin: options that are told of; empty for all
 
-  bool definitions = false;  ///< of diff: compares definitions
 
   bool write = false;  ///< over the files that were read
 
-  bool definitions = false;  ///< of format: all files are definitions
+  bool definitions = false;  ///< of format and diff: the files are definitions, all of them
   bool namesonly = false;    ///< only name the files that would change
   std::string sort;          ///< how to sort entries: "group"; empty for not at all
   std::size_t width = 0;     ///< columns of a line of long help; 0 for the usual number
