@@ -112,11 +112,18 @@ void entrychecks::checkobsolete(const optxv_store& store) {
                         " is set all the same"));
 }
 
+/// Whether nothing stands in front of the entry in its line.
+bool entrychecks::beginsline() const {
+  const auto column = static_cast<std::size_t>(at_.source().entry.where.column);
+  const std::string_view before = std::string_view(at_.source().text).substr(0, column - 1);
+  return before.find_first_not_of(" \t-/") == before.npos;
+}
+
 /// The entry at a place, which has no effect, as a comment. Where a line may have many entries, it
-/// takes a person to do that.
-hint entrychecks::withoutfirst(place first) const {
+/// takes a person to do that; and where others stand in front of it.
+hint entrychecks::withoutfirst(place first, bool alone) const {
   hint result = {.words = "make the first a comment: it has no effect"};
-  if (tokens_ || names_.modeswitched()) return result;
+  if (!alone || tokens_ || names_.modeswitched()) return result;
   first.column = 1;
   first.length = 0;
   result.edits = {{first, "* "}};
@@ -135,7 +142,7 @@ void entrychecks::checkagain(const optxv_store& store) {
   setbefore& last = grown(before_, store.option);
   if (last.source != sources_.back()) last = {.source = sources_.back()};
   if (last.entry != entry_) {
-    if (last.mask != 0) last.first = last.where;
+    if (last.mask != 0) last.first = last.where, last.firstalone = last.alone;
     last.earlier |= last.mask;
     last.entry = entry_, last.mask = 0, last.told = false;
   }
@@ -147,12 +154,13 @@ void entrychecks::checkagain(const optxv_store& store) {
                         "the option " + inquotes(option.name) + " is set again" +
                             (handedon ? " by " + inquotes(names_.option(store.through).name) : ""));
     found.notes.push_back({"it was set here before", last.first});
-    if (!handedon) found.hints.push_back(withoutfirst(last.first));
+    if (!handedon) found.hints.push_back(withoutfirst(last.first, last.firstalone));
     findings_.add(std::move(found));
   }
   if (handedon) return;
   last.mask = now;
   last.where = store.place;
+  last.alone = beginsline();
 }
 
 }  // namespace command

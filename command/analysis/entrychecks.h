@@ -34,18 +34,20 @@ class entrychecks : public listener {
   /// second.
   struct setbefore {
     std::size_t source = 0;
-    std::size_t entry = 0;         ///< the last one
-    std::int32_t mask = 0;         ///< what that gave
-    std::int32_t earlier = 0;      ///< what the entries before it gave
-    place where = {}, first = {};  ///< of the last one, and of the one before
-    bool told = false;             ///< that the last one comes on top of others
+    std::size_t entry = 0;                   ///< the last one
+    std::int32_t mask = 0;                   ///< what that gave
+    std::int32_t earlier = 0;                ///< what the entries before it gave
+    place where = {}, first = {};            ///< of the last one, and of the one before
+    bool alone = false, firstalone = false;  ///< likewise, whether its line begins with it
+    bool told = false;                       ///< that the last one comes on top of others
   };
 
   void checklist(const optxv_key& key);
   void checkagain(const optxv_store& store);
   void checkobsolete(const optxv_store& store);
   void checkquotes(const optxv_value& value);
-  hint withoutfirst(place first) const;
+  hint withoutfirst(place first, bool alone) const;
+  bool beginsline() const;
 
   const reading& at_;
   const symbols& names_;
