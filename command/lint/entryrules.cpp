@@ -42,7 +42,8 @@ void telltaken(const entryfacts& entry, bool samefile, const telling& tell) {
     found.source = each.line;
     found.notes.push_back({"it is set here", each.again});
     if (samefile && each.what.through == 0)
-      found.hints.push_back(ascomment("make it a comment", each.what.first, entry.manyaline));
+      found.hints.push_back(
+          ascomment("make it a comment", each.what.first, entry.manyaline || !each.what.alone));
     tell(std::move(found));
   }
 }

@@ -26,7 +26,6 @@ struct request {
   bool origin = false;             ///< show where values come from
   std::vector<std::string> names;  ///< of origin: options that are told of; empty for all
 
-
   bool write = false;  ///< over the files that were read
 
   bool definitions = false;  ///< of format and diff: the files are definitions, all of them
@@ -37,8 +36,7 @@ struct request {
   bool strict = false;        ///< warnings count as errors for the exit status
   std::size_t maxerrors = 0;  ///< errors that are shown; 0 for all
 
-  std::vector<std::string>
-      select;  ///< of lint: codes of rules that are wanted, or their beginnings
+  std::vector<std::string> select;  ///< of lint: codes that are wanted, or their beginnings
   std::vector<std::string> ignore;  ///< of rules that are not
   std::vector<std::string> lint;    ///< of fix: of rules whose sure repairs are made too
 
