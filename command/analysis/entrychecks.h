@@ -27,7 +27,6 @@ class entrychecks : public listener {
   void key(const optxv_key& key) override;
   void value(const optxv_value& value) override;
   void stored(const optxv_store& store) override;
-  void declared(const optxv_declaration& declaration) override;
 
  private:
   /// The entries for an option in one source. A mask has bit 1 for the first value, 2 for the
@@ -56,7 +55,6 @@ class entrychecks : public listener {
   std::size_t lastsource_ = 0;
   std::size_t entry_ = 0;  ///< the entries so far
   std::vector<setbefore> before_;
-  std::vector<char> obsolete_;  ///< by number, whether it is marked so
 };
 
 }  // namespace command
