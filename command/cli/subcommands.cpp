@@ -57,6 +57,8 @@ constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standa
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
+constexpr argument logfile{"--log", "FILE", "Write all that is received and sent to a file",
+                           &request::log};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -138,6 +140,13 @@ constexpr auto rows = std::to_array<subcommand>({
      {&definitionword, &folder, &force},
      {"optxv reference solver.def -o site"},
      reference},
+    {"lsp",
+     "Serve an editor: findings while somebody types, completion, help, rename",
+     "An editor starts it, and talks to it over standard input and output in the language server\n"
+     "protocol 3.17. docs/editors.md says how to switch it on.",
+     {&logfile},
+     {"optxv lsp", "optxv lsp --log /tmp/optxv.log"},
+     lsp},
     {"api",
      "Show the library's version and the signatures of its functions",
      "",

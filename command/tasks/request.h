@@ -34,6 +34,8 @@ struct request {
   std::string prefix;  ///< of the names in it; empty for one made of the definition's
   bool embed = false;  ///< the definition's text becomes part of it
 
+  std::string log;  ///< of lsp: file for all that is received and sent; empty for none
+
   std::string output;  ///< file to write; empty for standard output
   std::string folder;  ///< to write into
   bool force = false;  ///< deliver in spite of errors, and over a file that was read

@@ -39,6 +39,9 @@ int generate(const request& given);
 /// Writes the reference page index.html into a folder, which is made if there is none.
 int reference(const request& given);
 
+/// Serves an editor at standard input and output, until that ends it.
+int lsp(const request& given);
+
 /// Shows version, build and signatures of the library's functions.
 int api(const request& given);
 
