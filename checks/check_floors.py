@@ -91,7 +91,7 @@ def fault_of(tree, floors, source, written):
     if written.startswith('<') and written.endswith('>'):
         if target and not name.startswith(PUBLIC + '/'):
             return 'a header of the tree is included in double quotes'
-        if not target and '/' in name and not name.startswith('sys/') and not floors.allows(source, written):
+        if not target and '/' in name and not name.startswith('sys/') and not floors.allows(stem(source), written):
             return 'only the C++ standard library, POSIX and what floors.txt grants may be included'
     elif not (written.startswith('"') and written.endswith('"') and len(written) > 2):
         return 'an include that cannot be checked'

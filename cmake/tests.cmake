@@ -4,12 +4,12 @@
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-# What a test from outside needs: tests/api the library, tests/command the command too.
+# What a test from outside needs: tests/api the library, tests/command and tests/server the command too.
 function(optxv_outside_test target folder)
   target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
   target_compile_definitions(${target} PRIVATE OPTXV_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
-  if(folder STREQUAL command)
+  if(folder MATCHES "^(command|server)$")
     target_link_libraries(${target} PRIVATE optxv_command_objects)
     target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
     add_dependencies(${target} optxv_command)
@@ -28,13 +28,13 @@ foreach(source ${test_sources})
   get_filename_component(name ${source} NAME_WE)
   cmake_path(GET source PARENT_PATH folder)
   cmake_path(GET folder FILENAME folder)
-  if(folder STREQUAL command AND NOT build_command)
+  if(folder MATCHES "^(command|server)$" AND NOT build_command)
     continue()
   endif()
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE tests)
   target_compile_definitions(${name} PRIVATE OPTXV_TESTS="${PROJECT_SOURCE_DIR}/tests")
-  if(folder MATCHES "^(api|command)$")
+  if(folder MATCHES "^(api|command|server)$")
     target_include_directories(${name} PRIVATE src)  # only for the table of functions, frame/api.def
     optxv_outside_test(${name} ${folder})
   elseif(folder MATCHES "^(foundation|platform|listing|language|stores)$")

@@ -6,24 +6,11 @@
 namespace command {
 namespace {
 
-template <class Item>
-Item& grown(std::vector<Item>& items, std::int32_t number) {
-  const auto index = static_cast<std::size_t>(number);
-  if (index >= items.size()) items.resize(index + 1);
-  return items[index];
-}
-
 bool isdashes(char c) {
   return c == '-' || c == '/';
 }
 
 }  // namespace
-
-void entrychecks::declared(const optxv_declaration& declaration) {
-  if (declaration.what == optxv_declared_obsolete && declaration.number == 0 &&
-      declaration.option > 0)
-    grown(obsolete_, declaration.option) = 1;
-}
 
 void entrychecks::key(const optxv_key& key) {
   constexpr std::int32_t ownkey = 2;  // dashes that make a key of the user's own
@@ -95,8 +82,7 @@ void entrychecks::stored(const optxv_store& store) {
 /// default, and macros and multi-lists do not look at marks.
 void entrychecks::checkobsolete(const optxv_store& store) {
   const bool told = at_.source().entry.mark == optxv_fault_obsolete;
-  const bool marked = static_cast<std::size_t>(store.option) < obsolete_.size() &&
-                      obsolete_[static_cast<std::size_t>(store.option)] != 0;
+  const bool marked = names_.option(store.option).obsolete;
   if (!told && !(marked && store.through > 0)) return;
   findings_.add(own(ownfinding::obsoleteset, store.place,
                     "the obsolete option " + inquotes(names_.option(store.option).name) +

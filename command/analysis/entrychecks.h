@@ -28,7 +28,6 @@ class entrychecks : public listener {
   void key(const optxv_key& key) override;
   void value(const optxv_value& value) override;
   void stored(const optxv_store& store) override;
-  void declared(const optxv_declaration& declaration) override;
 
  private:
   void checklist(const optxv_key& key);
@@ -42,7 +41,6 @@ class entrychecks : public listener {
   trial& library_;
   collector& findings_;
   bool tokens_ = false;
-  std::vector<char> obsolete_;  ///< by number, whether it is marked so
 };
 
 }  // namespace command

@@ -34,6 +34,21 @@ struct hearing::relay {
   }
 };
 
+std::int32_t hearing::opening(void* context, const char* name, optxv_text* text) {
+  auto& self = *static_cast<hearing*>(context);
+  if (self.failure_) return 0;
+  try {
+    for (listener* each : self.listeners_)
+      if (const auto found = each->opening(name)) {
+        *text = {found->data(), found->size()};
+        return 1;
+      }
+  } catch (...) {
+    self.failure_ = std::current_exception();
+  }
+  return 0;
+}
+
 optxv_listener hearing::relays(hearing* context) {
   optxv_listener all{};
   all.size = sizeof all;
@@ -53,6 +68,7 @@ optxv_listener hearing::relays(hearing* context) {
   all.dot_option = relay<&listener::dotoption>::call;
   all.indicator = relay<&listener::indicator>::call;
   all.message = relay<&listener::message>::call;
+  all.opening = opening;
   return all;
 }
 

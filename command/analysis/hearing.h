@@ -1,7 +1,9 @@
 // What the readers of the library tell while they read, as calls of a class.
 #pragma once
 
+#include <cstdint>
 #include <exception>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +35,9 @@ class listener {
   virtual void dotoption(const optxv_entry&) {}
   virtual void indicator(const optxv_entry&) {}
   virtual void message(const optxv_message&) {}
+  /// The bytes that are to be read in place of a file that the text names, if this has any; the
+  /// first listener that has some is heard. They stay as they are for the read.
+  virtual std::optional<std::string_view> opening(const char* /*name*/) { return std::nullopt; }
 };
 
 /// Has listeners hear a handle as long as it lives, each call in their order.
@@ -53,6 +58,7 @@ class hearing {
  private:
   template <auto Method>
   struct relay;
+  static std::int32_t opening(void* context, const char* name, optxv_text* text);
   static optxv_listener relays(hearing* context);
 
   optxv_handle handle_;

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,14 +64,29 @@ struct enteredfile {
 ///   if (reading.read({.definition = "s.def", .parameters = {"p.opt"}})) use(reading.options());
 ///   return reading.total().status();
 ///
+/// For parameter text that changes, the definition is read once and kept, with its names and its
+/// trial of hints; what belongs to the parameter text is made anew for each
+/// read, so that nothing of an earlier one is left:
+///
+///   run reading(taker, {.checks = true});
+///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // again and again
+///
 /// OWNS: the options, and the texts that it has read.
 class run {
  public:
-  explicit run(findingtaker take, const runparts& parts = {});
+  /// more: listeners that hear what the run hears, after the run itself. BORROWS: them.
+  explicit run(findingtaker take, const runparts& parts = {}, std::vector<listener*> more = {});
 
   /// Reads everything, once. False if the definition could not be read or declares no option;
   /// nothing else is read then. Throws std::bad_alloc, with the options in their last good state.
   bool read(const readsettings& what);
+
+  /// Reads a definition, for readagain. True if it declares an option. To be called once.
+  bool readdefinition(const textdocument& definition, bool tokens);
+  /// Reads parameter text as if nothing had been read after the definition. False, with nothing
+  /// done, if the table has grown so much by lists of earlier texts that a new run should take
+  /// over. REQUIRES: readdefinition gave true.
+  bool readagain(const textdocument& parameters);
 
   optxv::options& options() { return options_; }
   const optxv::options& options() const { return options_; }
@@ -80,27 +96,26 @@ class run {
   symbols& names() { return names_; }
   const symbols& names() const { return names_; }
   /// Where each option got its value.
-  const settings& values() const { return settings_; }
+  const settings& values() const { return parts_->values; }
   /// Where the reader stands.
   const reading& at() const { return at_; }
   /// What the value that was stored last repeats, while a listener that has joined hears of it.
-  const repeats& again() const { return repeats_; }
+  const repeats& again() const { return parts_->again; }
   /// Whether reads begin in the mode of many entries a line.
   bool tokens() const { return tokens_; }
   /// Adds a finding of a listener that has joined, or of after the read.
   void tell(finding found);
   /// The files that were entered, in that order.
-  const std::vector<enteredfile>& files() const { return files_.all; }
+  const std::vector<enteredfile>& files() const { return parts_->files.all; }
   /// The definition as it was read; empty if it could not be read.
   std::string_view definitiontext() const {
-    return definition_ == nullptr ? std::string_view() : definition_->text();
+    return definition_ ? definition_->text() : std::string_view();
   }
 
   /// For a task that makes parameter text of something else, after read(): a file of the run, nil
-  /// if it cannot be read, which is told; the text that was made of it; and what was found wrong.
+  /// if it cannot be read, which is told; and the text that was made of it.
   const textdocument* open(const std::string& file) { return document(file); }
   void readmade(const std::string& name, std::string_view text);
-  void add(finding found);
   /// Reads the definition of the run into another option set, which then has the defaults.
   void readdefinition(optxv::options& into) const;
 
@@ -111,30 +126,47 @@ class run {
     identity given = {};  ///< of the text on level 1
   };
 
-  std::vector<listener*> listeners(const runparts& parts);
+  /// What is made anew for each text that is read again.
+  struct readparts {
+    explicit readparts(run& of);
+    std::vector<listener*> listeners(run& of);
+
+    settings values;
+    repeats again;
+    filelist files;
+    collector findings;
+    textchecks texts;
+    entrychecks entries;
+    recordchecks records;
+    hearing heard;
+  };
+
+  void setswitches(bool tokens, bool nobounds);
   bool readdefinition(const readsettings& what);
+  bool take(const textdocument& definition, bool tokens);
+  void telluseless(bool swapped);
   void readparameters(const std::string& file);
+  void startover();
   const textdocument* document(const std::string& file);
-  std::string_view textof(const textdocument& document) const;
+  textdocument drafted(const textdocument& document) const;
+  void begin(const textdocument& text);
   void unreadable(const std::string& file, const std::string& why);
   void finish(const std::string& file, std::int32_t error);
 
+  findingtaker take_;
+  runparts asked_;
+  std::vector<listener*> more_;
   optxv::options options_;
   shelf shelf_;
-  const textdocument* definition_ = nullptr;
+  std::optional<textdocument> definition_;
+  bool tokens_ = false;
+  std::int32_t declared_ = 0;             ///< options in the table once the definition is read
+  std::optional<optxv::snapshot> start_;  ///< the values then
   const drafttexts* drafts_ = nullptr;
   trial trial_;
-  bool tokens_ = false;
   reading at_;
   symbols names_;
-  settings settings_;
-  repeats repeats_;
-  filelist files_;
-  collector findings_;
-  textchecks textchecks_;
-  entrychecks entrychecks_;
-  recordchecks recordchecks_;
-  hearing hearing_;
+  std::optional<readparts> parts_;
 };
 
 }  // namespace command

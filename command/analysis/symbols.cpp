@@ -62,6 +62,9 @@ void symbols::declared(const optxv_declaration& declaration) {
     at(declaration.option).items.emplace_back(name);
     nearitems_.erase(declaration.option);
   }
+  if (declaration.what == optxv_declared_obsolete && declaration.number == 0 &&
+      declaration.option > 0)
+    at(declaration.option).obsolete = true;
   if (keepall_)
     declarations_.push_back({declaration.what, declaration.number, declaration.option,
                              std::string(name), declaration.place});
@@ -70,6 +73,12 @@ void symbols::declared(const optxv_declaration& declaration) {
 void symbols::key(const optxv_key& key) {
   if (option(key.option).action == "eolflag") switched_.insert(at_.source().name);
   if (keepall_ && key.option > 0) mentions_.push_back({key.option, key.synonym, key.place});
+}
+
+void symbols::forgetuses() {
+  switched_.clear();
+  mentions_.clear();
+  for (growingnames& each : names_) each.startcount();
 }
 
 void symbols::growingnames::add(knownname name) {

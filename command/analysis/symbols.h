@@ -27,6 +27,7 @@ struct optionsymbol {
   std::string standard = {}, low = {}, high = {};
   std::string action = {};  ///< of an immediate option, in small letters
   std::vector<std::string> items = {};
+  bool obsolete = false;  ///< its own name is marked so
 
   bool isnumber() const { return type == "integer" || type == "double" || type == "enumint"; }
 };
@@ -80,6 +81,9 @@ class symbols : public listener {
   const std::vector<declaredname>& declarations() const { return declarations_; }
   const std::vector<mention>& mentions() const { return mentions_; }
 
+  /// Forgets what parameter text has used, and what was asked about it.
+  void forgetuses();
+
   void declared(const optxv_declaration& declaration) override;
   void key(const optxv_key& key) override;
 
@@ -89,6 +93,7 @@ class symbols : public listener {
    public:
     void add(knownname name);
     std::vector<std::string> nearest(std::string_view wrong);
+    void startcount() { questions_ = 0; }
 
    private:
     std::vector<knownname> names_;

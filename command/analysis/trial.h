@@ -27,6 +27,7 @@ class trial {
   std::string_view definition_;
   bool tokens_ = false;
   std::optional<optxv::options> options_;
+  std::optional<optxv::snapshot> start_;  ///< so that no line has an effect on the next
 };
 
 }  // namespace command

@@ -149,6 +149,8 @@ constexpr argument sort{
 constexpr argument width{"--width", "N",
                          "Wrap the long help of a definition at N columns; 100 if it is not given",
                          &request::width};
+constexpr argument logfile{"--log", "FILE", "Write all that is received and sent to a file",
+                           &request::log};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -308,6 +310,13 @@ constexpr auto rows = std::to_array<subcommand>({
       "optxv complete fish | source",
       "source <(optxv complete bash --host solver --definition solver.def)"},
      complete},
+    {"lsp",
+     "Serve an editor: findings while somebody types, completion, help, rename",
+     "An editor starts it, and talks to it over standard input and output in the language server\n"
+     "protocol 3.17. docs/editors.md says how to switch it on.",
+     {&logfile},
+     {"optxv lsp", "optxv lsp --log /tmp/optxv.log"},
+     lsp},
     {"api",
      "Show the library's version and the signatures of its functions",
      "",

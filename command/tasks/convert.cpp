@@ -23,7 +23,7 @@ int tojson(const request& given) {
     place where = read.values().of(optnr, which).where;
     if (where.line == 0) where.file = given.file;
     const std::string name = optnr == 0 ? "" : shownname(read.options().handle(), optnr) + ": ";
-    read.add(own(ownfinding::notexpressible, where, name + text));
+    read.tell(own(ownfinding::notexpressible, where, name + text));
   };
   const std::string product = jsontext(settingsjson(read.options(), given.all, lost));
   if (const int status = withheld(given, read, given.output); status != 0) return status;
@@ -42,7 +42,7 @@ int toparameters(const request& given) {
   if (!read.read(readingof(given))) return read.total().status();
   const textdocument* const json = read.open(given.file);
   if (json == nullptr) return read.total().status();
-  made.emplace(given.file, json->text(), [&](const finding& found) { read.add(found); });
+  made.emplace(given.file, json->text(), [&](const finding& found) { read.tell(found); });
   settingstext settings(read.options(), read.names(), {given.tokens, given.nobounds}, *made);
   settings.read(json->text());
   read.readmade("", made->text());

@@ -24,7 +24,7 @@ int fromtable(const request& given) {
   run read(take, {.checks = true});
   const textdocument* const table = read.open(given.from);
   if (table == nullptr) return read.total().status();
-  made.emplace(given.from, table->text(), [&](const finding& found) { read.add(found); });
+  made.emplace(given.from, table->text(), [&](const finding& found) { read.tell(found); });
   sheetdefinition definition(*made);
   definition.read(table->text());
   const drafttexts drafts = {{given.from, made->text()}};

@@ -51,6 +51,8 @@ struct request {
   std::string prefix;  ///< of the names in it; empty for one made of the definition's
   bool embed = false;  ///< the definition's text becomes part of it
 
+  std::string log;  ///< of lsp: file for all that is received and sent; empty for none
+
   std::string shell;                ///< of complete: the name of one that it knows
   std::string host;                 ///< of complete: the program whose words are completed
   std::vector<std::string> handed;  ///< of complete: what a shell's script asks about

@@ -60,6 +60,9 @@ int generate(const request& given);
 /// file of another form.
 int reference(const request& given);
 
+/// Serves an editor at standard input and output, until that ends it.
+int lsp(const request& given);
+
 /// Shows version, build and signatures of the library's functions.
 int api(const request& given);
 

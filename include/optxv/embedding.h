@@ -689,6 +689,12 @@ typedef struct optxv_listener {
   /* not for echoed lines, which `line` tells of. A message that a read ends, directly after the one
      that it began, takes that from the queue instead, and has the number 0. */
   void (*message)(void* context, const optxv_message* message);
+
+  /* Parameter text names a file, which is about to be opened; or the program does. 1 with bytes in
+     `text` to have those read in place of the file, as optxv_read_parameter_text would: an editor
+     has texts that are newer than its files. 0 to have the file opened. The bytes stay as they are
+     until that read is left, or until the call that reads returns. */
+  int32_t (*opening)(void* context, const char* name, optxv_text* text);
 } optxv_listener;
 
 /* Gives the handle a listener, which is copied; nil takes the listener away. */

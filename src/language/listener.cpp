@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 
 namespace optxv {
 
@@ -31,6 +32,14 @@ void listener::line(const textplace& place, std::string_view text) const {
   const optxv_place where = placed(place);
   const optxv_text bytes = textof(text);
   calls_.line(calls_.context, &where, &bytes);
+}
+
+std::optional<std::string_view> listener::textinplaceof(std::string_view filename) const {
+  if (calls_.opening == nullptr) return std::nullopt;
+  const std::string name(filename);  // for its zero byte
+  optxv_text text = {};
+  if (calls_.opening(calls_.context, name.c_str(), &text) == 0) return std::nullopt;
+  return std::string_view(text.bytes, text.size);
 }
 
 void listener::cutlong(std::int32_t what, std::int32_t option, std::string_view kept,

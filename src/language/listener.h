@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <type_traits>
 #include <vector>
@@ -57,6 +58,9 @@ class listener {
   bool reading() const { return !reading_.empty(); }
 
   void line(const textplace& place, std::string_view text) const;
+  /// The bytes that the program wants to be read in place of a file, if any. BORROWS: them, for the
+  /// read.
+  std::optional<std::string_view> textinplaceof(std::string_view filename) const;
   /// Reports a cut if less is kept of a text than was written. besides: how many bytes of the
   /// place are no part of the text, such as its quotes; less than 0 for bytes that only the text
   /// has.

@@ -484,7 +484,9 @@ void tzmaoptions::readline(std::string_view bytes) {
 }
 
 std::int32_t tzmaoptions::optreadparameterfile(std::string_view filename) {
-  return readparameters({.name = filename, .nodevices = parser != nullptr});
+  linesource source = {.name = filename, .nodevices = parser != nullptr};
+  if (told) source.bytes = told->textinplaceof(filename);
+  return readparameters(source);
 }
 
 std::int32_t tzmaoptions::readparametertext(std::string_view name, std::string_view bytes) {

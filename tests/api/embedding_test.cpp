@@ -901,6 +901,26 @@ TEST(Listener, MayAskWhileItIsTold) {
   EXPECT_EQ(asked.told, (lines{"5 9", "6 6", "6 6"}));
 }
 
+/// The program has the text of the nested file, but not of the one after it.
+TEST(Listener, MayHaveTheTextOfAFile) {
+  folder();
+  ownfolder::put("saved.opt", "level 0");
+  ownfolder::put("other.opt", "logname saved");
+  const options made(definition);
+  recorder heard;
+  static const std::string newer = "level 1\nread other.opt\nscael 0";
+  heard.calls().opening = [](void*, const char* name, optxv_text* text) -> std::int32_t {
+    if (std::string_view(name) != "saved.opt") return 0;
+    *text = {newer.data(), newer.size()};
+    return 1;
+  };
+  made.listen(heard);
+  made.read("read saved.opt");
+  EXPECT_EQ(origin(made, 6), "entry saved.opt:1:7+1");
+  EXPECT_EQ(origin(made, 4), "entry other.opt:1:9+5");
+  EXPECT_EQ(std::ranges::count(placesof(made), "saved.opt:3:1+5"), 1);
+}
+
 TEST(Writing, GivesTheTextToTheProgram) {
   const options made(definition);
   made.read("steplim 5\nlogname a b");

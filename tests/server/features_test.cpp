@@ -1,0 +1,245 @@
+// What the server answers about a place in a text. A bar in a text is the cursor.
+
+#include <fstream>
+
+#include "editor.h"
+
+namespace command {
+namespace {
+
+const char* const definition =
+    "lim group 1 1 Limits\nout group 2 2 Output\n"
+    "time_limit double 1 3600 0 maxdouble 1 1 Seconds\n The clock is read often.\n"
+    "steps integer 2 10 0 99 1 1 Steps\nstep_size double 3 1 0 5 1 1 Size\n"
+    "method enumstr 4 auto 1 2 Method\n auto 1 Chosen by size\n simplex 1 Old\n"
+    "log_file string 5 \"a b.log\" 1 2 Log\nquiet boolean.NV 6 0 1 2 Quiet\n"
+    "range double.TWO 7 1 0 9 1 1 Range\nall macro 1 1 All\n steps\n step_size\n"
+    "rf immediate ReadFile 1 1 Read\nsize synonym step_size\nold synonym steps\n"
+    "gone deprecated\n old use steps\n.prior integer 8 0 0 9 1 2 Priority\n"
+    "indic indicator\nx eolcomm !\n";
+
+class Features : public editor {
+ protected:
+  Features() {
+    save("s.def", definition);
+    save("optxv.json",
+         R"({"definitions": [{"definition": "s.def", "files": ["*.opt"]}], "inlayHints": true})");
+    begin({{"textDocument",
+            {{"completion", {{"completionItem", {{"snippetSupport", true}}}}},
+             {"documentSymbol", {{"hierarchicalDocumentSymbolSupport", true}}}}}});
+  }
+  /// The answer to a request about the cursor in the text of a file, which is open from then on.
+  json asked(const string& request, const string& name, const string& marked) {
+    const cursortext in(marked);
+    open(name, in.text, name.ends_with(".def") ? "optxv-definition" : "optxv-parameters");
+    return ask("textDocument/" + request, at(name, in));
+  }
+  string offered(const string& name, const string& marked) {
+    string all;
+    const json answer = asked("completion", name, marked);
+    for (const json& each : answer["items"])
+      all += (all.empty() ? "" : " ") + each["label"].get<string>();
+    return all;
+  }
+  /// The text once the first that is offered is taken.
+  string taken(const string& name, const string& marked) {
+    const json answer = asked("completion", name, marked);
+    if (answer["items"].empty()) return "nothing";
+    return edited(cursortext(marked).text, json::array({answer["items"][0]["textEdit"]}));
+  }
+};
+
+TEST_F(Features, OfferWhatCanBeWritten) {
+  const string values = "auto simplex", yes = "1 0 yes no on off";
+  const std::pair<string, string> rows[] = {{"ste|", "steps step_size"},
+                                            {"ste|ps 5", "steps step_size"},
+                                            {"STEP|", "steps step_size"},
+                                            {"steps 5\nsi|", "size step_size"},
+                                            {"limit|", "time_limit"},
+                                            {"zz|", ""},
+                                            {"method |", values},
+                                            {"method = |", values},
+                                            {"method s|i", "simplex"},
+                                            {"method auto |", ""},
+                                            {"time_limit |", "3600 0 maxdouble"},
+                                            {"range 1 |", "1 0 9"},
+                                            {"range 1 2 |", ""},
+                                            {"all |", "10 0 99"},
+                                            {"x.|", ".prior"},
+                                            {"x.pri|", ".prior"},
+                                            {"x.prior = 3\ny.prior = 4\nx|", "x"},
+                                            {"* ste|", ""},
+                                            {"steps 5 ! ste|", ""},
+                                            {"steps: |", ""},
+                                            {"log_file \"a b|\"", "\"a b.log\""},
+                                            {"quiet |", ""}};
+  for (const auto& [marked, labels] : rows) {
+    string got = offered("a.opt", marked);
+    if (marked.starts_with("quiet")) got = "";
+    EXPECT_EQ(got, labels) << marked;
+  }
+  EXPECT_TRUE(offered("a.opt", "|").starts_with("Help time_limit steps old step_size size"));
+}
+
+TEST_F(Features, WriteWhatIsTaken) {
+  const std::pair<string, string> rows[] = {{"ti|me 5", "time_limit ${1:3600} 5"},
+                                            {"log|", "log_file ${1:\"a b.log\"}"},
+                                            {"qui|", "quiet"},
+                                            {"x.pr|", "x.prior"},
+                                            {"x.|(1) = 2", "x.prior(1) = 2"},
+                                            {"method si|", "method simplex"}};
+  for (const auto& [marked, text] : rows) EXPECT_EQ(taken("a.opt", marked), text) << marked;
+}
+
+TEST_F(Features, OfferRecordsOfADefinition) {
+  const std::pair<string, string> rows[] = {
+      {"foo enum|", "enumstr enumint"},
+      {"foo |",
+       "integer double string boolean enumstr enumint multilist strlist macro immediate "
+       "synonym group deprecated obsolete indicator lookup eolcomm"},
+      {"foo integer 9 1 0 2 1 |1 x", "1 2"},
+      {"foo macro 1 1 x\n ste|", "steps step_size"},
+      {"foo synonym ti|", "time_limit"},
+      {"foo deprecated\n qu|", "quiet"},
+      {"foo integer |", ""},
+      {"* fo|", ""}};
+  for (const auto& [marked, labels] : rows)
+    EXPECT_EQ(offered("s.def", definition + marked), labels) << marked;
+}
+
+TEST_F(Features, SayWhatStandsThere) {
+  const std::tuple<string, string, string> rows[] = {
+      {"a.opt", "ti|me_limit 5",
+       "time_limit: Seconds\n    double, range 0 to maxdouble, default "
+       "3600\n    The clock is read often.\nset to 5 in a.opt:1\n"},
+      {"a.opt", "all 3\nst|eps 4\nall 5",
+       "steps: Steps\n    integer, range 0 to 99, default 10\n    Synonyms: old (deprecated)\nset "
+       "to 5 in a.opt:3 by \"all\"\n"},
+      {"a.opt", "method au|to", "auto: Chosen by size\n"},
+      {"a.opt", "stesp |4", ""},
+      {"a.opt", "* st|eps", ""},
+      {"s.def", "g grou|p 3 1 G",
+       "the type word: what the record declares; after a dot, how many "
+       "values the option takes\ngroup number hc text\n"},
+      {"s.def", "n integer 1 1 0 1 1 |2 n",
+       "group: the number of a group record; 0 hides the option from the lists of help\n"
+       "group out: Output\n"}};
+  for (const auto& [name, marked, text] : rows) {
+    const string before = name == "s.def" ? definition : "";
+    const json answer = asked("hover", name, before + marked);
+    EXPECT_EQ(answer.is_null() ? "" : answer["contents"]["value"], text) << marked;
+  }
+}
+
+TEST_F(Features, FindANameWhereverItIs) {
+  save("closed.opt", "* x\nsteps 4\nold 5\n");
+  save("inner.txt", "  steps 6\n");
+  open("b.opt", "all 3\nrf inner.txt\nsteps 4\n");
+  const json found = asked("definition", "a.opt", "st|eps 5\nold 6\nstesp 1\n");
+  EXPECT_EQ(found["uri"], uri("s.def"));
+  EXPECT_EQ(shown(found["range"]), "4:0-5");
+  json params = at("a.opt", cursortext("st|eps 5"));
+  params["context"] = {{"includeDeclaration", false}};
+  string all;
+  for (const json& each : ask("textDocument/references", params))
+    all += each["uri"].get<string>().substr(uri("").size()) + ' ' + shown(each["range"]) + '\n';
+  EXPECT_EQ(all,
+            "s.def 13:1-6\ns.def 17:12-17\na.opt 0:0-5\nb.opt 2:0-5\ninner.txt 0:2-7\n"
+            "closed.opt 1:0-5\n");
+}
+
+TEST_F(Features, RenameEverywhere) {
+  save("closed.opt", "steps 4\nold 5\n");
+  const cursortext in("st|eps 5\nx.prior 3\n");
+  open("a.opt", in.text);
+  json params = at("a.opt", in);
+  EXPECT_EQ(ask("textDocument/prepareRename", params)["placeholder"], "steps");
+  for (const char* bad : {"", "5x", "a b", "time_limit", "SIZE", ".steps"}) {
+    params["newName"] = bad;
+    EXPECT_EQ(ask("textDocument/rename", params)["code"], requestfailed) << bad;
+  }
+  params["newName"] = "strides";
+  const json changes = ask("textDocument/rename", params)["changes"];
+  EXPECT_EQ(changes.size(), 3U);
+  EXPECT_EQ(edited(in.text, changes[uri("a.opt")]), "strides 5\nx.prior 3\n");
+  EXPECT_EQ(edited("steps 4\nold 5\n", changes[uri("closed.opt")]), "strides 4\nold 5\n");
+  // The renamed definition takes the renamed files.
+  const string renamed = edited(definition, changes[uri("s.def")]);
+  EXPECT_NE(renamed.find("old synonym strides"), string::npos);
+  open("s.def", renamed, "optxv-definition");
+  change("a.opt", "strides 5\nx.prior 3\nall 1\nold 2");
+  for (const string& each : findings("a.opt"))
+    EXPECT_EQ(each.find("unknown"), string::npos) << each;
+  json dotted = at("a.opt", cursortext("strides 5\nx.p|rior 3"));
+  dotted["newName"] = ".rank";
+  EXPECT_EQ(
+      edited("strides 5\nx.prior 3\n", ask("textDocument/rename", dotted)["changes"][uri("a.opt")]),
+      "strides 5\nx.rank 3\n");
+}
+
+TEST_F(Features, RepairWhatIsFound) {
+  open("a.opt", "stesp 5\ntime_limit: 5\nmethod simplx\nsteps 1 ! good\n");
+  json params = document("a.opt");
+  const auto titles = [&](int first, int last) {
+    params["range"] = {{"start", {{"line", first}, {"character", 0}}},
+                       {"end", {{"line", last}, {"character", 0}}}};
+    params["context"] = {{"diagnostics", json::array()}, {"only", {"quickfix"}}};
+    string all;
+    for (const json& each : ask("textDocument/codeAction", params))
+      all += each["title"].get<string>() + '\n';
+    return all;
+  };
+  EXPECT_EQ(titles(0, 0), "Write \"steps 5\"\n");
+  EXPECT_EQ(titles(1, 3), "Write \"time_limit 5\"\nWrite \"method simplex\"\n");
+  EXPECT_EQ(titles(3, 3), "");
+  params["context"]["only"] = {"source.fixAll"};
+  const json all = ask("textDocument/codeAction", params)[0]["edit"]["changes"][uri("a.opt")];
+  EXPECT_EQ(edited("stesp 5\ntime_limit: 5\nmethod simplx\nsteps 1 ! good\n", all),
+            "steps 5\ntime_limit 5\nmethod simplex\nsteps 1 ! good\n");
+}
+
+TEST_F(Features, ShowATextFromAbove) {
+  open("a.opt", "* one\n* two\nlog_file x y\nsteps 5\nmethod auto\nall 3 ! end\nx.prior('a') 3\n");
+  string symbols;
+  for (const json& group : ask("textDocument/documentSymbol", document("a.opt"))) {
+    symbols += group["name"].get<string>() + ":";
+    for (const json& each : group["children"])
+      symbols += ' ' + each["name"].get<string>() + '=' + each["detail"].get<string>();
+    symbols += '\n';
+  }
+  EXPECT_EQ(symbols, "Output: log_file=x y method=auto .prior=3\nLimits: steps=5 all=3\n");
+  EXPECT_EQ(ask("textDocument/foldingRange", document("a.opt")),
+            json({{{"startLine", 0}, {"endLine", 1}, {"kind", "comment"}}}));
+  json params = document("a.opt");
+  params["range"] = {{"start", {{"line", 0}, {"character", 0}}},
+                     {"end", {{"line", 9}, {"character", 0}}}};
+  const json hints = ask("textDocument/inlayHint", params);
+  ASSERT_EQ(hints.size(), 1U);
+  EXPECT_EQ(hints[0]["label"], "steps 3, step_size 3");
+  EXPECT_EQ(hints[0]["position"], json({{"line", 5}, {"character", 5}}));
+}
+
+/// The tokens of a text in words, a line of the text each.
+TEST_F(Features, ColourEachPieceOfAText) {
+  const json& types = hello_["capabilities"]["semanticTokensProvider"]["legend"]["tokenTypes"];
+  const std::pair<string, string> rows[] = {
+      {"* \u00e9\nsteps = 5 ! x\n", "comment3\nproperty5 operator1 number1 comment3"},
+      {"method auto\nall 3\nrf x", "property6 enumMember4\nmacro3 string1\nkeyword2 string1"},
+      {"x.prior('a') = 3", "variable1 property6 operator1 number1"},
+      {"indic e$y 1", "keyword5 variable1 variable1 number1"},
+      {"stesp 5\nold 3", "\nproperty3 number1"}};
+  for (const auto& [text, words] : rows) {
+    open("a.opt", text);
+    const json data = ask("textDocument/semanticTokens/full", document("a.opt"))["data"];
+    string got;
+    for (std::size_t i = 0; i + 4 < data.size(); i += 5) {
+      const auto lines = data[i].get<std::size_t>();
+      got += lines > 0 ? string(lines, '\n') : i == 0 ? "" : " ";
+      got += types[data[i + 3].get<std::size_t>()].get<string>() + data[i + 2].dump();
+    }
+    EXPECT_EQ(got, words) << text;
+  }
+}
+
+}  // namespace
+}  // namespace command
