@@ -46,7 +46,8 @@ constexpr std::array<coderow, 32> rules = {{
     {"bad-cell", severity::error, "A cell of a table is not what its column holds"},
     {"not-in-definition", severity::warning, "A definition cannot say something of the table"},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::notindefinition)].code == "not-in-definition");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notindefinition)].code ==
+              "not-in-definition");
 
 }  // namespace
 

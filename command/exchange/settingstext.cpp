@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "text/entrytext.h"
 #include "exchange/settingsjson.h"
 #include "exchange/symbolentries.h"
+#include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
 #include "text/wording.h"
