@@ -80,7 +80,10 @@ void settingstext::told(const jsonfault& fault) const {
 void settingstext::readmember(const jsonmember& member) {
   const std::size_t first = to_.count();
   ordered_json wanted;
-  if (member.name == schemamember) return;
+  if (member.name == schemamember) {
+    iswrong(member, member.value.is == jsonvalue::kind::text, "a text");
+    return;
+  }
   if (member.name == dotmember)
     wanted = readdotoptions(options_, member.value, to_);
   else if (member.name == indicatormember && !names_.indicatorword().empty())
