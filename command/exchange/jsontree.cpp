@@ -119,7 +119,12 @@ bool builder::run() {
 
 /// Where the next value begins.
 std::size_t builder::next() const {
-  return std::min(text_.find_first_not_of(" \t\r\n,:", end_), text_.size());
+  const auto between = [](char c) {
+    return c == ' ' || c == '\n' || c == ',' || c == ':' || c == '\t' || c == '\r';
+  };
+  std::size_t at = end_;
+  while (at < text_.size() && between(text_[at])) at++;
+  return at;
 }
 
 /// How much of a text is a number. A zero ends one that begins with it, but for a fraction or an

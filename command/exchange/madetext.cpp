@@ -17,6 +17,7 @@ bool madetext::good(std::size_t first, std::size_t last) const {
 }
 
 std::string madetext::product() const {
+  if (good(0, lines_.size())) return text_;
   std::string result;
   for (std::size_t i = 0; i < lines_.size(); i++) {
     const std::size_t end = i + 1 < lines_.size() ? lines_[i + 1].begin : text_.size();

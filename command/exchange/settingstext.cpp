@@ -80,7 +80,10 @@ void settingstext::told(const jsonfault& fault) const {
 void settingstext::readmember(const jsonmember& member) {
   const std::size_t first = to_.count();
   ordered_json wanted;
-  if (member.name == schemamember) return;
+  if (member.name == schemamember) {
+    iswrong(member, member.value.is == jsonvalue::kind::text, "a text");
+    return;
+  }
   if (member.name == dotmember)
     wanted = readdotoptions(options_, member.value, to_);
   else if (member.name == indicatormember && !names_.indicatorword().empty())
@@ -147,19 +150,14 @@ bool settingstext::iswrong(const jsonmember& member, bool good, const std::strin
 
 /// Whether a value can be written; if not, that is told.
 bool settingstext::isgood(const jsonmember& member, const valuetext& value, textspan where) const {
-  const std::string name = inquotes(member.name) + ' ';
-  if (!value.fault) {
-    if (!value.blankends || tokens_ || !wholelines_.empty()) return true;
-    finding found = to_.fault(ownfinding::notexpressible, where,
-                              name + "has a text with a blank at one of its ends");
-    found.hints.push_back({.words = "token mode keeps it: --tokens writes for that"});
-    to_.tell(found);
-    return false;
-  }
-  const ownfinding what =
-      value.fault->nowriting ? ownfinding::notexpressible : ownfinding::wrongvalue;
-  finding found = to_.fault(what, where, name + value.fault->text);
-  if (!value.fault->write.empty()) found.hints.push_back({.write = value.fault->write});
+  const bool kept = !value.blankends || tokens_ || !wholelines_.empty();
+  if (!value.fault && kept) return true;
+  valuefault fault = {"has a text with a blank at one of its ends", "", true};
+  if (value.fault) fault = *value.fault;
+  finding found = to_.fault(fault.nowriting ? ownfinding::notexpressible : ownfinding::wrongvalue,
+                            where, inquotes(member.name) + ' ' + fault.text);
+  if (!fault.write.empty()) found.hints.push_back({.write = fault.write});
+  if (!kept) found.hints.push_back({.words = "token mode keeps it: --tokens writes for that"});
   to_.tell(found);
   return false;
 }

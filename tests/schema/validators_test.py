@@ -68,7 +68,7 @@ def by_python(schema, instances):
 
 
 def by_ajv(schema, instances):
-    told = subprocess.run(['node', HERE / 'validate.mjs', AJV], capture_output=True, text=True, check=False,
+    told = subprocess.run(['node', HERE / 'validate.mjs', Path(AJV).resolve()], capture_output=True, text=True, check=False,
                           input=json.dumps({'schema': schema, 'instances': instances}))
     if told.returncode != 0 or told.stderr:
         raise AssertionError(told.stderr)
