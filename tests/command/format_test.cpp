@@ -296,7 +296,7 @@ TEST_F(FormatCommand, WritesNothingWhereWordsOrFilesAreUnusable) {
       {"format --write s.def p ./p", "./p: cannot be laid out: it is the same file as p"},
       {"format --write none p", "none: cannot be read"},
       {"format s.def", "FILE is required"},
-      {"format --sort name s.def p", "--sort: group is expected, saw \"name\""},
+      {"format --sort name s.def p", "--sort cannot be \"name\""},
       {"format --check --write s.def p", "--write excludes --check"}};
   for (const auto& [words, error] : rows) {
     const outcome told = run(words);
