@@ -7,7 +7,8 @@ list(REMOVE_ITEM command_sources ${command_main})
 add_library(optxv_command_objects OBJECT ${command_sources})
 target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # src: the classes for C++ programs
 target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
-set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp PROPERTIES COMPILE_DEFINITIONS
+set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp
+  ${PROJECT_SOURCE_DIR}/command/output/sarif.cpp PROPERTIES COMPILE_DEFINITIONS
   OPTXV_COMMAND_VERSION="${PROJECT_VERSION}")
 optxv_precompile(optxv_command_objects)
 add_executable(optxv_command ${command_main})
@@ -16,9 +17,13 @@ add_executable(optxv::command ALIAS optxv_command)
 target_link_libraries(optxv_command PRIVATE optxv_command_objects)
 set_target_properties(optxv_command PROPERTIES BUILD_RPATH_USE_ORIGIN ON)  # where it is built is no part of it
 if(NOT CMAKE_CROSSCOMPILING)
-  set(command_completion ${PROJECT_BINARY_DIR}/optxv.bash)
-  add_custom_command(TARGET optxv_command POST_BUILD COMMAND optxv_command --completion > ${command_completion}
-                     BYPRODUCTS ${command_completion} VERBATIM)
+  set(command_completions ${PROJECT_BINARY_DIR}/completions)
+  file(MAKE_DIRECTORY ${command_completions})
+  foreach(shell bash zsh fish)
+    add_custom_command(TARGET optxv_command POST_BUILD
+                       COMMAND optxv_command complete ${shell} > ${command_completions}/optxv.${shell}
+                       BYPRODUCTS ${command_completions}/optxv.${shell} VERBATIM)
+  endforeach()
 endif()
 foreach(target optxv_command_objects optxv_command)
   optxv_warnings(${target})

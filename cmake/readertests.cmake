@@ -1,5 +1,5 @@
-# What other programs make of the documents of the command: a browser, a Pascal compiler. Where they are not
-# installed, the tests are skipped.
+# What other programs make of the documents of the command: a browser, a Pascal compiler; and of its scripts: shells.
+# Where they are not installed, the tests are skipped.
 
 # The system's packages install their modules for its own interpreter, which need not be the first on the
 # path.
@@ -19,4 +19,5 @@ if(TARGET optxv_command AND NOT optxv_sanitizers)
   optxv_reader_test(browser documents-readers tests/browser/pages_test.py)
   optxv_reader_test(pascal documents-readers tests/pascal/include_test.py)
   optxv_reader_test(generate documents-readers tests/generate/generate_test.py)
+  optxv_reader_test(shells shells tests/shells/completion_test.py)
 endif()

@@ -6,29 +6,13 @@
 namespace command {
 namespace {
 
-template <class Item>
-Item& grown(std::vector<Item>& items, std::int32_t number) {
-  const auto index = static_cast<std::size_t>(number);
-  if (index >= items.size()) items.resize(index + 1);
-  return items[index];
-}
-
 bool isdashes(char c) {
   return c == '-' || c == '/';
 }
 
 }  // namespace
 
-void entrychecks::entered(const optxv_source&) {
-  sources_.push_back(++lastsource_);
-}
-
-void entrychecks::left(const optxv_source&, std::int32_t) {
-  sources_.pop_back();
-}
-
 void entrychecks::key(const optxv_key& key) {
-  entry_++;
   constexpr std::int32_t ownkey = 2;  // dashes that make a key of the user's own
   if (key.dashes >= ownkey) checklist(key);
 }
@@ -89,7 +73,7 @@ void entrychecks::checkquotes(const optxv_value& value) {
 }
 
 void entrychecks::stored(const optxv_store& store) {
-  if (sources_.empty() || store.road == optxv_road_call) return;
+  if (at_.idle() || store.road == optxv_road_call) return;
   checkobsolete(store);
   checkagain(store);
 }
@@ -105,47 +89,19 @@ void entrychecks::checkobsolete(const optxv_store& store) {
                         " is set all the same"));
 }
 
-/// The entry at a place, which has no effect, as a comment. Where a line may have many entries, it
-/// takes a person to do that.
-hint entrychecks::withoutfirst(place first) const {
-  hint result = {.words = "make the first a comment: it has no effect"};
-  if (tokens_ || names_.modeswitched()) return result;
-  first.column = 1;
-  first.length = 0;
-  result.edits = {{first, "* "}};
-  result.sure = true;
-  return result;
-}
-
-/// To set again but one of two values is no repetition, and neither is what another file does, nor
-/// an entry after a macro that has set the same among others.
 void entrychecks::checkagain(const optxv_store& store) {
-  const bool handedon = store.road == optxv_road_macro || store.road == optxv_road_list;
-  const optionsymbol& option = names_.option(store.option);
-  if ((store.road != optxv_road_entry && !handedon) || option.type == "strlist" ||
-      option.name.empty())
-    return;
-  setbefore& last = grown(before_, store.option);
-  if (last.source != sources_.back()) last = {.source = sources_.back()};
-  if (last.entry != entry_) {
-    if (last.mask != 0) last.first = last.where;
-    last.earlier |= last.mask;
-    last.entry = entry_, last.mask = 0, last.told = false;
-  }
-  const std::int32_t bit = store.which == 2 ? 2 : 1;
-  const std::int32_t now = last.mask | bit;
-  if (last.earlier != 0 && (last.earlier & ~now) == 0 && !last.told) {
-    last.told = true;
-    finding found = own(ownfinding::settwice, store.place,
-                        "the option " + inquotes(option.name) + " is set again" +
-                            (handedon ? " by " + inquotes(names_.option(store.through).name) : ""));
-    found.notes.push_back({"it was set here before", last.first});
-    if (!handedon) found.hints.push_back(withoutfirst(last.first));
-    findings_.add(std::move(found));
-  }
-  if (handedon) return;
-  last.mask = now;
-  last.where = store.place;
+  const std::optional<repetition>& again = again_.now();
+  if (!again || !again->samefile) return;
+  const std::string by =
+      again->through > 0 ? " by " + inquotes(names_.option(again->through).name) : "";
+  finding found =
+      own(ownfinding::settwice, store.place,
+          "the option " + inquotes(names_.option(store.option).name) + " is set again" + by);
+  found.notes.push_back({"it was set here before", again->first});
+  if (again->through == 0)
+    found.hints.push_back(ascomment("make the first a comment: it has no effect", again->first,
+                                    tokens_ || names_.modeswitched()));
+  findings_.add(std::move(found));
 }
 
 }  // namespace command

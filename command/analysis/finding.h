@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -93,6 +94,8 @@ struct tally {
   std::size_t indicators = 0;
   std::size_t omitted = 0;  ///< of the errors: those that are counted but not shown
 
+  tally& operator+=(const tally& other);
+
   /// The exit status: 2 if a file could not be read, else 1 if there are errors, or warnings where
   /// these count as errors, else 0.
   int status(bool strict = false) const {
@@ -126,14 +129,23 @@ enum class ownfinding {
   booleandefault,   ///< a default of a boolean that is neither 0 nor 1
   booleanbounds,    ///< numbers where a boolean has no fields for them
   namesmeet,        ///< two names that are one in a programming language
+  notinschema,      ///< what a schema cannot say
+  badjson,          ///< a text that is no JSON
+  nomember,         ///< a member of settings that is no option
+  membertwice,      ///< one that is there twice
+  wrongvalue,       ///< a value of another type than the option's
+  notexpressible,   ///< a value that the form to be written cannot hold
 };
 
-/// The code and the severity of such a finding.
-struct ownrule {
+/// A code with which findings are told, and what it stands for.
+struct coderow {
   std::string_view code;
-  severity level;
+  severity level;          ///< what such findings mostly are
+  std::string_view words;  ///< one sentence without the full stop
 };
-const ownrule& ruleof(ownfinding what);
+const coderow& ruleof(ownfinding what);
+/// All of these, in the order of ownfinding.
+std::span<const coderow> owncodes();
 /// A finding of that code and severity.
 finding own(ownfinding what, const place& where, std::string text);
 

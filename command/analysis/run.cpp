@@ -2,6 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace command {
 
 void run::filelist::entered(const optxv_source& source) {
@@ -12,9 +15,11 @@ void run::filelist::entered(const optxv_source& source) {
 }
 
 run::readparts::readparts(run& of)
-    : findings(of.at_, {of.at_, of.names_, of.trial_}, of.take_),
+    : values(of.options_.handle(), of.asked_.origins),
+      again(of.at_, of.names_),
+      findings(of.at_, {of.at_, of.names_, of.trial_}, of.take_),
       texts(of.at_, findings),
-      entries(of.at_, of.names_, of.trial_, findings),
+      entries(of.at_, of.names_, again, of.trial_, findings),
       records(of.at_, findings),
       heard(of.options_.handle(), listeners(of)) {
   if (of.tokens_) entries.settokens();
@@ -22,22 +27,25 @@ run::readparts::readparts(run& of)
 
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::readparts::listeners(run& of) {
+  const runparts& asked = of.asked_;
   std::vector<listener*> all = {&of.at_, &of.names_, &values, &files, &texts};
-  if (of.asked_.checks) all.insert(all.end(), {&records, &entries});
+  if (asked.also != nullptr) all.insert(all.begin(), asked.also);
+  if (asked.checks || asked.join) all.push_back(&again);
+  if (asked.checks) all.insert(all.end(), {&records, &entries});
+  if (asked.join) std::ranges::copy(asked.join(of), std::back_inserter(all));
   all.push_back(&findings);
-  all.insert(all.end(), of.more_.begin(), of.more_.end());
   return all;
 }
 
-run::run(findingtaker take, const runparts& parts, std::vector<listener*> more)
+run::run(findingtaker take, const runparts& parts)
     : take_(std::move(take)),
       asked_(parts),
-      more_(std::move(more)),
       names_(at_, parts.symbols),
       parts_(std::in_place, *this) {}
 
 void run::setswitches(bool tokens, bool nobounds) {
   tokens_ = tokens;
+  nobounds_ = nobounds;
   options_.set_switch(optxv_switch_line_mode, !tokens);
   options_.set_switch(optxv_switch_no_bounds, nobounds);
 }
@@ -47,14 +55,17 @@ bool run::read(const readsettings& what) {
   drafts_ = what.drafts;
   if (what.tokens) parts_->entries.settokens();
   if (!readdefinition(what)) return false;
+  options_.set_switch(optxv_switch_print, false);  // standard output is for the product
   for (const std::string& file : what.parameters) readparameters(file);
+  options_.set_switch(optxv_switch_print, true);
   return true;
 }
 
-bool run::readdefinition(const textdocument& definition, bool tokens) {
-  setswitches(tokens, false);
+bool run::readdefinition(const textdocument& definition, bool tokens, bool nobounds) {
+  setswitches(tokens, nobounds);
+  if (tokens) parts_->entries.settokens();
   begin(definition);
-  if (!take(definition, tokens)) return telluseless(false), false;
+  if (!take(definition)) return telluseless(false), false;
   declared_ = static_cast<std::int32_t>(options_.table().size());
   start_ = options_.take_snapshot();
   return true;
@@ -67,18 +78,24 @@ bool run::readagain(const textdocument& parameters) {
   if (static_cast<std::int32_t>(options_.table().size()) > declared_ + mostlists) return false;
   startover();
   begin(parameters);
-  finish(parameters.name(), options_.read_text(parameters.name(), parameters.text()).status);
+  options_.set_switch(optxv_switch_print, false);
+  readmade(parameters.name(), parameters.text());
   return true;
 }
 
 /// Makes everything as it was after the definition was read.
 void run::startover() {
   options_.restore(*start_);
-  setswitches(tokens_, false);
+  setswitches(tokens_, nobounds_);
   at_ = reading();
   names_.forgetuses();
   parts_.reset();  // a handle has one hearing at a time
   parts_.emplace(*this);
+}
+
+void run::tell(finding found) {
+  parts_->findings.add(std::move(found));
+  if (at_.idle()) parts_->findings.flush();
 }
 
 tally run::total() const {
@@ -88,6 +105,15 @@ tally run::total() const {
   return total;
 }
 
+void run::readmade(const std::string& name, std::string_view text) {
+  finish(name, options_.read_text(name, text).status);
+}
+
+void run::add(finding found) {
+  parts_->findings.add(std::move(found));
+  parts_->findings.flush();
+}
+
 void run::readdefinition(optxv::options& into) const {
   if (definition_) into.read_definition_text(definition_->name(), definition_->text());
 }
@@ -95,15 +121,15 @@ void run::readdefinition(optxv::options& into) const {
 bool run::readdefinition(const readsettings& what) {
   const textdocument* const text = document(what.definition);
   if (text == nullptr) return false;
-  if (take(*text, what.tokens)) return true;
+  if (take(*text)) return true;
   telluseless(!what.parameters.empty());
   return false;
 }
 
 /// Reads the definition; false if it declares no option.
-bool run::take(const textdocument& definition, bool tokens) {
+bool run::take(const textdocument& definition) {
   definition_ = definition;
-  trial_.define(definition.text(), tokens);
+  trial_.define(definition.text(), tokens_);
   parts_->texts.define(definition.text());
   finish(definition.name(),
          options_.read_definition_text(definition.name(), definition.text()).status);
@@ -117,15 +143,14 @@ void run::telluseless(bool swapped) {
     found.hints.push_back({"",
                            "the definition comes first, then the parameter files; are the two "
                            "swapped?"});
-  parts_->findings.add(std::move(found));
-  parts_->findings.flush();
+  add(std::move(found));
 }
 
 void run::readparameters(const std::string& file) {
   const textdocument* text = document(file);
   if (text == nullptr) return;
   const bool drafted = drafts_ != nullptr && drafts_->contains(file);
-  finish(file, options_.read_text(file, drafted ? drafts_->at(file) : text->text()).status);
+  readmade(file, drafted ? drafts_->at(file) : text->text());
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.
@@ -151,10 +176,8 @@ void run::begin(const textdocument& text) {
 }
 
 void run::unreadable(const std::string& file, const std::string& why) {
-  collector& findings = parts_->findings;
-  findings.total().unreadable++;
-  findings.add(own(ownfinding::unreadable, place(file), "cannot be read: " + why));
-  findings.flush();
+  parts_->findings.total().unreadable++;
+  add(own(ownfinding::unreadable, place(file), "cannot be read: " + why));
 }
 
 /// After each file.

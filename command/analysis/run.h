@@ -1,6 +1,7 @@
 // One run over a definition and its parameter files, with all that is found in them.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -12,6 +13,7 @@
 #include "analysis/hearing.h"
 #include "analysis/reading.h"
 #include "analysis/recordchecks.h"
+#include "analysis/repeats.h"
 #include "analysis/settings.h"
 #include "analysis/symbols.h"
 #include "analysis/textchecks.h"
@@ -33,10 +35,18 @@ struct readsettings {
   const drafttexts* drafts = nullptr;  ///< of the parameter files, if any. BORROWS: for the run
 };
 
+class run;
+
 /// What a run is for, beyond the values.
 struct runparts {
-  bool checks = false;   ///< warns of what the library takes as it is, and is hardly meant
-  bool symbols = false;  ///< keeps all declarations and mentions
+  bool checks = false;       ///< warns of what the library takes as it is, and is hardly meant
+  bool symbols = false;      ///< keeps all declarations and mentions
+  bool origins = false;      ///< keeps all settings, not only the last of each option
+  listener* also = nullptr;  ///< hears each call before all others do. BORROWS: for the run
+  /// Gives further listeners for a run, which hear each call after those of the run itself, and
+  /// before its messages become findings; asked before each text that is read again, too. BORROWS:
+  /// the listeners, as long as the run lives.
+  std::function<std::vector<listener*>(run&)> join = {};
 };
 
 /// A file that was read, or that a file of the run names.
@@ -55,9 +65,9 @@ struct enteredfile {
 ///   if (reading.read({.definition = "s.def", .parameters = {"p.opt"}})) use(reading.options());
 ///   return reading.total().status();
 ///
-/// For parameter text that changes, the definition is read once and kept, with its names and its
-/// trial of hints; what belongs to the parameter text is made anew for each
-/// read, so that nothing of an earlier one is left:
+/// For parameter text that changes, the definition is read once and kept, with its names; what
+/// belongs to the parameter text is made anew for each read, so that nothing of an earlier one is
+/// left:
 ///
 ///   run reading(taker, {.checks = true});
 ///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // any number of
@@ -66,15 +76,14 @@ struct enteredfile {
 /// OWNS: the options, and the texts that it has read.
 class run {
  public:
-  /// more: listeners that hear what the run hears, after the run itself. BORROWS: them.
-  explicit run(findingtaker take, const runparts& parts = {}, std::vector<listener*> more = {});
+  explicit run(findingtaker take, const runparts& parts = {});
 
   /// Reads everything, once. False if the definition could not be read or declares no option;
   /// nothing else is read then. Throws std::bad_alloc, with the options in their last good state.
   bool read(const readsettings& what);
 
   /// Reads a definition, for readagain. True if it declares an option. To be called once.
-  bool readdefinition(const textdocument& definition, bool tokens);
+  bool readdefinition(const textdocument& definition, bool tokens, bool nobounds = false);
   /// Reads parameter text as if nothing had been read after the definition. False, with nothing
   /// done, if the table has grown so much by lists of earlier texts that a new run should take
   /// over. REQUIRES: readdefinition gave true.
@@ -86,14 +95,29 @@ class run {
   tally total() const;
   /// Names declared and used.
   symbols& names() { return names_; }
+  const symbols& names() const { return names_; }
   /// Where each option got its value.
   const settings& values() const { return parts_->values; }
+  /// Where the reader stands.
+  const reading& at() const { return at_; }
+  /// What the value that was stored last repeats, while a listener that has joined hears of it.
+  const repeats& again() const { return parts_->again; }
+  /// Whether reads begin in the mode of many entries a line.
+  bool tokens() const { return tokens_; }
+  /// Adds a finding of a listener that has joined, or of after the read.
+  void tell(finding found);
   /// The files that were entered, in that order.
   const std::vector<enteredfile>& files() const { return parts_->files.all; }
   /// The definition as it was read; empty if it could not be read.
   std::string_view definitiontext() const {
     return definition_ ? definition_->text() : std::string_view();
   }
+
+  /// For a task that makes parameter text of something else, after read(): a file of the run, nil
+  /// if it cannot be read, which is told; the text that was made of it; and what was found wrong.
+  const textdocument* open(const std::string& file) { return document(file); }
+  void readmade(const std::string& name, std::string_view text);
+  void add(finding found);
   /// Reads the definition of the run into another option set, which then has the defaults.
   void readdefinition(optxv::options& into) const;
 
@@ -110,6 +134,7 @@ class run {
     std::vector<listener*> listeners(run& of);
 
     settings values;
+    repeats again;
     filelist files;
     collector findings;
     textchecks texts;
@@ -120,7 +145,7 @@ class run {
 
   void setswitches(bool tokens, bool nobounds);
   bool readdefinition(const readsettings& what);
-  bool take(const textdocument& definition, bool tokens);
+  bool take(const textdocument& definition);
   void telluseless(bool swapped);
   void readparameters(const std::string& file);
   void startover();
@@ -131,15 +156,14 @@ class run {
 
   findingtaker take_;
   runparts asked_;
-  std::vector<listener*> more_;
   optxv::options options_;
   shelf shelf_;
   std::optional<textdocument> definition_;
-  bool tokens_ = false;
   std::int32_t declared_ = 0;             ///< options in the table once the definition is read
   std::optional<optxv::snapshot> start_;  ///< the values then
   const drafttexts* drafts_ = nullptr;
   trial trial_;
+  bool tokens_ = false, nobounds_ = false;
   reading at_;
   symbols names_;
   std::optional<readparts> parts_;

@@ -61,6 +61,8 @@ class symbols : public listener {
   std::int32_t find(std::string_view name) const;
   /// The characters that begin a comment at the end of a line; empty if there are none.
   const std::string& commentcharacters() const { return commentcharacters_; }
+  /// The word that begins an indicator; empty if the definition has none.
+  const std::string& indicatorword() const { return indicatorword_; }
   /// Whether the source that is being read has switched between one and many entries a line.
   bool modeswitched() const { return switched_.contains(at_.source().name); }
   /// How many options the records declare.
@@ -108,6 +110,7 @@ class symbols : public listener {
   bool keepall_;
   std::vector<optionsymbol> options_;
   std::string commentcharacters_;
+  std::string indicatorword_;
   std::set<std::string> switched_;  ///< the sources that have switched the mode
   std::size_t count_ = 0;
   std::unordered_map<std::string, std::int32_t> numbers_;

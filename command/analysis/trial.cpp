@@ -9,6 +9,7 @@ bool trial::accepts(std::string_view line) {
   if (!options_) {
     options_.emplace();
     options_->read_definition_text("", definition_);
+    options_->set_switch(optxv_switch_print, false);
     start_ = options_->take_snapshot();
   }
   options_->restore(*start_);

@@ -50,7 +50,7 @@ std::string notcount(const std::string& text) {
 
 /// Adds a word or a flag, which sets its field of the request.
 CLI::Option* add(CLI::App& app, const argument& row, request& given) {
-  const std::string names(row.names), help(row.help);
+  const std::string names(row.names), help = helpof(row);
   const auto bound = [&](auto into) -> CLI::Option* {
     using kind = decltype(into);
     if constexpr (std::is_same_v<kind, std::monostate>)
@@ -62,6 +62,7 @@ CLI::Option* add(CLI::App& app, const argument& row, request& given) {
   };
   CLI::Option* option = std::visit(bound, row.into);
   if (std::holds_alternative<std::size_t request::*>(row.into)) option->check(notcount);
+  if (row.commas) option->delimiter(',')->allow_extra_args(false);
   return option->type_name(std::string(row.value))->required(row.required)->group("Flags");
 }
 
@@ -194,9 +195,20 @@ complaint complaintof(const CLI::App& app, const CLI::ParseError& why) {
   return {why.what(), ""};
 }
 
-int tellwrong(const CLI::App& app, const CLI::ParseError& why) {
-  const subcommand* row = chosen(app);
-  complaint wrong = complaintof(app, why);
+/// The first value that is none of those that its flag or word takes.
+std::optional<complaint> wrongvalue(const subcommand& row, const request& given) {
+  for (const argument* each : row.arguments()) {
+    const auto* into = std::get_if<std::string request::*>(&each->into);
+    if (into == nullptr || each->choices().empty()) continue;
+    if (given.**into == request().**into && !each->required) continue;  // not given
+    if (std::ranges::count(each->choices(), given.**into) == 0)
+      return complaint{namesof(*each).back() + " cannot be " + inquotes(given.**into),
+                       "it is " + listed(each->choices())};
+  }
+  return std::nullopt;
+}
+
+int tellwrong(const subcommand* row, complaint wrong) {
   if (wrong.hint.empty())
     wrong.hint = "see optxv " + (row == nullptr ? "" : std::string(row->word) + ' ') + "--help";
   put(stderr, "optxv: error: " + printable(wrong.text) + "\noptxv: note: " + wrong.hint + '\n');
@@ -205,7 +217,7 @@ int tellwrong(const CLI::App& app, const CLI::ParseError& why) {
 
 /// Help and version come as exceptions from the parser, with nothing wrong.
 int tell(const CLI::App& app, const CLI::ParseError& why) {
-  if (why.get_exit_code() != 0) return tellwrong(app, why);
+  if (why.get_exit_code() != 0) return tellwrong(chosen(app), complaintof(app, why));
   put(stdout, why.get_name() == "CallForVersion" ? versiontext() : app.help());
   return 0;
 }
@@ -228,7 +240,10 @@ int runcommandline(int count, const char* const* words) {
   } catch (const CLI::ParseError& why) {
     return tell(app, why);
   }
-  if (const subcommand* row = chosen(app)) return row->run(given);
+  if (const subcommand* row = chosen(app)) {
+    const std::optional<complaint> wrong = wrongvalue(*row, given);
+    return wrong ? tellwrong(row, *wrong) : row->run(given);
+  }
   if (app.count(std::string(listflag.names)) > 0) return putself(rowsjson());
   if (app.count(std::string(completionflag.names)) > 0) return putself(completionscript());
   put(stderr, shortlist());

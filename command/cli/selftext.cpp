@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "completion/shells.h"
+#include "lint/rules.h"
 #include "optxv/optxv.h"
 #include "text/wording.h"
 
@@ -30,7 +32,8 @@ ordered_json asjson(const argument& row) {
     result = {{"names", namesof(row)}, {"value", row.value}};
   else
     result = {{"name", row.names}};
-  result["help"] = row.help;
+  result["help"] = helpof(row);
+  if (!row.choices().empty()) result["values"] = row.choices();
   result["required"] = row.required;
   result["many"] = row.ismany();
   result["excludes"] =
@@ -44,15 +47,6 @@ ordered_json chosen(std::span<const argument* const> arguments, bool flags) {
   for (const argument* each : arguments)
     if (each->isflag() == flags) result.push_back(asjson(*each));
   return result;
-}
-
-/// The names of the flags among the arguments, with blanks between.
-std::string flagnames(std::span<const argument* const> arguments) {
-  std::string names;
-  for (const argument* each : arguments)
-    if (each->isflag())
-      for (const std::string& name : namesof(*each)) names += (names.empty() ? "" : " ") + name;
-  return names;
 }
 
 }  // namespace
@@ -94,22 +88,7 @@ std::string versiontext() {
 }
 
 std::string completionscript() {
-  std::string words, cases;
-  for (const subcommand& row : subcommands()) {
-    words += ' ' + std::string(row.word);
-    cases += "    " + std::string(row.word) + ") words='" + flagnames(row.arguments()) + "' ;;\n";
-  }
-  return "_optxv() {\n"
-         "  local words='" +
-         flagnames(commonflags) + "'\n  case ${COMP_WORDS[1]} in\n" + cases +
-         "  esac\n"
-         "  if [ \"$COMP_CWORD\" = 1 ]; then words='" +
-         flagnames(commonflags) + words +
-         "'; fi\n"
-         "  case $COMP_CWORD:$2 in 1:* | *:-*) ;; *) words='' ;; esac\n"
-         "  mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$2\")\n"
-         "}\n"
-         "complete -o default -F _optxv optxv\n";
+  return scriptof(shellof("bash"), {.name = "optxv"});
 }
 
 std::string rowsjson() {
@@ -122,7 +101,12 @@ std::string rowsjson() {
                     {"words", chosen(row.arguments(), false)},
                     {"flags", chosen(row.arguments(), true)},
                     {"examples", row.examples()}});
-  const ordered_json all = {{"subcommands", rows}, {"flags", chosen(commonflags, true)}};
+  ordered_json rules = ordered_json::array();
+  for (const lintrule& row : lintrules())
+    rules.push_back(
+        {{"code", row.code}, {"severity", severityword(row.level)}, {"help", row.sentence}});
+  const ordered_json all = {
+      {"subcommands", rows}, {"flags", chosen(commonflags, true)}, {"rules", rules}};
   return all.dump(2) + '\n';
 }
 

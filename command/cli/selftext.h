@@ -10,7 +10,7 @@ namespace command {
 /// One line per subcommand, for users who gave none.
 std::string shortlist();
 
-/// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o FOLDER`.
+/// The subcommand with its words and what else it requires: `optxv reference DEFINITION -o TARGET`.
 std::string usage(const subcommand& row);
 
 /// What follows the flags in the help of a subcommand: its further sentences, examples, and the
@@ -21,8 +21,7 @@ std::string footer(const subcommand& row);
 /// library that it runs with.
 std::string versiontext();
 
-/// A script for bash that completes subcommands, and the flags of each. Other words are completed
-/// as names of files.
+/// The script with which bash completes the words of optxv.
 std::string completionscript();
 
 /// The rows as JSON: `subcommands`, each with word, usage, help, more, words, flags and examples;

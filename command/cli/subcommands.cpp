@@ -1,5 +1,9 @@
 #include "cli/subcommands.h"
 
+#include "cli/completing.h"
+#include "code/languages.h"
+#include "completion/shells.h"
+#include "output/reportforms.h"
 #include "tasks/tasks.h"
 
 namespace command {
@@ -9,11 +13,26 @@ constexpr argument versionflag{
     "-V,--version", "", "Show the version of the command and of the library", {}};
 constexpr argument listflag{
     "--subcommands", "", "Print what the subcommands take as JSON, for other programs", {}};
-constexpr argument completionflag{
-    "--completion", "", "Print a script that completes the words of the command in bash", {}};
+constexpr argument completionflag{"--completion", "", "Print what complete bash prints", {}};
 
 namespace {
 
+std::span<const std::string_view> reportforms() {
+  return reportwords;
+}
+std::span<const std::string_view> convertedforms() {
+  static constexpr std::array<std::string_view, 2> words = {"json", "parameters"};
+  return words;
+}
+std::span<const std::string_view> sortorders() {
+  static constexpr std::array<std::string_view, 1> words = {"group"};
+  return words;
+}
+
+constexpr argument checkedword{
+    "DEFINITION", "",
+    "File that declares the options; - is standard input. Without it: all that optxv.json binds",
+    &request::definition};
 constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
                                   &request::definition, true};
@@ -32,6 +51,12 @@ constexpr argument maxerrors{"--max-errors", "N",
                              "Show at most N errors, then how many more there are; 0 shows all",
                              &request::maxerrors};
 constexpr argument json{"--json", "", "Print JSON, for other programs", &request::json};
+constexpr argument reportform{.names = "--format",
+                              .value = "FORM",
+                              .help = "Form of the findings; else that for people",
+                              .into = &request::format,
+                              .excludes = &json,
+                              .fixed = reportforms};
 constexpr argument all{"--all", "", "Show every option", &request::all};
 constexpr argument set{"--set",       "",    "Show the options that are set; the default",
                        &request::set, false, &all};
@@ -42,32 +67,103 @@ constexpr argument output{
     "-o,--output", "FILE",
     "File to write instead of standard output; the old one stays until the new one is whole",
     &request::output};
-constexpr argument lang{"--lang", "LANG", "Language of the code: c, c++, python, fortran or pascal",
-                        &request::lang, true};
+constexpr argument lang{"--lang", "LANG",  "Language of the code", &request::lang,
+                        true,     nullptr, languagenames};
 constexpr argument prefix{"--prefix", "NAME",
                           "Word that the names in the code begin with; else that of the definition",
                           &request::prefix};
 constexpr argument embed{"--embed", "",
                          "Put the definition's text into the code, with a function that reads it",
                          &request::embed};
-constexpr argument folder{"-o,--output", "FOLDER", "Folder to write into, made if there is none",
-                          &request::folder, true};
+constexpr argument markdown{"--markdown", "", "Write one file in Markdown instead of a page",
+                            &request::markdown};
+constexpr argument man{"--man",       "",    "Write a manual page for section 5",
+                       &request::man, false, &markdown};
+constexpr argument target{
+    "-o,--output", "TARGET",
+    "Folder of the page, made if there is none; with --markdown or --man, the file",
+    &request::target, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
                              &request::parameters, true};
+constexpr argument withorigin{"--origin", "", "Show where the values come from", &request::origin};
+constexpr argument settingwords{
+    "PARAMETERS", "",
+    "Parameter files, read in this order; - is standard input. The last "
+    "words may be names of options",
+    &request::parameters};
+constexpr argument optionnames{
+    "--name", "NAME", "Show this option alone; may be given more than once", &request::names};
+constexpr argument convertedword{"FILE", "", "File to convert; - is standard input", &request::file,
+                                 true};
+constexpr argument to{.names = "--to",
+                      .value = "FORM",
+                      .help = "Form to write",
+                      .into = &request::to,
+                      .required = true,
+                      .fixed = convertedforms};
+constexpr argument every{"--all", "", "Write every option, by its default where it is not set",
+                         &request::all};
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
 constexpr argument logfile{"--log", "FILE", "Write all that is received and sent to a file",
                            &request::log};
+constexpr argument select{
+    .names = "--select",
+    .value = "CODES",
+    .help = "Apply only these rules: codes or what they begin with, with commas between",
+    .into = &request::select,
+    .commas = true};
+constexpr argument ignore{.names = "--ignore",
+                          .value = "CODES",
+                          .help = "Do not apply these rules, written likewise",
+                          .into = &request::ignore,
+                          .commas = true};
+constexpr argument lintrepairs{
+    .names = "--lint",
+    .value = "CODES",
+    .help = "Also repair what these rules of lint find, where that is sure",
+    .into = &request::lint,
+    .commas = true};
+constexpr argument layoutwords{"FILE", "", "Files to lay out; - is standard input",
+                               &request::parameters};
+constexpr argument definitions{"--definitions", "",
+                               "Lay definitions out: DEFINITION and each FILE is one",
+                               &request::definitions};
+constexpr argument layoutwrite{"--write", "", "Write over the files instead of showing the result",
+                               &request::write};
+constexpr argument namesonly{
+    "--check",           "",    "Only name the files that would change; the exit status is then 1",
+    &request::namesonly, false, &layoutwrite};
+constexpr argument sort{
+    .names = "--sort",
+    .value = "ORDER",
+    .help = "Sort entries, with headings: by the groups in the order of the definition",
+    .into = &request::sort,
+    .fixed = sortorders};
+constexpr argument width{"--width", "N",
+                         "Wrap the long help of a definition at N columns; 100 if it is not given",
+                         &request::width};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
+
+constexpr argument shellword{
+    "SHELL", "", "Shell that the script is for", &request::shell, true, nullptr, shellnames};
+constexpr argument handedwords{"WORDS", "",
+                               "What the script hands over, after --, to be told what to offer",
+                               &request::handed};
+constexpr argument host{"--host", "NAME", "Complete the words of this program, not of optxv",
+                        &request::host};
+constexpr argument hostdefinition{"--definition", "FILE",
+                                  "Definition of the options that the program takes as arguments",
+                                  &request::definition};
 
 constexpr auto rows = std::to_array<subcommand>({
     {"check",
      "Report everything that is wrong with the files",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json},
+     {&checkedword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json, &reportform},
      {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
       "sed s/old/new/ solver.opt | optxv check solver.def -",
       "optxv check --json solver.def solver.opt | jq .summary"},
@@ -77,17 +173,46 @@ constexpr auto rows = std::to_array<subcommand>({
      "What would change is shown as a difference that patch takes. The exit status is that of "
      "what\n"
      "is left.",
-     {&definitionword, &filewords, &tokens, &nobounds, &overwrite},
+     {&definitionword, &filewords, &tokens, &nobounds, &overwrite, &lintrepairs},
      {"optxv fix solver.def solver.opt", "optxv fix --write solver.def *.opt",
-      "optxv fix solver.def solver.opt | patch"},
+      "optxv fix solver.def solver.opt | patch", "optxv fix --lint P2 solver.def solver.opt"},
      fix},
+    {"lint",
+     "Report what is right and yet hardly meant, or could be better",
+     "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
+     "both.\n"
+     "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json,
+      &reportform},
+     {"optxv lint solver.def", "optxv lint solver.def solver.opt",
+      "optxv lint --strict --ignore D2,D402 solver.def",
+      "optxv lint --select P1 --json solver.def solver.opt"},
+     lint},
+    {"format",
+     "Lay files out: columns aligned, and nothing that they say changed",
+     "Comments and empty lines stay, and lines with errors stay as they are. The result is shown,\n"
+     "file after file, or written with --write.",
+     {&definitionword, &layoutwords, &definitions, &tokens, &nobounds, &layoutwrite, &namesonly,
+      &sort, &width},
+     {"optxv format solver.def solver.opt", "optxv format --write --sort group solver.def *.opt",
+      "optxv format --check solver.def *.opt", "optxv format --definitions --write solver.def"},
+     format},
     {"show",
      "Show options, values and defaults",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &all, &set, &json},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &all, &set, &withorigin, &json},
      {"optxv show solver.def solver.opt", "optxv show --all solver.def",
-      "optxv show --json solver.def solver.opt"},
+      "optxv show --origin solver.def solver.opt", "optxv show --json solver.def solver.opt"},
      show},
+    {"origin",
+     "Show where values come from, and what they overrode",
+     "A last word that is no file asks for the option of that name alone; so does --name, "
+     "whatever\n"
+     "files there are.",
+     {&definitionword, &settingwords, &tokens, &nobounds, &optionnames, &json},
+     {"optxv origin solver.def solver.opt night.opt", "optxv origin solver.def solver.opt steplim",
+      "optxv origin --json solver.def solver.opt --name steplim"},
+     origins},
     {"help",
      "Show the help that a definition holds",
      "A number asks for lists, and may be a sum: 1 by group, 2 in alphabetical order, 4 the table "
@@ -125,6 +250,21 @@ constexpr auto rows = std::to_array<subcommand>({
      {&definitionword, &output, &force},
      {"optxv include solver.def -o options.inc"},
      include},
+    {"convert",
+     "Write a parameter file as JSON, or JSON as a parameter file",
+     "JSON is what \"optxv schema\" describes. Values come through as they are, bit for bit; what "
+     "the\nother form cannot hold is an error.",
+     {&definitionword, &convertedword, &to, &tokens, &nobounds, &every, &output, &force},
+     {"optxv convert solver.def solver.opt --to json -o solver.json",
+      "optxv convert solver.def solver.json --to parameters"},
+     convert},
+    {"schema",
+     "Write a JSON Schema of the settings, for editors and validators",
+     "The schema is of draft 2020-12. It is about settings as \"optxv convert --to json\" writes "
+     "them.",
+     {&definitionword, &output, &force},
+     {"optxv schema solver.def -o solver.schema.json"},
+     schema},
     {"generate",
      "Write code for programs: the options as a struct, with their numbers and enumerations",
      "The code has a field for each option with a value, its default and its help, and functions\n"
@@ -135,10 +275,11 @@ constexpr auto rows = std::to_array<subcommand>({
       "optxv generate solver.def --lang fortran --prefix slv -o slv_options.f90"},
      generate},
     {"reference",
-     "Write a reference of the options for a browser, with a search box",
+     "Write a reference of the options: a page with a search box, Markdown, or a manual page",
      "The page is index.html in that folder.",
-     {&definitionword, &folder, &force},
-     {"optxv reference solver.def -o site"},
+     {&definitionword, &target, &markdown, &man, &force},
+     {"optxv reference solver.def -o site", "optxv reference solver.def --markdown -o options.md",
+      "optxv reference solver.def --man -o solver.5 && man ./solver.5"},
      reference},
     {"lsp",
      "Serve an editor: findings while somebody types, completion, help, rename",
@@ -147,6 +288,15 @@ constexpr auto rows = std::to_array<subcommand>({
      {&logfile},
      {"optxv lsp", "optxv lsp --log /tmp/optxv.log"},
      lsp},
+    {"complete",
+     "Print a script that lets a shell complete the words of optxv, or of a program",
+     "Names and values of options come from the definition that the line names, or that of the\n"
+     "program, as it is when TAB is pressed.",
+     {&shellword, &handedwords, &host, &hostdefinition},
+     {"source <(optxv complete bash)", "source <(optxv complete zsh)",
+      "optxv complete fish | source",
+      "source <(optxv complete bash --host solver --definition solver.def)"},
+     complete},
     {"api",
      "Show the library's version and the signatures of its functions",
      "",
@@ -169,6 +319,32 @@ std::vector<std::string> namesof(const argument& row) {
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return names;
+}
+
+valuekind argument::valueis() const {
+  struct row {
+    std::string_view word;
+    valuekind kind;
+  };
+  static constexpr auto words = std::to_array<row>({{"DEFINITION", valuekind::file},
+                                                    {"PARAMETERS", valuekind::file},
+                                                    {"FILE", valuekind::file},
+                                                    {"FOLDER", valuekind::folder},
+                                                    {"REQUEST", valuekind::option}});
+  const auto found = std::ranges::find(words, isflag() ? value : names, &row::word);
+  return found == words.end() ? valuekind::text : found->kind;
+}
+
+std::string listed(std::span<const std::string_view> words) {
+  std::string text;
+  for (std::size_t i = 0; i < words.size(); i++)
+    text += (i == 0 ? "" : i + 1 == words.size() ? " or " : ", ") + std::string(words[i]);
+  return text;
+}
+
+std::string helpof(const argument& row) {
+  const std::string help(row.help);
+  return row.choices().empty() ? help : help + ": " + listed(row.choices());
 }
 
 }  // namespace command

@@ -1,6 +1,6 @@
 // The subcommands, and the words and flags that they take, one row each. From these rows come the
-// parser, its help, the messages about wrong flags, and the listing from which the manual page is
-// made: a new flag is a row and a field of the request.
+// parser, its help, the messages about wrong flags, what shells offer, and the listing from which
+// the manual page is made: a new flag is a row and a field of the request.
 #pragma once
 
 #include <algorithm>
@@ -21,6 +21,9 @@ namespace command {
 using field = std::variant<std::monostate, bool request::*, std::size_t request::*,
                            std::string request::*, std::vector<std::string> request::*>;
 
+/// What a value is, for those who offer values.
+enum class valuekind { text, file, folder, option };
+
 /// A flag, or a word that is known by its position.
 struct argument {
   std::string_view names;  ///< `-o,--output`; for a word, what it stands for: `DEFINITION`
@@ -28,8 +31,16 @@ struct argument {
   std::string_view help;   ///< without the full stop
   field into;
   bool required = false;
-  const argument* excludes = nullptr;  ///< one that may not be given with it
+  const argument* excludes = nullptr;                      ///< one that may not be given with it
+  std::span<const std::string_view> (*fixed)() = nullptr;  ///< the only values, if there is a list
+  bool commas = false;  ///< a value is a list with commas; the next word is none of it
 
+  /// The only values that it takes; empty if it takes others too.
+  std::span<const std::string_view> choices() const {
+    return fixed == nullptr ? std::span<const std::string_view>() : fixed();
+  }
+  /// What its values are: rows use the same words for the same thing, FILE for a file.
+  valuekind valueis() const;
   constexpr bool isflag() const { return names.starts_with('-'); }
   constexpr bool ismany() const {
     return std::holds_alternative<std::vector<std::string> request::*>(into);
@@ -63,5 +74,11 @@ inline constexpr std::array<const argument*, 4> commonflags = {&helpflag, &versi
 
 /// The names of an argument, each on its own: `-o` and `--output`.
 std::vector<std::string> namesof(const argument& row);
+
+/// The help of an argument with the values that it takes, if there is a list.
+std::string helpof(const argument& row);
+
+/// "a, b or c".
+std::string listed(std::span<const std::string_view> words);
 
 }  // namespace command

@@ -1,6 +1,7 @@
 #include "code/languages.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace command {
 
@@ -8,6 +9,15 @@ std::span<const language* const> languages() {
   static constexpr std::array<const language*, 5> all = {&clanguage, &cpplanguage, &pythonlanguage,
                                                          &fortranlanguage, &pascallanguage};
   return all;
+}
+
+std::span<const std::string_view> languagenames() {
+  static const std::vector<std::string_view> names = [] {
+    std::vector<std::string_view> all;
+    for (const language* each : languages()) all.push_back(each->name);
+    return all;
+  }();
+  return names;
 }
 
 const language* languageof(std::string_view name) {

@@ -60,6 +60,8 @@ struct language {
 
 /// All of them.
 std::span<const language* const> languages();
+/// Their names.
+std::span<const std::string_view> languagenames();
 /// The one of that name; nil if there is none.
 const language* languageof(std::string_view name);
 

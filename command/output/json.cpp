@@ -1,7 +1,5 @@
 #include "output/json.h"
 
-#include <nlohmann/json.hpp>
-
 #include "text/printable.h"
 #include "text/wording.h"
 
@@ -9,10 +7,6 @@ namespace command {
 namespace {
 
 using nlohmann::ordered_json;
-
-std::string textof(const ordered_json& value) {
-  return printablejson(value.dump(2, ' ', false, ordered_json::error_handler_t::replace));
-}
 
 /// The text with so many blanks more at the beginning of each line. JSON has no line feed inside of
 /// a string.
@@ -23,6 +17,12 @@ std::string indented(const std::string& text, std::size_t blanks) {
     if (c == '\n') result.append(blanks, ' ');
   }
   return result;
+}
+
+/// A value as text, each line after so many blanks.
+std::string jsontext(const ordered_json& value, std::size_t blanks) {
+  const std::string text = value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+  return indented(printablejson(text), blanks);
 }
 
 /// The constant of the library's message, null for the command's own findings.
@@ -80,7 +80,7 @@ class jsonreporter : public reporter {
     if (found.source && found.source != source_) row["source"] = *found.source;
     source_ = found.source;
     begin();
-    put(out_, (rows_++ > 0 ? ",\n" : "\n") + indented(textof(row), 4));
+    put(out_, (rows_++ > 0 ? ",\n" : "\n") + jsontext(row, 4));
   }
 
   void summary(const tally& total) override {
@@ -90,7 +90,7 @@ class jsonreporter : public reporter {
                                  {"dotoptions", total.dotoptions}, {"indicators", total.indicators},
                                  {"omitted", total.omitted}};
     put(out_, std::string(rows_ > 0 ? "\n  " : "") +
-                  "],\n  \"summary\": " + indented(textof(counts), 2).substr(2) + "\n}\n");
+                  "],\n  \"summary\": " + jsontext(counts, 2).substr(2) + "\n}\n");
   }
 
  private:
@@ -106,6 +106,37 @@ class jsonreporter : public reporter {
 };
 
 }  // namespace
+
+std::string jsonstring(std::string_view text) {
+  const ordered_json value = text;
+  return printablejson(value.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+}
+
+std::string jsonobject(std::initializer_list<jsonmember> members) {
+  std::string text;
+  for (const auto& [name, value] : members) {
+    if (value.empty()) continue;
+    text += text.empty() ? "{\"" : ", \"";
+    text += name;
+    text += "\": ";
+    text += value;
+  }
+  return text.empty() ? "{}" : text + '}';
+}
+
+std::string jsonlist(const std::vector<std::string>& values) {
+  std::string text;
+  for (const std::string& each : values) {
+    text += text.empty() ? "[" : ", ";
+    text += each;
+  }
+  return text.empty() ? "[]" : text + ']';
+}
+
+std::string jsontext(const ordered_json& value, std::size_t blanks) {
+  const std::string text = value.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+  return indented(printablejson(text), blanks);
+}
 
 std::unique_ptr<reporter> makejson(std::FILE* out) {
   return std::make_unique<jsonreporter>(out);

@@ -13,6 +13,8 @@ class limitedreporter : public reporter {
     shown_->take(found);
   }
 
+  listener* hears() override { return shown_->hears(); }
+
   void summary(const tally& total) override {
     tally limited = total;
     limited.omitted = errors_ > most_ ? errors_ - most_ : 0;

@@ -11,9 +11,8 @@ namespace {
 // The escape sequences for the parts of a finding (ECMA-48, select graphic rendition).
 constexpr std::string_view plainstyle = "\x1B[0m";
 constexpr std::string_view placestyle = "\x1B[1m";
-constexpr std::string_view helpstyle = "\x1B[1;32m";
 constexpr std::array<std::string_view, 4> levelstyles = {"\x1B[1;31m", "\x1B[1;35m", "\x1B[1;36m",
-                                                         ""};
+                                                         "\x1B[1;32m"};
 
 constexpr std::size_t widestexcerpt = 100;  // bytes of a source line that are shown
 constexpr std::size_t leadexcerpt = 50;     // of these at most, before the caret of a longer line
@@ -44,27 +43,14 @@ std::string placeof(const place& where) {
   return text + ": ";
 }
 
-std::string adviceof(const hint& each) {
-  if (each.write.empty()) return each.words;
-  return "write " + inquotes(each.write) + (each.words.empty() ? "" : ' ' + each.words);
-}
-
 class linereporter : public reporter {
  public:
   linereporter(std::FILE* out, bool colours) : out_(out), colours_(colours) {}
 
   void take(const finding& found) override {
     if (found.level == severity::plain) return put(out_, printableline(found.text) + '\n');
-    const std::string_view style = styleof(found.level);
-    std::string text =
-        line(found.where, severityword(found.level), style, found.text) + excerptlines(found);
-    for (const note& each : found.notes)
-      text += line(each.where.line > 0 ? each.where : found.where, "note", styleof(severity::note),
-                   each.text);
-    if (!found.nearest.empty())
-      text += line(found.where, "note", styleof(severity::note), question(found.nearest));
-    for (const hint& each : found.hints)
-      text += line(found.where, "help", helpstyle, adviceof(each));
+    std::string text = line(found.where, found.level, found.text) + excerptlines(found);
+    for (const addition& each : additionsof(found)) text += line(each.where, each.level, each.text);
     put(out_, text);
   }
 
@@ -83,9 +69,9 @@ class linereporter : public reporter {
     return std::string(style) + std::string(text) + std::string(plainstyle);
   }
 
-  std::string line(const place& where, std::string_view word, std::string_view style,
-                   std::string_view text) const {
-    return styled(placestyle, placeof(where)) + styled(style, std::string(word) + ':') + ' ' +
+  std::string line(const place& where, severity level, std::string_view text) const {
+    const std::string word = std::string(severityword(level)) + ':';
+    return styled(placestyle, placeof(where)) + styled(styleof(level), word) + ' ' +
            printable(text) + '\n';
   }
 

@@ -2,80 +2,36 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "output/pageparts.h"
-#include "text/names.h"
+#include "output/referenceplan.h"
 #include "text/printable.h"
 
 namespace command {
 namespace {
 
-using optxv::groupfacts;
 using optxv::optionfacts;
 using optxv::synonymfacts;
 using optxv::tablefacts;
 using optxv::valuefacts;
 
-struct wordrow {
-  std::string_view word, meaning;
-};
-
-constexpr std::array<wordrow, 10> kinds = {{
-    {"integer", "whole number"},
-    {"double", "real number"},
-    {"string", "text"},
-    {"boolean", "switch: 1 or 0, also yes or no"},
-    {"enumstr", "one of a list of words"},
-    {"enumint", "one of a list of numbers"},
-    {"multilist", "sets the options named, each to its own value"},
-    {"strlist", "list of texts; each use adds one"},
-    {"macro", "sets the options named, all to the same value"},
-    {"immediate", "instruction to the reader of parameters"},
-}};
-
-constexpr std::array<wordrow, 3> modifiers = {{
-    {"NV", "takes no value: naming it sets it"},
-    {"OPT", "the value may be left out"},
-    {"TWO", "takes two values"},
-}};
-
-template <std::size_t Count>
-std::string_view meaning(const std::array<wordrow, Count>& rows, std::string_view word) {
-  const auto row = std::ranges::find(rows, word, &wordrow::word);
-  return row == rows.end() ? std::string_view() : row->meaning;
-}
-
 /// Text in the form that is allowed between tags and in attributes.
 std::string shown(std::string_view text) {
-  constexpr std::array<wordrow, 5> entities = {
-      {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&#39;"}}};
+  constexpr std::array<std::pair<char, std::string_view>, 5> entities = {
+      {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}}};
   std::string result;
   for (const char& c : printable(text)) {
-    const std::string_view entity = meaning(entities, {&c, 1});
-    result += entity.empty() ? std::string_view(&c, 1) : entity;
+    const auto* row = std::ranges::find(entities, c, &std::pair<char, std::string_view>::first);
+    result += row == entities.end() ? std::string_view(&c, 1) : row->second;
   }
   return result;
 }
 
 std::string code(std::string_view text) {
   return "<code>" + shown(text) + "</code>";
-}
-
-/// The address of an option of that name on the page. Bytes that ordinary names do not have are
-/// written as numbers.
-std::string placeof(std::string_view tablename) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string place = "option-";
-  for (const char c : tablename) {
-    const auto byte = static_cast<unsigned char>(c);
-    place += isnamecharacter(c) || c == '.'
-                 ? std::string(1, c)
-                 : std::string{'-', digits[byte >> 4], digits[byte & 15]};
-  }
-  return place;
 }
 
 std::string link(std::string_view place, std::string_view text) {
@@ -112,27 +68,20 @@ std::string fact(std::string_view term, std::string_view markup, std::string_vie
 }
 
 std::string kindtext(const optionfacts& option) {
-  const std::string_view modifier = meaning(modifiers, option.modifier);
-  std::string text = code(option.kind) + " (" + shown(meaning(kinds, option.kind)) + ")";
+  const std::string_view modifier = modifiermeaning(option);
+  std::string text = code(option.kind) + " (" + shown(kindmeaning(option)) + ")";
   if (!modifier.empty()) text += "; " + shown(modifier);
   return text;
 }
 
-/// The lines of long help as paragraphs: an empty line separates them, and a line that begins with
-/// blanks keeps them.
-std::string longhelp(const std::vector<std::string>& lines) {
-  std::string all, text;
-  for (const std::string& line : lines) {
-    if (line.find_first_not_of(" \t") == line.npos) {
-      all += paragraph(text);
-      text.clear();
-    } else if (line.front() == ' ' || line.front() == '\t') {
-      text += "<span class=\"kept\">" + shown(line) + "</span>";
-    } else {
-      text += (text.empty() ? "" : "\n") + shown(line);
-    }
+std::string longhelp(const optionfacts& option) {
+  std::string all;
+  for (const std::vector<std::string_view>& lines : helpparagraphs(option)) {
+    std::string text;
+    for (const std::string_view each : lines) text += (text.empty() ? "" : "\n") + shown(each);
+    all += paragraph(text);
   }
-  return all + paragraph(text);
+  return all;
 }
 
 std::string valuetable(const optionfacts& option) {
@@ -151,108 +100,40 @@ std::string note(std::string_view sentence, std::string_view text = {}) {
   return paragraph(std::string(sentence) + (text.empty() ? "" : " " + shown(text)), "note");
 }
 
-/// What happens when an unmarked synonym is used while another one of the option is marked.
-std::string synonymnote(const optionfacts& option) {
-  const bool obsolete = option.synonymobsolete;
-  const bool all = std::ranges::all_of(option.synonyms, [&](const synonymfacts& each) {
-    return obsolete ? each.obsolete : each.deprecated;
-  });
-  if (all || (!obsolete && !option.synonymdeprecated)) return {};
-  return paragraph(obsolete ? "As one synonym is obsolete, none of them works."
-                            : "As one synonym is deprecated, each of them gives the warning.",
-                   "soft");
-}
-
 std::string notes(const optionfacts& option) {
   std::string all;
-  if (option.deprecated)
-    all += note("Deprecated: it still works, with a warning.", option.deprecatedtext);
-  if (option.obsolete) all += note("Obsolete: it no longer works.", option.deprecatedtext);
-  if (option.helpcontext == 0) all += note("Hidden: the help listings leave this option out.");
-  if (option.tablename.starts_with('.'))
-    all += paragraph("Dot option: it belongs to a symbol of the model, as in " +
-                         code("x" + option.tablename + "('label') = value") + ".",
-                     "soft");
+  for (const notice& each : noticesof(option)) all += note(each.sentence, each.text);
+  if (const std::string example = dotexample(option); !example.empty())
+    all += paragraph(
+        "Dot option: it belongs to a symbol of the model, as in " + code(example) + ".", "soft");
   return all;
 }
 
 class pagewriter {
  public:
-  pagewriter(const tablefacts& table, const std::string& source);
+  pagewriter(const tablefacts& table, const std::string& source)
+      : table_(table), source_(source), plan_(table) {}
   std::string page() const;
 
  private:
-  using optionlist = std::vector<const optionfacts*>;
-
-  // A section is an index into the groups, or their number for the options without a group.
-  // Sections without options are not shown.
-  std::string place(std::size_t section) const;
-  std::string place(const optionfacts& option) const;
-  std::string title(std::size_t section) const;
   std::string navigation() const;
   std::string sections() const;
-  std::string section(std::size_t number) const;
+  std::string section(const referencesection& each) const;
   std::string article(const optionfacts& option) const;
   std::string facts(const optionfacts& option) const;
-  std::string members(const optionfacts& option) const;
-  std::string setters(const optionfacts& option) const;
+  std::string links(const optionlist& options) const;
   std::string head() const;
   std::string summary() const;
 
   const tablefacts& table_;
   const std::string& source_;
-  std::vector<optionlist> contents_;                      ///< of each section
-  std::map<std::string_view, const optionfacts*> first_;  ///< a faulty definition repeats names
-  std::map<std::string_view, optionlist> setters_;        ///< the lists and macros with that member
+  referenceplan plan_;
 };
 
-pagewriter::pagewriter(const tablefacts& table, const std::string& source)
-    : table_(table), source_(source), contents_(table.groups.size() + 1) {
-  std::map<std::int32_t, std::size_t> home;  // the first group of each number has its options
-  for (std::size_t i = 0; i < table.groups.size(); ++i) home.emplace(table.groups[i].number, i);
-  for (const optionfacts& option : table.options) {
-    const auto found = home.find(option.group);
-    contents_[found == home.end() ? table.groups.size() : found->second].push_back(&option);
-    first_.emplace(option.tablename, &option);
-    for (const std::string& member : option.members)
-      if (optionlist& setters = setters_[member]; setters.empty() || setters.back() != &option)
-        setters.push_back(&option);
-  }
-}
-
-std::string pagewriter::place(std::size_t section) const {
-  if (section == table_.groups.size()) return "group-none";
-  return "group-" + std::to_string(table_.groups[section].number);
-}
-
-/// A repeated name is followed by a point and its number; no name has a point inside.
-std::string pagewriter::place(const optionfacts& option) const {
-  const std::string place = placeof(option.tablename);
-  return first_.at(option.tablename) == &option
-             ? place
-             : place + "." + std::to_string(&option - table_.options.data() + 1);
-}
-
-std::string pagewriter::title(std::size_t section) const {
-  if (section == table_.groups.size()) return "Options without a group";
-  const groupfacts& group = table_.groups[section];
-  return shown(group.title.empty() ? group.name : group.title);
-}
-
-std::string pagewriter::members(const optionfacts& option) const {
-  std::vector<std::string> links;
-  for (const std::string& member : option.members)
-    links.push_back(link(placeof(member), first_.at(member)->name));
-  return listed(links);
-}
-
-std::string pagewriter::setters(const optionfacts& option) const {
-  const auto found = setters_.find(option.tablename);
-  if (found == setters_.end() || first_.at(option.tablename) != &option) return {};
-  std::vector<std::string> links;
-  for (const optionfacts* setter : found->second)
-    links.push_back(link(place(*setter), setter->name));
-  return listed(links);
+std::string pagewriter::links(const optionlist& options) const {
+  std::vector<std::string> all;
+  for (const optionfacts* each : options) all.push_back(link(plan_.place(*each), each->name));
+  return listed(all);
 }
 
 std::string pagewriter::facts(const optionfacts& option) const {
@@ -262,55 +143,48 @@ std::string pagewriter::facts(const optionfacts& option) const {
   const std::string range = option.low.empty() ? "" : shown(option.low + " to " + option.high);
   return "<dl>\n" + fact("Kind", kindtext(option), "words") +
          (option.hasdefault ? fact("Default", shown(option.defaultvalue)) : "") +
-         fact("Range", range) + fact("Sets", members(option)) + fact("Set by", setters(option)) +
-         fact("Action", shown(option.action)) +
+         fact("Range", range) + fact("Sets", links(plan_.members(option))) +
+         fact("Set by", links(plan_.setters(option))) + fact("Action", shown(option.action)) +
          fact("Synonyms", synonyms.empty() ? "" : "<ul>" + synonyms + "</ul>") + "</dl>\n";
 }
 
 std::string pagewriter::article(const optionfacts& option) const {
-  const std::string id = place(option);
+  const std::string id = plan_.place(option);
   return "<article id=\"" + id + "\" aria-labelledby=\"" + id + "-name\">\n<h3 id=\"" + id +
          "-name\">" + link(id, option.name) + "</h3>\n" + paragraph(shown(option.help)) +
-         notes(option) + facts(option) + synonymnote(option) + valuetable(option) +
-         longhelp(option.longhelp) + "</article>\n";
+         notes(option) + facts(option) + paragraph(synonymnotice(option), "soft") +
+         valuetable(option) + longhelp(option) + "</article>\n";
 }
 
 /// Many groups are shown as a plain list, which a browser need not lay out completely.
 std::string pagewriter::navigation() const {
   constexpr std::size_t many = 200;
   std::string items;
-  for (std::size_t section = 0; section < contents_.size(); ++section)
-    if (const std::size_t count = contents_[section].size(); count > 0)
-      items += "<li><a href=\"#" + place(section) + "\">" + title(section) +
-               "</a> <span class=\"soft\">(" + grouped(count) + ")</span></li>\n";
+  for (const referencesection& each : plan_.sections())
+    items += "<li><a href=\"#" + each.place + "\">" + shown(each.title) +
+             "</a> <span class=\"soft\">(" + grouped(each.options.size()) + ")</span></li>\n";
   if (items.empty()) return {};
-  const std::string mark = contents_.size() > many ? " class=\"many\"" : "";
+  const std::string mark = table_.groups.size() >= many ? " class=\"many\"" : "";
   return "<nav aria-label=\"Groups\"" + mark + ">\n<ul>\n" + items + "</ul>\n</nav>\n";
 }
 
-std::string pagewriter::section(std::size_t number) const {
-  const std::string id = place(number);
-  std::string all = "<section id=\"" + id + "\" aria-labelledby=\"" + id + "-title\">\n<h2 id=\"" +
-                    id + "-title\">" + title(number) + "</h2>\n";
-  if (number < table_.groups.size() && table_.groups[number].helpcontext == 0)
-    all += note("Hidden: the help listings leave this group out.");
-  for (const optionfacts* option : contents_[number]) all += article(*option);
+std::string pagewriter::section(const referencesection& each) const {
+  std::string all = "<section id=\"" + each.place + "\" aria-labelledby=\"" + each.place +
+                    "-title\">\n<h2 id=\"" + each.place + "-title\">" + shown(each.title) +
+                    "</h2>\n";
+  if (each.hidden) all += note(hiddengroup);
+  for (const optionfacts* option : each.options) all += article(*option);
   return all + "</section>\n";
 }
 
 std::string pagewriter::sections() const {
   std::string all;
-  for (std::size_t number = 0; number < contents_.size(); ++number)
-    if (!contents_[number].empty()) all += section(number);
+  for (const referencesection& each : plan_.sections()) all += section(each);
   return all;
 }
 
 std::string pagewriter::summary() const {
-  std::size_t synonyms = 0;
-  for (const optionfacts& option : table_.options) synonyms += option.synonyms.size();
-  std::string text = counted(table_.options.size(), "option") + " in " +
-                     counted(table_.groups.size(), "group") + ", " + counted(synonyms, "synonym") +
-                     ", from " + code(source_) + ".";
+  std::string text = plan_.counts() + ", from " + code(source_) + ".";
   if (!table_.indicatorkey.empty())
     text += " A line that begins with " + code(table_.indicatorkey) + " is an indicator.";
   return text;

@@ -60,7 +60,6 @@ article {
 article:target { border-color: var(--link); }
 article p { margin: .4rem 0; }
 .note { color: var(--mark); font-weight: 600; }
-.kept { display: block; white-space: pre-wrap; }
 dl { display: grid; grid-template-columns: 7rem 1fr; gap: .15rem 1rem; margin: .5rem 0; }
 dt { color: var(--soft); }
 dd { margin: 0; }

@@ -37,6 +37,11 @@ std::string summaryline(const tally& total) {
   return text;
 }
 
+std::string advice(const hint& each) {
+  if (each.write.empty()) return each.words;
+  return "write " + inquotes(each.write) + (each.words.empty() ? "" : ' ' + each.words);
+}
+
 std::string question(const std::vector<std::string>& names) {
   std::string text = "did you mean ";
   for (std::size_t i = 0; i < names.size(); i++) {
@@ -44,6 +49,18 @@ std::string question(const std::vector<std::string>& names) {
     text += inquotes(names[i]);
   }
   return text + '?';
+}
+
+std::vector<addition> additionsof(const finding& found) {
+  std::vector<addition> all;
+  for (const note& each : found.notes) {
+    const bool elsewhere = each.where.line > 0;
+    all.push_back({severity::note, each.text, elsewhere ? each.where : found.where, elsewhere});
+  }
+  if (!found.nearest.empty())
+    all.push_back({.text = question(found.nearest), .where = found.where});
+  for (const hint& each : found.hints) all.push_back({severity::plain, advice(each), found.where});
+  return all;
 }
 
 void put(std::FILE* out, std::string_view text) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/finding.h"
+#include "analysis/hearing.h"
 
 namespace command {
 
@@ -17,6 +18,8 @@ class reporter {
   virtual ~reporter() = default;
   virtual void take(const finding& found) = 0;
   virtual void summary(const tally& total) = 0;
+  /// What it has to hear of the reading besides the findings; nil if nothing.
+  virtual listener* hears() { return nullptr; }
 };
 
 /// Whether colours suit a stream: it is a terminal, and the environment does not ask for none
@@ -28,6 +31,20 @@ std::string summaryline(const tally& total);
 
 /// "did you mean "a", "b" or "c"?" REQUIRES: there is a name.
 std::string question(const std::vector<std::string>& names);
+
+/// More about a finding in a line of its own.
+struct addition {
+  severity level = severity::note;  ///< plain for what would do
+  std::string text = {};            ///< as it came; not all of it printable
+  place where = {};                 ///< its own, or else that of the finding
+  bool elsewhere = false;           ///< that it has a place of its own
+};
+
+/// The notes of a finding, the names that may have been meant, and what would do.
+std::vector<addition> additionsof(const finding& found);
+
+/// What would do: `write "steps 5" for the default`.
+std::string advice(const hint& each);
 
 /// Writes a text.
 void put(std::FILE* out, std::string_view text);

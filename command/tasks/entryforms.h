@@ -8,13 +8,18 @@
 
 namespace command {
 
+/// An entry as parameter text has it: what is before the equals sign, and after it. Printable.
+struct entryform {
+  std::string name, value;
+  std::string line() const { return name + " = " + value; }
+};
+entryform formof(const optxv::options& options, const optxv::dot_option& entry);
+entryform formof(const optxv::indicator& entry);
+
 /// The entries of an option set, a line each, in the order in which they were read, printable. A
 /// label of a dot option, which comes without its quotes, gets some. `dropped` becomes the number
 /// of entries that were given up for their faults.
 std::vector<std::string> dotlines(const optxv::options& options);
 std::vector<std::string> indicatorlines(const optxv::options& options);
-
-/// The shortest text that reads as that number.
-std::string realtext(double value);
 
 }  // namespace command

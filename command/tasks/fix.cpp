@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 
+#include "lint/linter.h"
 #include "output/delivery.h"
 #include "output/lines.h"
 #include "tasks/product.h"
@@ -79,6 +80,8 @@ class fixing {
 };
 
 int fixing::open() {
+  if (const std::string* wrong = unknownrule(given_.lint))
+    return tell({.what = "there is no rule " + inquotes(*wrong)});
   std::map<identity, std::string> known;
   for (const std::string& name : given_.parameters) {
     const readresult& result = shelf_.input(name);
@@ -131,16 +134,23 @@ int fixing::repair() {
   for (int round = 1;; round++) {
     const keptback told;
     const auto report = makelines(told.stream(), wantscolour(stderr));
+    linter rules({"", given_.lint, {}});
+    std::size_t lints = 0;  // what these leave is told by lint
+    runparts parts = {.checks = true};
+    if (!given_.lint.empty()) parts.join = [&](run& joined) { return rules.join(joined); };
     run reading(
         [&](const finding& found) {
-          report->take(found);
           gather(found);
+          if (!namesrules(found.code)) return report->take(found);
+          if (found.level == severity::warning) lints++;
         },
-        {.checks = true});
+        parts);
     const bool good = reading.read(what);
     if (good && round < mostrounds && applied()) continue;
-    left_ = std::string(told.text()) + summary(reading.total()) + '\n';
-    return reading.total().status();
+    tally left = reading.total();
+    left.warnings -= lints;
+    left_ = std::string(told.text()) + summary(left) + '\n';
+    return left.status();
   }
 }
 

@@ -1,26 +1,12 @@
 // generate: code for a program that has the options of a definition.
 
 #include "code/generator.h"
-#include "output/failure.h"
 #include "tasks/product.h"
 #include "tasks/tasks.h"
-#include "text/printable.h"
 
 namespace command {
-namespace {
-
-int unknownlanguage(const std::string& name) {
-  std::string known;
-  for (const language* each : languages())
-    known += (known.empty() ? "" : ", ") + std::string(each->name);
-  return tell({.what = "there is no language " + inquotes(name), .notes = {"there are " + known}});
-}
-
-}  // namespace
-
 int generate(const request& given) {
   const language* as = languageof(given.lang);
-  if (as == nullptr) return unknownlanguage(given.lang);
   const findingtaker report = tostandarderror();
   run read(report);
   if (!read.read(readingof(given))) return read.total().status();

@@ -7,6 +7,7 @@
 #include "output/reporter.h"
 #include "output/tables.h"
 #include "tasks/helpwriter.h"
+#include "tasks/optionview.h"
 #include "tasks/product.h"
 #include "tasks/tasks.h"
 #include "text/names.h"
@@ -15,19 +16,8 @@
 namespace command {
 namespace {
 
-std::string withunderscores(std::string text) {
-  for (char& c : text)
-    if (c == ' ') c = '_';
-  return text;
-}
-
 bool isnumber(const std::string& text) {
   return !text.empty() && text.find_first_not_of("+-0123456789") == text.npos;
-}
-
-/// The number of the option of that name or synonym; 0 if there is none.
-std::int32_t optionof(const optxv::options& options, const std::string& name) {
-  return options.find(withunderscores(name)).value_or(0);
 }
 
 int unknown(run& read, const std::string& name) {

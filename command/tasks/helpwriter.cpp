@@ -37,10 +37,6 @@ std::string_view meaningof(const std::array<meaning, count>& meanings, std::stri
   return row == meanings.end() ? std::string_view() : row->text;
 }
 
-bool isshownoption(const optionfacts& option) {
-  return option.helpcontext > 0 && option.group > 0;
-}
-
 /// Names that end in a number go by that number: x9 before x10.
 using sortkey = std::tuple<std::string, std::size_t, std::string>;
 sortkey sortkeyof(const std::string& name) {
@@ -119,7 +115,7 @@ helpwriter::helpwriter(const optxv::tablefacts& table, std::size_t width)
 std::vector<helpwriter::entry> helpwriter::entries() const {
   std::vector<entry> all;
   for (const optionfacts& option : table_.options) {
-    if (!isshownoption(option)) continue;
+    if (!option.listed()) continue;
     all.push_back({option.name, &option, nullptr});
     for (const synonymfacts& each : option.synonyms) all.push_back({each.name, &option, &each});
   }

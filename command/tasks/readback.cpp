@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "exchange/entrytext.h"
 #include "tasks/entryforms.h"
 #include "text/names.h"
 #include "text/printable.h"

@@ -8,15 +8,26 @@
 
 namespace command {
 
-/// Reads and tells everything that is found, as lines or as JSON.
+/// Reads and tells everything that is found, in one of several forms. Without a definition, that is
+/// all that the nearest optxv.json binds.
 int check(const request& given);
 
 /// Repairs what has one sure repair, shows the differences or writes the files, and tells what is
 /// left.
 int fix(const request& given);
 
+/// Reads and tells what rules find, in the definition if it is alone, else in the parameter files.
+int lint(const request& given);
+
+/// Lays files out anew, parameter files or definitions, and shows or writes them, or names those
+/// that would change.
+int format(const request& given);
+
 /// Reads and shows the options that are set, or all of them, as a table or as JSON.
 int show(const request& given);
+
+/// Reads and shows where the values come from, and what they overrode.
+int origins(const request& given);
 
 /// Shows the library's help: of one option, by mode, or by group if there is no topic.
 int help(const request& given);
@@ -33,10 +44,17 @@ int definition(const request& given);
 /// Writes the numbers of the options as an include file in Object Pascal.
 int include(const request& given);
 
+/// Writes a parameter file as JSON, or settings in JSON as a parameter file.
+int convert(const request& given);
+
+/// Writes a JSON Schema of the settings that the definition takes.
+int schema(const request& given);
+
 /// Writes code for programs that have the options, in one of several languages.
 int generate(const request& given);
 
-/// Writes the reference page index.html into a folder, which is made if there is none.
+/// Writes the reference: the page index.html into a folder, which is made if there is none, or a
+/// file of another form.
 int reference(const request& given);
 
 /// Serves an editor at standard input and output, until that ends it.

@@ -16,6 +16,12 @@ void addescaped(std::string& result, std::string_view bytes) {
   }
 }
 
+/// How many characters at the beginning of a text are plain ones of ASCII, from the blank on.
+std::size_t plainlength(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::ranges::find_if(text, [](char c) { return c < ' ' || c > '~'; }) - text.begin());
+}
+
 void addunit(std::string& result, std::uint32_t unit) {
   result += "\\u";
   for (int shift = 12; shift >= 0; shift -= 4) result += hexdigits[unit >> shift & 15];
@@ -33,7 +39,11 @@ void addunits(std::string& result, std::uint32_t code) {
 
 std::string printable(std::string_view text) {
   std::string result;
-  while (!text.empty()) {
+  while (true) {
+    const std::size_t plain = plainlength(text);
+    result += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) return result;
     const character next = firstcharacter(text);
     const std::string_view bytes = text.substr(0, std::max<std::size_t>(next.bytes, 1));
     if (next.bytes > 0 && isshown(next.code))
@@ -42,7 +52,6 @@ std::string printable(std::string_view text) {
       addescaped(result, bytes);
     text.remove_prefix(bytes.size());
   }
-  return result;
 }
 
 std::string printableline(std::string_view line) {
@@ -64,7 +73,12 @@ std::string printablelines(std::string_view text) {
 
 std::string printablejson(std::string_view json) {
   std::string result;
-  while (!json.empty()) {
+  result.reserve(json.size());
+  while (true) {
+    const std::size_t plain = plainlength(json);
+    result += json.substr(0, plain);
+    json.remove_prefix(plain);
+    if (json.empty()) return result;
     const character next = firstcharacter(json);
     const std::size_t size = std::max<std::size_t>(next.bytes, 1);
     if (json.front() == '\n' || next.bytes == 0 || isshown(next.code))
@@ -73,11 +87,13 @@ std::string printablejson(std::string_view json) {
       addunits(result, next.code);
     json.remove_prefix(size);
   }
-  return result;
 }
 
 std::size_t columns(std::string_view text) {
-  std::size_t sum = 0;
+  const auto plain = [](char c) { return c >= ' ' && c <= '~'; };
+  const auto start = static_cast<std::size_t>(std::ranges::find_if_not(text, plain) - text.begin());
+  std::size_t sum = start;
+  text.remove_prefix(start);
   while (!text.empty()) {
     const character next = firstcharacter(text);
     sum += next.bytes > 0 ? widthof(next.code) : 1;

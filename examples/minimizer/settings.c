@@ -45,9 +45,9 @@ static void start_from_dots(optxv_handle options, struct settings* settings) {
 
 static void take_values(optxv_handle options, const struct minimizer_options* given,
                         struct settings* settings) {
-  settings->problem = (struct problem){given->function, given->dimension, given->condition};
+  settings->problem = (struct problem){(int)given->function, given->dimension, given->condition};
   settings->algorithm =
-      (struct algorithm){given->method, given->gradient_tol, given->iteration_limit,
+      (struct algorithm){(int)given->method, given->gradient_tol, given->iteration_limit,
                          given->decrease, given->curvature};
   settings->log_frequency = given->log_frequency;
   settings->summary = given->summary;

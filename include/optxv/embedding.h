@@ -198,7 +198,9 @@ enum {
   optxv_switch_line_mode = 0, /* one option a line; on in a new handle */
   optxv_switch_no_bounds = 1, /* values out of bounds are taken, with a warning */
   optxv_switch_echo = 2,      /* lines that are read become messages */
-  optxv_switch_recent = 3     /* setting an option marks it as recently set; on in a new handle */
+  optxv_switch_recent = 3,    /* setting an option marks it as recently set; on in a new handle */
+  optxv_switch_print = 4      /* help prints its table for debugging on standard output, which the
+                                 number 4 asks for, also in parameter text; on in a new handle */
 };
 /* Sets a switch, on or off (0), and gives what it was, 0 or 1; optxv_bad_argument for no switch. */
 OPTXV_EMBEDDING_API int32_t optxv_switch(optxv_handle handle, int32_t which, int32_t on);

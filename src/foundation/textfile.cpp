@@ -311,8 +311,7 @@ void textfile::writethrough(std::string_view text) {
   }
   if (mode_ != mode::writing) return fail(EBADF);
   while (!text.empty()) {
-    const std::size_t size = std::min(text.size(), blocksize - held_);
-    std::memcpy(block_.get() + held_, text.data(), size);
+    const std::size_t size = text.copy(block_.get() + held_, blocksize - held_);
     held_ += size;
     text.remove_prefix(size);
     if (held_ == blocksize) flush();

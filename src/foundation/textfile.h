@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -91,8 +90,7 @@ class OPTXV_EXPORT textfile {
   /// Writes the bytes as they are.
   void write(std::string_view text) {
     if (mode_ != mode::writing || text.size() >= blocksize - held_) return writethrough(text);
-    std::memcpy(block_.get() + held_, text.data(), text.size());
-    held_ += text.size();
+    held_ += text.copy(block_.get() + held_, text.size());
   }
 
   /// Writes one line feed.

@@ -77,8 +77,10 @@ bool exchangeswitch(tzmaoptions& options, std::int32_t which, bool on) {
       options.optechoset(on);
       return before;
     }
-    default:
+    case optxv_switch_recent:
       return std::exchange(options.recentenabled, on);
+    default:
+      return std::exchange(options.printing, on);
   }
 }
 
@@ -102,7 +104,7 @@ void optxv_free(optxv_handle* handle) {
 
 int32_t optxv_switch(optxv_handle handle, int32_t which, int32_t on) {
   return withobject(handle, [&](tzmaoptions& options) -> std::int32_t {
-    if (which < optxv_switch_line_mode || which > optxv_switch_recent) return optxv_bad_argument;
+    if (which < optxv_switch_line_mode || which > optxv_switch_print) return optxv_bad_argument;
     return exchangeswitch(options, which, on != 0) ? 1 : 0;
   });
 }

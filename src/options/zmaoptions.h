@@ -423,6 +423,7 @@ class tzmaoptions : public toptionx {
   std::int32_t filedepth = 0;                ///< parameter files that are open, one within another
   std::int32_t filesopened = 0;              ///< parameter files of the outermost read so far
   bool recentenabled = true;
+  bool printing = true;  ///< help may print on standard output
   std::int32_t indicatorerrors = 0;
   std::int32_t dotoptionerrors = 0;
   std::uint8_t lookupmode = lookupNormal;

@@ -50,6 +50,9 @@ struct optionfacts {
   /// What a parameter file finds: one marked synonym counts for all synonyms of the option.
   bool synonymdeprecated = false, synonymobsolete = false;
   std::string synonymdeprecatedtext;
+
+  /// Whether lists of options for users have it.
+  bool listed() const { return helpcontext > 0 && group > 0; }
 };
 
 struct groupfacts {

@@ -177,7 +177,7 @@ void helpwriter::list(std::int32_t mode) {
   collect();
   if ((mode & helpSummary) != 0) summary((mode & helpMarks) != 0);
   if ((mode & helpDefinitions) != 0) definitions();
-  if ((mode & helpDebug) != 0) debuglisting();
+  if ((mode & helpDebug) != 0 && options_.printing) debuglisting();
 }
 
 /// Gathers and sorts what the listings show: options and synonyms with a help context and a group.

@@ -116,7 +116,8 @@ TEST_F(Command, JsonHoldsTheSame) {
   const json shown = json::parse(run("show --json s.def p").out), options = shown["options"];
   EXPECT_EQ(json({options[5]["value"], options[5]["set"], shown["dotoptions"]}), json::parse(R"([
       [2, 4], [false, true],
-      [{"symbol": "x", "attribute": ".scale", "labels": ["a", "*"], "value": 2.5}]])"));
+      [{"symbol": "x", "attribute": ".scale", "labels": ["a", "*"], "value": 2.5,
+        "origin": {"file": "p", "line": 8, "column": 1, "length": 1, "road": "dot"}}]])"));
   EXPECT_EQ(json::parse(run("api --json").out)["functions"].size(), 75U);
 }
 

@@ -45,29 +45,13 @@ TEST_F(Commandline, WordsThatAskForText) {
       {"--version", 0, version, ""},
       {"-h", 0, "Check, show, rewrite and document", ""},
       {"reference --help", 0,
-       "Write a reference of the options for a browser, with a search box\n"
-       "Usage: optxv reference DEFINITION -o FOLDER [FLAGS]\n\nWords:\n  DEFINITION   ",
+       "Write a reference of the options: a page with a search box, Markdown, or a manual page\n"
+       "Usage: optxv reference DEFINITION -o TARGET [FLAGS]\n\nWords:\n  DEFINITION   ",
        ""},
       {"--help >/dev/full", 2, "",
        "optxv: error: standard output: cannot be written: No space left"},
       {"--subcommands >&-", 2, "", "optxv: error: standard output: cannot be written: Bad file"}};
   for (const row& each : rows) expect(each);
-}
-
-TEST_F(Commandline, BashCompletesTheLastWord) {
-  const std::pair<std::string, std::string> rows[] = {{"optxv ch", "check\n"},
-                                                      {"optxv check --st", "--strict\n"},
-                                                      {"optxv write --f", "--force\n"},
-                                                      {"optxv show --fo", ""},
-                                                      {"optxv check s", ""}};
-  save("complete", run("--completion").out);
-  for (const auto& [line, offered] : rows) {
-    save("try", "source ./complete\nCOMP_WORDS=(" + line +
-                    ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_optxv optxv " +
-                    line.substr(line.rfind(' ') + 1) +
-                    "\nprintf '%s\\n' \"${COMPREPLY[@]}\" | grep .\n");
-    EXPECT_EQ(run("-V; bash ./try >.out").out, offered) << line;
-  }
 }
 
 TEST_F(Commandline, WrongWordsGetTheNearest) {
@@ -80,10 +64,15 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
       wrong("check -json s.def", "check has no flag \"-json\"", "did you mean \"--json\"?"),
       wrong("check \"$(printf %b '--\\033[31m')\"", "check has no flag \"--\\x1B[31m\"",
             "see optxv check --help"),
-      wrong("show --strict s.def", "show has no flag \"--strict\"", "it is a flag of check"),
+      wrong("show --strict s.def", "show has no flag \"--strict\"",
+            "it is a flag of check and lint"),
       wrong("--json show s.def", "optxv has no flag \"--json\"",
-            "it is a flag of check, show and api, and must come after the subcommand"),
+            "it is a flag of check, lint, show, origin and api, and must come after the subcommand"),
       wrong("html s.def one", "one word too many: \"one\"", "see optxv html --help"),
+      wrong("generate s.def --lang ada", "--lang cannot be \"ada\"",
+            "it is c, c++, python, fortran or pascal"),
+      wrong("generate s.def --lang ''", "--lang cannot be \"\"",
+            "it is c, c++, python, fortran or pascal"),
       wrong("check", "DEFINITION is required", "see optxv check --help"),
       wrong("reference s.def", "--output is required", "see optxv reference --help"),
       wrong("show --all --set s.def", "--all excludes --set", "see optxv show --help"),

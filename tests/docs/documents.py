@@ -21,11 +21,14 @@ Prints a line for each fault; the exit status is 1 where there is one. The word 
   console           commands after `$ `, run in the tree, and what they print; a line `...` stands for any
                     number of lines
   excerpt FILE      lines of a file of the tree, in their order; blanks do not count
+  lint CODE         a definition, or where the document has one above parameters for it, that breaks that rule
+  clean             the same without the fault: it does not break the rule of the block before
   sh not-run        commands that this test cannot run: they build, install or test the whole
   diagram           a drawing
 """
 import contextlib
 import difflib
+import json
 import os
 import re
 import subprocess
@@ -81,6 +84,7 @@ class Document:
         self.options = None
         self.pending = []  # messages that no block has looked at
         self.output = None  # of the program before
+        self.code = None  # of the rule of lint that the block before breaks
         self.skipped = False  # that program was not run, and its output is not known
 
     def run(self, words, lines):
@@ -234,6 +238,26 @@ class Document:
         for line in lines:
             if ' '.join(line.split()) not in rest:  # goes on after the line before
                 raise Fault(f'has a line that is not there, or not in this order: {line}')
+
+    def lints(self, code, lines):
+        """Whether lint finds a fault of that code in a definition, or in parameters for the one above."""
+        name = self.write('example.lint', lines)
+        files = ['example.def', name] if self.options else [name]
+        done = subprocess.run([os.environ['OPTXV_COMMAND'], 'lint', '--json', '--select', 'D,P' if code[0] == 'I' else code,
+                               *files], cwd=self.folder, stdout=subprocess.PIPE, check=False)
+        found = json.loads(done.stdout)
+        if found['summary']['errors']:
+            raise Fault('has errors')
+        return code in [each['code'] for each in found['diagnostics']]
+
+    def run_lint(self, lines, code):
+        self.code = code
+        if os.environ.get('OPTXV_COMMAND') and not self.lints(code, lines):
+            raise Fault('does not break the rule')
+
+    def run_clean(self, lines):
+        if os.environ.get('OPTXV_COMMAND') and self.lints(self.code, lines):
+            raise Fault(f'still breaks {self.code}')
 
     # --- what is not run
 

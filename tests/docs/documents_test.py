@@ -23,7 +23,7 @@ TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
 COMMAND = os.environ.get('OPTXV_COMMAND')
 ROWS_OF_COMMAND = manual.rows_of(COMMAND) if COMMAND else {}
 # What prints JSON, with something in every field.
-PRINTERS = ('check --json faulty.opt', 'show --json solver.opt')
+PRINTERS = ('check --json faulty.opt', 'show --json solver.opt', 'origin --json solver.opt')
 # What the documents tell, and the rows of the tests of the readers, with the messages that came of them.
 TOLD_LINES = ''.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8') for name in ('definition', 'parameter'))
 TOLD = ' '.join(' '.join(TOLD_LINES.replace('option/synonym', word).split()) for word in ('option', 'synonym'))
@@ -42,6 +42,8 @@ ROWS = (
     ('an excerpt in another order', '```excerpt examples/tight.opt\nread_path /models/tight\nfeasibility_tol 1e-8\n```\n',
      'not in this order: feasibility_tol'),
     ('output without a command', '```console\nls\n```\n', 'does not begin with a command'),
+    ('a rule that nothing breaks', '```lint D101\na integer 1 5 0 9 1 1 A\n```\n', 'does not break the rule'),
+    ('a fault that stays', '```lint D101\na integer 1 5 0 9 1 1\n```\n```clean\na integer 1 6 0 9 1 1\n```\n', 'still breaks D101'),
     ('a link to nothing', '[a](b.md)\n', 'b.md: there is no such file'),
     ('commands that say nothing of a test', '```sh\nls\n```\n', 'says not-run'),
 )
@@ -81,6 +83,24 @@ class Command(unittest.TestCase):
         fields = set().union(*(fields_of(json.loads(printed(words))) for words in PRINTERS))
         self.assertLessEqual({'nearest', 'variable', 'unreadable'}, fields)  # it does find them
         self.assertEqual([field for field in sorted(fields) if not re.search(rf'[`"]{field}[`"]', page)], [])
+
+    def test_the_page_of_the_command_has_every_code_with_its_level(self):
+        page = (SOURCE / 'docs/command.md').read_text(encoding='utf-8')
+        rows = re.findall(r'^\| (`[^|]*) \| (error|warning|note) \| *([^|]*?) *\|$', page, re.M)
+        told = {code: (level, text) for codes, level, text in rows for code in re.findall('`([a-z-]+)`', codes)}
+        log = json.loads(printed('check --format=sarif solver.opt'))['runs'][0]['tool']['driver']['rules']
+        rules = {rule['id']: (rule['defaultConfiguration']['level'], rule['shortDescription']['text']) for rule in log}
+        self.assertEqual({code: level for code, (level, _) in told.items()}, {code: level for code, (level, _) in rules.items()})
+        faults = re.findall(r'^  optxv_fault_(\w+) = [1-9]', (SOURCE / 'include/optxv/embedding.h').read_text(encoding='utf-8'), re.M)
+        library = [code for code in rules if code.replace('-', '_') in faults]
+        self.assertEqual([code for code in library if told[code] != rules[code]], [])
+        self.assertEqual(len(library), len(faults))
+    def test_the_page_of_the_rules_has_each_with_an_example(self):
+        page = (SOURCE / 'docs/lint.md').read_text(encoding='utf-8')
+        table = re.findall(r'^\| `(\w+)` \| (\w+) \| (.*) \|$', page, re.M)
+        self.assertEqual(table, [tuple(rule.values()) for rule in ROWS_OF_COMMAND['rules']])
+        examples = re.findall(r'^### (\w+)\n(?:(?!###)(?!```lint)[^\n]*\n)*```lint \1\n(?:[^`][^\n]*\n)+```\n```clean\n', page, re.M)
+        self.assertEqual(sorted(examples), [code for code, *_ in table])
 
     def test_every_example_of_the_help_has_words_that_are_taken(self):
         for row in ROWS_OF_COMMAND['subcommands']:

@@ -129,12 +129,13 @@ TEST(Switches, GiveWhatTheyWere) {
   const std::pair<std::int32_t, std::int32_t> rows[] = {{optxv_switch_line_mode, 1},
                                                         {optxv_switch_no_bounds, 0},
                                                         {optxv_switch_echo, 0},
-                                                        {optxv_switch_recent, 1}};
+                                                        {optxv_switch_recent, 1},
+                                                        {optxv_switch_print, 1}};
   for (const auto& [which, first] : rows) {
     EXPECT_EQ(optxv_switch(table.get(), which, 1 - first), first) << which;
     EXPECT_EQ(optxv_switch(table.get(), which, first), 1 - first) << which;
   }
-  EXPECT_EQ(optxv_switch(table.get(), 4, 1), optxv_bad_argument);
+  EXPECT_EQ(optxv_switch(table.get(), 5, 1), optxv_bad_argument);
 }
 
 }  // namespace

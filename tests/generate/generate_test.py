@@ -145,7 +145,7 @@ class Text(unittest.TestCase):
         bad = self.folder / 'bad.def'
         bad.write_text('good boolean 1 0 1 1 G\nbad integr 1 1 0 9 1 1 x\n')
         for table, language, status, words in (
-                (EXAMPLES / 'solver.def', 'cobol', 2, 'there is no language "cobol"'),
+                (EXAMPLES / 'solver.def', 'cobol', 2, '--lang cannot be "cobol"'),
                 (bad, 'c', 1, 'nothing is written to standard output')):
             done = generate(table, language)
             self.assertEqual((done.returncode, done.stdout), (status, ''))

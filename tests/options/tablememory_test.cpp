@@ -20,7 +20,7 @@ TEST(TableMemory, KeepsTextsAndObjectsApart) {
     const std::string bytes(i % 300, static_cast<char>('a' + i % 26));
     texts.emplace_back(memory.keep(bytes), bytes.substr(0, 255));
     objects.emplace_back(static_cast<char*>(memory.take(bytes.size())), bytes);
-    std::memcpy(objects.back().first, bytes.data(), bytes.size());
+    bytes.copy(objects.back().first, bytes.size());
   }
   for (const auto& [text, bytes] : texts) EXPECT_EQ(text.view(), bytes);
   for (const auto& [object, bytes] : objects) {

@@ -49,4 +49,9 @@ run(${CXX} -std=c++20 ${strict} -fsyntax-only ${area}/all.cpp ${flags} -I${area}
 if(HAS_COMMAND)
   run(${area}/found/generated)
   run(${prefix}/bin/optxv --help)  # the command finds its library by itself
+  foreach(script bash-completion/completions/optxv zsh/site-functions/_optxv fish/vendor_completions.d/optxv.fish)
+    if(NOT EXISTS ${prefix}/share/${script})
+      message(FATAL_ERROR "not installed: ${script}")
+    endif()
+  endforeach()
 endif()

@@ -66,6 +66,7 @@ class Switch(enum.IntEnum):
     NO_BOUNDS = 1  # values out of bounds are taken, with a warning
     ECHO = 2  # lines that are read become messages
     RECENT = 3  # setting an option marks it as recently set; on at first
+    PRINT = 4  # help prints its table for debugging on standard output; on at first
 
 
 @dataclasses.dataclass(frozen=True, slots=True)

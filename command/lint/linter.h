@@ -1,0 +1,41 @@
+// The linter: has the rules look at what a run reads, and silences what comments say.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "lint/declaredtable.h"
+#include "lint/entryfacts.h"
+#include "lint/ignores.h"
+#include "lint/rules.h"
+
+namespace command {
+
+/// Joins a run, and adds the findings of the rules to its own, with the code of the rule: those
+/// about the definition once it is read, those about parameter text line by line.
+///
+///   linter rules({"DP", {}, {}});
+///   run reading(taker, {.join = [&](run& joined) { return rules.join(joined); }});
+///   reading.read(...);
+///   rules.end();
+///
+/// OWNS: what its rules look at. BORROWS: the run, until end() or the end of the run.
+class linter {
+ public:
+  explicit linter(ruleset rules);
+  ~linter();
+  linter(const linter&) = delete;
+  linter& operator=(const linter&) = delete;
+
+  /// The listeners for a run. REQUIRES: called once.
+  std::vector<listener*> join(run& of);
+  /// Adds what there is to say of the comments, once everything is read.
+  void end();
+
+ private:
+  class joined;
+  ruleset rules_;
+  std::unique_ptr<joined> joined_;
+};
+
+}  // namespace command

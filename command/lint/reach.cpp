@@ -1,0 +1,46 @@
+#include "lint/reach.h"
+
+#include <algorithm>
+
+namespace command {
+
+reach::reach(const declaredtable& table) {
+  constexpr std::int32_t minos = 2;
+  blanks_ = table.lookup() == minos;
+  table.reader().readdefinition(options_);
+  hearing_.emplace(options_.handle(), std::vector<listener*>{this});
+}
+
+/// The instruction to the reader that the first words of a name reach; 0 if none. It would act on
+/// the words that follow.
+std::int32_t reach::instruction(std::string_view name) const {
+  for (std::size_t end = name.find('_'); end != std::string_view::npos;
+       end = name.find('_', end + 1)) {
+    std::int32_t number = 0;
+    optxv_option option{};
+    if (optxv_find(options_.handle(), name.data(), end, &number) == optxv_ok &&
+        optxv_option_info(options_.handle(), number, &option) == optxv_ok &&
+        option.kind == optxv_kind_immediate)
+      return number;
+  }
+  return 0;
+}
+
+std::int32_t reach::option(std::string_view name) {
+  synonym_ = false;
+  if (option_ = blanks_ ? instruction(name) : 0; option_ != 0) return option_;
+  std::string words(name);
+  if (blanks_) std::ranges::replace(words, '_', ' ');
+  options_.read_line(words);
+  options_.clear_messages();
+  return option_;
+}
+
+/// The first key is the name; what follows it is read as another if the name is shorter.
+void reach::key(const optxv_key& key) {
+  if (option_ != 0) return;
+  option_ = key.option;
+  synonym_ = key.synonym != 0;
+}
+
+}  // namespace command
