@@ -100,7 +100,7 @@ void entrychecks::checkagain(const optxv_store& store) {
   found.notes.push_back({"it was set here before", again->first});
   if (again->through == 0)
     found.hints.push_back(ascomment("make the first a comment: it has no effect", again->first,
-                                    tokens_ || names_.modeswitched()));
+                                    tokens_ || names_.modeswitched() || !again->alone));
   findings_.add(std::move(found));
 }
 

@@ -6,7 +6,7 @@ namespace command {
 namespace {
 
 // In the order of ownfinding.
-constexpr std::array<coderow, 29> rules = {{
+constexpr std::array<coderow, 32> rules = {{
     {"unreadable", severity::error, "A file cannot be read"},
     {"empty-file", severity::note, "A file is empty"},
     {"byte-order-mark", severity::note,
@@ -42,9 +42,12 @@ constexpr std::array<coderow, 29> rules = {{
     {"member-twice", severity::error, "A member of the settings stands there twice"},
     {"wrong-value", severity::error, "A value of the settings is not one of its option"},
     {"not-expressible", severity::error, "A value cannot be written in the other form"},
+    {"bad-table", severity::error, "A table cannot be understood"},
+    {"bad-cell", severity::error, "A cell of a table is not what its column holds"},
+    {"not-in-definition", severity::warning, "A definition cannot say something of the table"},
 }};
-static_assert(rules[static_cast<std::size_t>(ownfinding::notexpressible)].code ==
-              "not-expressible");
+static_assert(rules[static_cast<std::size_t>(ownfinding::notindefinition)].code ==
+              "not-in-definition");
 
 }  // namespace
 

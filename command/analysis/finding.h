@@ -135,6 +135,9 @@ enum class ownfinding {
   membertwice,      ///< one that is there twice
   wrongvalue,       ///< a value of another type than the option's
   notexpressible,   ///< a value that the form to be written cannot hold
+  badtable,         ///< a table for a definition that is none
+  badcell,          ///< a cell of it that no record can be made of
+  notindefinition,  ///< what the definition that is made of it does not say
 };
 
 /// A code with which findings are told, and what it stands for.

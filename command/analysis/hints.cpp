@@ -230,7 +230,8 @@ class hinting {
   bool offerrest(std::int64_t column, string_view key, const correction& better);
   void offerrest(std::int64_t column, string_view value, string_view key,
                  const optionsymbol& option);
-  void offername(const place& where, string_view name);
+  void offername(const place& where, string_view name, bool sure);
+  bool instructs(std::string name) const;
   void offerlikely();
   void keepcomment(hint& into, string_view comment, std::int64_t column) const;
   const readvalue* valueatfault() const;
@@ -304,6 +305,11 @@ bool hinting::offervalue(const correction& better) {
   if (!offer(with(better.value), better.words)) return false;
   const readvalue* fault = valueatfault();
   if (fault == nullptr || fault->written.line != line().line) return true;
+  const string_view written = from_.at.ahead(fault->written.column);
+  if (written.substr(0, static_cast<std::size_t>(fault->written.length)) == better.value)
+    return true;  // nothing would change
+  // What is at fault is one value of several.
+  if (from_.names.option(entry().option).type == "multilist") return true;
   hint& told = found_.hints.back();
   told.edits = {{fault->written, better.value}};
   told.sure = better.sure;
@@ -313,7 +319,9 @@ bool hinting::offervalue(const correction& better) {
 
 /// Tells a key with a value that stands for all of the line from a column on.
 bool hinting::offerrest(std::int64_t column, string_view key, const correction& better) {
-  if (!offerfrom(column, std::string(key) + ' ' + better.value, better.sure)) return false;
+  if (!offerfrom(column, std::string(key) + ' ' + better.value,
+                 better.sure && !instructs(std::string(key))))
+    return false;
   found_.hints.back().words = better.words;
   keepcomment(found_.hints.back(), better.comment, column);
   return true;
@@ -330,8 +338,15 @@ void hinting::offerrest(std::int64_t column, string_view value, string_view key,
   offer(std::string(key) + ' ' + std::string(firstword(value)));
 }
 
+/// Whether a name is that of an instruction, which changes what other lines mean: so nobody can be
+/// sure of that.
+bool hinting::instructs(std::string name) const {
+  std::ranges::replace(name, ' ', '_');
+  return from_.names.option(from_.names.find(name)).type == "immediate";
+}
+
 /// Tells the line with another name at a place in it, if the library takes that.
-void hinting::offername(const place& where, string_view name) {
+void hinting::offername(const place& where, string_view name, bool sure) {
   if (where.line != line().line || where.column < 1) return;
   std::string form(text());
   const auto at = static_cast<std::size_t>(where.column - 1);
@@ -339,14 +354,14 @@ void hinting::offername(const place& where, string_view name) {
   form.replace(at, static_cast<std::size_t>(where.length), name);
   if (!offer(std::string(trimmed(form)))) return;
   found_.hints.back().edits = {{where, std::string(name)}};
-  found_.hints.back().sure = true;
+  found_.hints.back().sure = sure;
 }
 
 /// Tells the line with the only name that can be meant, and if need be its value put right too.
 void hinting::offerlikely() {
   if (found_.nearest.size() != 1 || from_.at.source().kind == optxv_source_definition) return;
   const std::string& name = found_.nearest[0];
-  offername(place(said_.place), name);
+  offername(place(said_.place), name, !instructs(name));
   if (told() || name.starts_with('.')) return;
   string_view rest = trimmed(here().substr(std::min(viewof(said_.about).size(), here().size())));
   if (rest.starts_with('=')) rest = trimmed(rest.substr(1));
@@ -519,7 +534,7 @@ void hinting::remainder() {
 void hinting::deprecated() {
   if (entry().synonym == 0) return;
   const optionsymbol& meant = from_.names.option(entry().option);
-  if (!meant.name.empty()) offername(entry().where, meant.name);
+  if (!meant.name.empty()) offername(entry().where, meant.name, true);
 }
 
 /// The name of a nested file ends at a blank unless it is quoted.

@@ -1,5 +1,7 @@
 #include "analysis/origins.h"
 
+#include <algorithm>
+
 #include "text/wording.h"
 
 namespace command {
@@ -43,6 +45,14 @@ valuehistory originteller::historyof(std::int32_t optnr, std::int32_t which) con
 origin originteller::lastof(std::int32_t optnr, std::int32_t which) const {
   const std::optional<settingstep> last = read_.values().last(optnr, which);
   return last ? originof(last->at, last->road, last->through) : origin();
+}
+
+std::vector<origin> originteller::ofitems(std::int32_t optnr) const {
+  std::vector<origin> all;
+  for (pastvalue& each : historyof(optnr).settings) all.push_back(std::move(each.from));
+  all.resize(static_cast<std::size_t>(read_.options().describe(optnr).items));
+  std::ranges::reverse(all);
+  return all;
 }
 
 origin originteller::ofdotoption(std::size_t position) const {

@@ -43,6 +43,8 @@ class originteller {
   valuehistory historyof(std::int32_t optnr, std::int32_t which = 1) const;
   /// Where the value in effect comes from; no road if it is the default.
   origin lastof(std::int32_t optnr, std::int32_t which = 1) const;
+  /// Of the items of a list of texts, in their order; those that are forgotten have no road.
+  std::vector<origin> ofitems(std::int32_t optnr) const;
   /// Of the dot option or the indicator at a position from 0.
   origin ofdotoption(std::size_t position) const;
   origin ofindicator(std::size_t position) const;

@@ -22,7 +22,7 @@ repeats::setbefore& repeats::before(std::int32_t option) {
   if (last.source != sources_.back())
     last = {.source = sources_.back(), .outer = last.mask, .elsewhere = last.where};
   if (last.entry != entry_) {
-    if (last.mask != 0) last.first = last.where;
+    if (last.mask != 0) last.first = last.where, last.firstalone = last.alone;
     last.earlier |= last.mask;
     last.entry = entry_, last.mask = 0, last.told = false;
   }
@@ -33,13 +33,20 @@ std::optional<repetition> repeats::found(setbefore& last, std::int32_t bit) cons
   const std::int32_t now = last.mask | bit;
   if (last.earlier != 0 && (last.earlier & ~now) == 0 && !last.told) {
     last.told = true;
-    return repetition{.first = last.first, .samefile = true};
+    return repetition{.first = last.first, .samefile = true, .alone = last.firstalone};
   }
   if (last.outer != 0 && (last.outer & ~(last.earlier | now)) == 0) {
     last.outer = 0;
     return repetition{.first = last.elsewhere};
   }
   return {};
+}
+
+/// Whether nothing stands in front of the entry in its line.
+bool repeats::beginsline() const {
+  const auto column = static_cast<std::size_t>(at_.source().entry.where.column);
+  const std::string_view before = std::string_view(at_.source().text).substr(0, column - 1);
+  return before.find_first_not_of(" \t-/") == before.npos;
 }
 
 void repeats::stored(const optxv_store& store) {
@@ -56,6 +63,7 @@ void repeats::stored(const optxv_store& store) {
   if (handedon) return;
   last.mask |= bit;
   last.where = store.place;
+  last.alone = beginsline();
 }
 
 hint ascomment(std::string words, place entry, bool manyaline) {

@@ -16,6 +16,7 @@ struct repetition {
   std::int32_t through = 0;  ///< the macro or multi-list that handed the value on; 0 if none
   place first = {};          ///< of the value without effect
   bool samefile = false;     ///< both are in one run through one file
+  bool alone = false;        ///< in its line, no other entry is before that of `first`
 };
 
 /// Finds repetitions. To set again but one of two values is none, nor is an entry after a macro
@@ -38,17 +39,19 @@ class repeats : public listener {
   /// second.
   struct setbefore {
     std::size_t source = 0;
-    std::size_t entry = 0;         ///< the last one
-    std::int32_t mask = 0;         ///< what that gave
-    std::int32_t earlier = 0;      ///< what the entries before it gave
-    place where = {}, first = {};  ///< of the last one, and of the one before
-    bool told = false;             ///< that the last one comes on top of others
-    std::int32_t outer = 0;        ///< what the last entry of another source gave, until told
-    place elsewhere = {};          ///< of that
+    std::size_t entry = 0;                   ///< the last one
+    std::int32_t mask = 0;                   ///< what that gave
+    std::int32_t earlier = 0;                ///< what the entries before it gave
+    place where = {}, first = {};            ///< of the last one, and of the one before
+    bool alone = false, firstalone = false;  ///< likewise, whether its line begins with it
+    bool told = false;                       ///< that the last one comes on top of others
+    std::int32_t outer = 0;  ///< what the last entry of another source gave, until told
+    place elsewhere = {};    ///< of that
   };
 
   setbefore& before(std::int32_t option);
   std::optional<repetition> found(setbefore& last, std::int32_t bit) const;
+  bool beginsline() const;
 
   const reading& at_;
   const symbols& names_;

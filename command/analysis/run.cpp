@@ -27,12 +27,12 @@ run::readparts::readparts(run& of)
 
 /// What others build on comes first, and the messages of the library last.
 std::vector<listener*> run::readparts::listeners(run& of) {
-  const runparts& asked = of.asked_;
+  const runparts& parts = of.asked_;
   std::vector<listener*> all = {&of.at_, &of.names_, &values, &files, &texts};
-  if (asked.also != nullptr) all.insert(all.begin(), asked.also);
-  if (asked.checks || asked.join) all.push_back(&again);
-  if (asked.checks) all.insert(all.end(), {&records, &entries});
-  if (asked.join) std::ranges::copy(asked.join(of), std::back_inserter(all));
+  if (parts.also != nullptr) all.insert(all.begin(), parts.also);
+  if (parts.checks || parts.join) all.push_back(&again);
+  if (parts.checks) all.insert(all.end(), {&records, &entries});
+  if (parts.join) std::ranges::copy(parts.join(of), std::back_inserter(all));
   all.push_back(&findings);
   return all;
 }
@@ -61,11 +61,20 @@ bool run::read(const readsettings& what) {
   return true;
 }
 
+void run::tell(finding found) {
+  parts_->findings.add(std::move(found));
+  if (at_.idle()) parts_->findings.flush();
+}
+
+void run::readmade(const std::string& name, std::string_view text) {
+  finish(name, options_.read_text(name, text).status);
+}
+
 bool run::readdefinition(const textdocument& definition, bool tokens, bool nobounds) {
   setswitches(tokens, nobounds);
   if (tokens) parts_->entries.settokens();
   begin(definition);
-  if (!take(definition)) return telluseless(false), false;
+  if (!take(definition, tokens)) return telluseless(false), false;
   declared_ = static_cast<std::int32_t>(options_.table().size());
   start_ = options_.take_snapshot();
   return true;
@@ -93,25 +102,11 @@ void run::startover() {
   parts_.emplace(*this);
 }
 
-void run::tell(finding found) {
-  parts_->findings.add(std::move(found));
-  if (at_.idle()) parts_->findings.flush();
-}
-
 tally run::total() const {
   tally total = parts_->findings.total();
   total.dotoptions = options_.dot_options().size();
   total.indicators = options_.indicators().size();
   return total;
-}
-
-void run::readmade(const std::string& name, std::string_view text) {
-  finish(name, options_.read_text(name, text).status);
-}
-
-void run::add(finding found) {
-  parts_->findings.add(std::move(found));
-  parts_->findings.flush();
 }
 
 void run::readdefinition(optxv::options& into) const {
@@ -121,15 +116,15 @@ void run::readdefinition(optxv::options& into) const {
 bool run::readdefinition(const readsettings& what) {
   const textdocument* const text = document(what.definition);
   if (text == nullptr) return false;
-  if (take(*text)) return true;
+  if (take(drafted(*text), what.tokens)) return true;
   telluseless(!what.parameters.empty());
   return false;
 }
 
 /// Reads the definition; false if it declares no option.
-bool run::take(const textdocument& definition) {
+bool run::take(const textdocument& definition, bool tokens) {
   definition_ = definition;
-  trial_.define(definition.text(), tokens_);
+  trial_.define(definition.text(), tokens);
   parts_->texts.define(definition.text());
   finish(definition.name(),
          options_.read_definition_text(definition.name(), definition.text()).status);
@@ -143,14 +138,20 @@ void run::telluseless(bool swapped) {
     found.hints.push_back({"",
                            "the definition comes first, then the parameter files; are the two "
                            "swapped?"});
-  add(std::move(found));
+  parts_->findings.add(std::move(found));
+  parts_->findings.flush();
 }
 
 void run::readparameters(const std::string& file) {
   const textdocument* text = document(file);
   if (text == nullptr) return;
-  const bool drafted = drafts_ != nullptr && drafts_->contains(file);
-  readmade(file, drafted ? drafts_->at(file) : text->text());
+  finish(file, options_.read_text(file, drafted(*text).text()).status);
+}
+
+/// What is to be read of a document: the draft of its name, if there is one.
+textdocument run::drafted(const textdocument& document) const {
+  if (drafts_ == nullptr || !drafts_->contains(document.name())) return document;
+  return {document.name(), drafts_->at(document.name())};
 }
 
 /// The text of a file that the run is given; nil if it cannot be read, which is told.
@@ -176,8 +177,10 @@ void run::begin(const textdocument& text) {
 }
 
 void run::unreadable(const std::string& file, const std::string& why) {
-  parts_->findings.total().unreadable++;
-  add(own(ownfinding::unreadable, place(file), "cannot be read: " + why));
+  collector& findings = parts_->findings;
+  findings.total().unreadable++;
+  findings.add(own(ownfinding::unreadable, place(file), "cannot be read: " + why));
+  findings.flush();
 }
 
 /// After each file.

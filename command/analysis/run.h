@@ -32,7 +32,7 @@ struct readsettings {
   std::vector<std::string> parameters = {};
   bool tokens = false;                 ///< reads begin in token mode
   bool nobounds = false;               ///< values out of bounds are taken, with a warning
-  const drafttexts* drafts = nullptr;  ///< of the parameter files, if any. BORROWS: for the run
+  const drafttexts* drafts = nullptr;  ///< of the files, if any. BORROWS: for the run
 };
 
 class run;
@@ -44,8 +44,7 @@ struct runparts {
   bool origins = false;      ///< keeps all settings, not only the last of each option
   listener* also = nullptr;  ///< hears each call before all others do. BORROWS: for the run
   /// Gives further listeners for a run, which hear each call after those of the run itself, and
-  /// before its messages become findings; asked before each text that is read again, too. BORROWS:
-  /// the listeners, as long as the run lives.
+  /// before its messages become findings. BORROWS: the listeners, as long as the run lives.
   std::function<std::vector<listener*>(run&)> join = {};
 };
 
@@ -65,13 +64,12 @@ struct enteredfile {
 ///   if (reading.read({.definition = "s.def", .parameters = {"p.opt"}})) use(reading.options());
 ///   return reading.total().status();
 ///
-/// For parameter text that changes, the definition is read once and kept, with its names; what
-/// belongs to the parameter text is made anew for each read, so that nothing of an earlier one is
-/// left:
+/// For parameter text that changes, the definition is read once and kept, with its names and its
+/// trial of hints; what belongs to the parameter text is made anew for each read, so that nothing of
+/// an earlier one is left:
 ///
 ///   run reading(taker, {.checks = true});
-///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // any number of
-///   times
+///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // again and again
 ///
 /// OWNS: the options, and the texts that it has read.
 class run {
@@ -114,10 +112,9 @@ class run {
   }
 
   /// For a task that makes parameter text of something else, after read(): a file of the run, nil
-  /// if it cannot be read, which is told; the text that was made of it; and what was found wrong.
+  /// if it cannot be read, which is told; and the text that was made of it.
   const textdocument* open(const std::string& file) { return document(file); }
   void readmade(const std::string& name, std::string_view text);
-  void add(finding found);
   /// Reads the definition of the run into another option set, which then has the defaults.
   void readdefinition(optxv::options& into) const;
 
@@ -145,11 +142,12 @@ class run {
 
   void setswitches(bool tokens, bool nobounds);
   bool readdefinition(const readsettings& what);
-  bool take(const textdocument& definition);
+  bool take(const textdocument& definition, bool tokens);
   void telluseless(bool swapped);
   void readparameters(const std::string& file);
   void startover();
   const textdocument* document(const std::string& file);
+  textdocument drafted(const textdocument& document) const;
   void begin(const textdocument& text);
   void unreadable(const std::string& file, const std::string& why);
   void finish(const std::string& file, std::int32_t error);
@@ -159,11 +157,11 @@ class run {
   optxv::options options_;
   shelf shelf_;
   std::optional<textdocument> definition_;
+  bool tokens_ = false, nobounds_ = false;
   std::int32_t declared_ = 0;             ///< options in the table once the definition is read
   std::optional<optxv::snapshot> start_;  ///< the values then
   const drafttexts* drafts_ = nullptr;
   trial trial_;
-  bool tokens_ = false, nobounds_ = false;
   reading at_;
   symbols names_;
   std::optional<readparts> parts_;

@@ -36,6 +36,9 @@ constexpr argument checkedword{
 constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
                                   &request::definition, true};
+constexpr argument listedword{"DEFINITION", "", definitionword.help, &request::definition};
+constexpr argument from{"--from",       "TABLE", "Table of options to make a definition of",
+                        &request::from, false,   &listedword};
 constexpr argument parameterwords{"PARAMETERS", "",
                                   "Parameter files, read in this order; - is standard input",
                                   &request::parameters};
@@ -85,6 +88,12 @@ constexpr argument target{
     &request::target, true};
 constexpr argument filewords{"FILE", "", "Parameter files to repair; - is standard input",
                              &request::parameters, true};
+constexpr argument comparedwords{
+    "FILE", "", "The two parameter files; or the new definition. - is standard input",
+    &request::parameters, true};
+constexpr argument definitions{"--definitions", "",
+                               "Compare two definitions, and tell what breaks what worked",
+                               &request::definitions};
 constexpr argument withorigin{"--origin", "", "Show where the values come from", &request::origin};
 constexpr argument settingwords{
     "PARAMETERS", "",
@@ -119,6 +128,8 @@ constexpr argument ignore{.names = "--ignore",
                           .help = "Do not apply these rules, written likewise",
                           .into = &request::ignore,
                           .commas = true};
+constexpr argument everyfinding{
+    "--all", "", "Show every finding, not only the first 20 of each rule", &request::all};
 constexpr argument lintrepairs{
     .names = "--lint",
     .value = "CODES",
@@ -127,9 +138,9 @@ constexpr argument lintrepairs{
     .commas = true};
 constexpr argument layoutwords{"FILE", "", "Files to lay out; - is standard input",
                                &request::parameters};
-constexpr argument definitions{"--definitions", "",
-                               "Lay definitions out: DEFINITION and each FILE is one",
-                               &request::definitions};
+constexpr argument laidoutdefinitions{"--definitions", "",
+                                      "Lay definitions out: DEFINITION and each FILE is one",
+                                      &request::definitions};
 constexpr argument layoutwrite{"--write", "", "Write over the files instead of showing the result",
                                &request::write};
 constexpr argument namesonly{
@@ -182,8 +193,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "The definition is looked at if it is alone, or else the parameter files; --select D,P is "
      "both.\n"
      "A comment such as `* optxv: ignore P101` silences a rule in the next line.",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &strict, &json,
-      &reportform},
+     {&definitionword, &parameterwords, &tokens, &nobounds, &select, &ignore, &everyfinding,
+      &strict, &json, &reportform},
      {"optxv lint solver.def", "optxv lint solver.def solver.opt",
       "optxv lint --strict --ignore D2,D402 solver.def",
       "optxv lint --select P1 --json solver.def solver.opt"},
@@ -192,8 +203,8 @@ constexpr auto rows = std::to_array<subcommand>({
      "Lay files out: columns aligned, and nothing that they say changed",
      "Comments and empty lines stay, and lines with errors stay as they are. The result is shown,\n"
      "file after file, or written with --write.",
-     {&definitionword, &layoutwords, &definitions, &tokens, &nobounds, &layoutwrite, &namesonly,
-      &sort, &width},
+     {&definitionword, &layoutwords, &laidoutdefinitions, &tokens, &nobounds, &layoutwrite,
+      &namesonly, &sort, &width},
      {"optxv format solver.def solver.opt", "optxv format --write --sort group solver.def *.opt",
       "optxv format --check solver.def *.opt", "optxv format --definitions --write solver.def"},
      format},
@@ -213,6 +224,15 @@ constexpr auto rows = std::to_array<subcommand>({
      {"optxv origin solver.def solver.opt night.opt", "optxv origin solver.def solver.opt steplim",
       "optxv origin --json solver.def solver.opt --name steplim"},
      origins},
+    {"diff",
+     "Show what differs in effect between two settings, or between two definitions",
+     "The exit status is 0 if nothing differs, 1 if something does, and 2 for any trouble, also "
+     "for\n"
+     "errors in the files. Of definitions it is 1 only if a change breaks what worked.",
+     {&definitionword, &comparedwords, &tokens, &nobounds, &definitions, &json},
+     {"optxv diff solver.def day.opt night.opt", "optxv diff --json solver.def day.opt night.opt",
+      "optxv diff --definitions old.def solver.def"},
+     diff},
     {"help",
      "Show the help that a definition holds",
      "A number asks for lists, and may be a sum: 1 by group, 2 in alphabetical order, 4 the table "
@@ -240,9 +260,12 @@ constexpr auto rows = std::to_array<subcommand>({
      "A listing for people: what the library understood, in the form of a definition. It leaves\n"
      "out lists of texts, groups, and the indicator, lookup and eolcomm records, and it includes\n"
      "the option Help, with which every table begins. So it cannot always be read back; that is\n"
-     "its form.",
-     {&definitionword, &output, &force},
-     {"optxv definition solver.def | diff solver.def -"},
+     "its form. With --from, a definition is made of a table that another program keeps, in CSV "
+     "or\n"
+     "JSON: a column each for name, type, default, low, high, group, text and some more.",
+     {&listedword, &from, &output, &force},
+     {"optxv definition solver.def | diff solver.def -",
+      "optxv definition --from options.csv -o solver.def"},
      definition},
     {"include",
      "Write the numbers of the options as an Object Pascal include file",

@@ -75,7 +75,7 @@ constexpr std::string_view zshskeleton = R"(#compdef {name}
 # What zsh offers for {name}; made by optxv.
 _optxv{id}() {
   local typed=$QIPREFIX$PREFIX${compstate[quote]} line text
-  local -a answer words_only shown open_words open_shown
+  local -a answer whole_words whole_shown open_words open_shown
   local -i width=0
   typed=${(Q)typed}
   answer=("${(@f)$(command optxv complete zsh{flags} -- "${(@Q)words[1,CURRENT-1]}" "$typed" 2>/dev/null)}")
@@ -101,22 +101,22 @@ _optxv{id}() {
     if [[ $text = *= ]]; then
       open_words+=("$text") open_shown+=("$line")
     else
-      words_only+=("$text") shown+=("$line")
+      whole_words+=("$text") whole_shown+=("$line")
     fi
   done
   local -a list
   if [[ "$answer" = *$'\t'* ]]; then list=(-l); fi
   compadd $list -d open_shown -S '' -a open_words
-  local -i status_of=$?
-  compadd $list -d shown -a words_only || return status_of
+  local -i failed=$?
+  compadd $list -d whole_shown -a whole_words && failed=0
+  return failed
 }
 if [ "$funcstack[1]" = _optxv{id} ]; then _optxv{id} "$@"; else compdef _optxv{id} {name}; fi
 )";
 
 constexpr std::string_view fishskeleton = R"(# What fish offers for {name}; made by optxv.
 function __optxv{id}
-    set -l word (commandline -ct)
-    set -l typed (string unescape -- "$word"; or string unescape -- "$word'"; or string unescape -- "$word\"")
+    set -l typed (string unescape -- (commandline -ct))
     set -g __optxv{id}_answer (command optxv complete fish{flags} -- (commandline -opc) "$typed" 2>/dev/null)
     string match -q 'words*' -- $__optxv{id}_answer[1]
     and set -e __optxv{id}_answer[1]

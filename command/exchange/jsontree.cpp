@@ -6,6 +6,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "exchange/settingsform.h"
 #include "text/names.h"
 
 namespace command {
@@ -118,7 +119,12 @@ bool builder::run() {
 
 /// Where the next value begins.
 std::size_t builder::next() const {
-  return std::min(text_.find_first_not_of(" \t\r\n,:", end_), text_.size());
+  const auto between = [](char c) {
+    return c == ' ' || c == '\n' || c == ',' || c == ':' || c == '\t' || c == '\r';
+  };
+  std::size_t at = end_;
+  while (at < text_.size() && between(text_[at])) at++;
+  return at;
 }
 
 /// How much of a text is a number. A zero ends one that begins with it, but for a fraction or an
@@ -201,12 +207,14 @@ bool builder::parse_error(std::size_t, const std::string&, const json::exception
     overflow_ = {begin, text_.find_first_not_of(numbercharacters, begin)};
     return false;
   }
-  const bool open =
-      begin < end && text_[begin] == '"' && (end - begin < 2 || text_[end - 1] != '"');
-  if (!open) return fault({begin, begin + 1}, expected() + habit(begin));
-  if (end == text_.size() && text_[end - 1] != '\n')
+  const std::string_view seen = text_.substr(begin, end - begin);
+  const std::size_t good = goodbytes(seen);
+  const bool closed = good == seen.size() && seen.size() > 1 && seen.back() == '"';
+  if (!seen.starts_with('"') || closed) return fault({begin, begin + 1}, expected() + habit(begin));
+  if (good == seen.size() && end == text_.size() && seen.back() != '\n')
     return fault({begin, end}, "the text that begins here has no closing quote");
-  return fault({end - 1, end},
+  const std::size_t bad = begin + std::min(good, seen.size() - 1);
+  return fault({bad, bad + 1},
                "a character that JSON does not have in a text: it takes UTF-8, with an escape for "
                "control characters");
 }

@@ -1,6 +1,7 @@
 #include "exchange/madetext.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace command {
 
@@ -16,6 +17,7 @@ bool madetext::good(std::size_t first, std::size_t last) const {
 }
 
 std::string madetext::product() const {
+  if (good(0, lines_.size())) return text_;
   std::string result;
   for (std::size_t i = 0; i < lines_.size(); i++) {
     const std::size_t end = i + 1 < lines_.size() ? lines_[i + 1].begin : text_.size();
@@ -36,6 +38,12 @@ finding madetext::origin(finding found) {
   found.hints.clear();
   for (note& each : found.notes) each.where = {};
   return found;
+}
+
+void orderedfindings::report(const findingtaker& to) {
+  std::ranges::stable_sort(
+      all_, {}, [](const finding& each) { return std::pair(each.where.line, each.where.column); });
+  for (const finding& each : all_) to(each);
 }
 
 }  // namespace command

@@ -48,4 +48,14 @@ class madetext {
   std::vector<madeline> lines_;
 };
 
+/// Findings in the order of a text that is not read from its start to its end.
+class orderedfindings {
+ public:
+  void add(finding found) { all_.push_back(std::move(found)); }
+  void report(const findingtaker& to);
+
+ private:
+  std::vector<finding> all_;
+};
+
 }  // namespace command

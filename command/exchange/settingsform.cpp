@@ -23,13 +23,14 @@ bool isattribute(const optxv::option& option) {
          (option.data == optxv_data_integer || option.data == optxv_data_real);
 }
 
-bool isutf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t bytes = firstcharacter(text).bytes;
-    if (bytes == 0) return false;
-    text.remove_prefix(bytes);
+std::size_t goodbytes(std::string_view text) {
+  std::size_t good = 0;
+  while (good < text.size()) {
+    const std::size_t bytes = firstcharacter(text.substr(good)).bytes;
+    if (bytes == 0) break;
+    good += bytes;
   }
-  return true;
+  return good;
 }
 
 void addmember(ordered_json& object, std::string_view name, ordered_json value) {

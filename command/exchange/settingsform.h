@@ -40,15 +40,17 @@ memberform formof(const optxv::option& option);
 bool isattribute(const optxv::option& option);
 
 /// The longest text that parameter text holds, in bytes, and the characters that it has no way to
-/// write. Nor can a text begin or end with a blank or a tab.
+/// write.
 inline constexpr std::size_t longesttext = 255;
 inline constexpr std::string_view unwritable = "\"\n\x1A";
-inline constexpr std::string_view blanks = " \t";
 /// The most labels of a symbol, and the longest identifier.
 inline constexpr int mostlabels = 20, longestidentifier = 63;
 
-/// Whether a text is good UTF-8, as all of JSON is.
-bool isutf8(std::string_view text);
+/// How much of a text is good UTF-8, as all of JSON is, and whether all of it is.
+std::size_t goodbytes(std::string_view text);
+inline bool isutf8(std::string_view text) {
+  return goodbytes(text) == text.size();
+}
 
 /// Adds a member at the end, without a look at those before it.
 void addmember(ordered_json& object, std::string_view name, ordered_json value);

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "exchange/entrytext.h"
 #include "exchange/settingsjson.h"
 #include "exchange/symbolentries.h"
+#include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
 #include "text/wording.h"
@@ -39,13 +39,14 @@ std::string shown(const ordered_json& value) {
 
 }  // namespace
 
-settingstext::settingstext(const optxv::options& options, symbols& names, bool nobounds,
+settingstext::settingstext(const optxv::options& options, symbols& names, const settings& form,
                            madetext& to)
-    : options_(options), names_(names), to_(to) {
-  if (!nobounds) return;
-  for (const optxv::option& each : options.table())
-    if (nobounds_.empty() && names.option(each.number).action == "nobounds")
-      nobounds_ = keyof(each);
+    : options_(options), names_(names), to_(to), tokens_(form.tokens) {
+  for (const optxv::option& each : options.table()) {
+    const std::string& action = names.option(each.number).action;
+    if (form.nobounds && nobounds_.empty() && action == "nobounds") nobounds_ = keyof(each);
+    if (wholelines_.empty() && action == "eolflag") wholelines_ = keyof(each);
+  }
 }
 
 /// The name as a user writes it: some tables have blanks in it.
@@ -79,13 +80,16 @@ void settingstext::told(const jsonfault& fault) const {
 void settingstext::readmember(const jsonmember& member) {
   const std::size_t first = to_.count();
   ordered_json wanted;
-  if (member.name == schemamember) return;
+  if (member.name == schemamember) {
+    iswrong(member, member.value.is == jsonvalue::kind::text, "a text");
+    return;
+  }
   if (member.name == dotmember)
     wanted = readdotoptions(options_, member.value, to_);
   else if (member.name == indicatormember && !names_.indicatorword().empty())
     wanted = readindicators(names_.indicatorword(), member.value, to_);
   else if (isownlist(member.name))
-    wanted = readlist(member.name, false, member);
+    wanted = readlist(member.name, member);
   else if (const std::int32_t number = names_.find(member.name); number > 0)
     return readoption(options_.describe(number), member);
   else
@@ -108,7 +112,7 @@ ordered_json settingstext::readvalue(const optxv::option& option, const jsonmemb
     case memberform::pair:
       return readpair(option, member);
     case memberform::list:
-      return readlist(keyof(option), true, member);
+      return readlist(keyof(option), member);
     default:
       return readone(option, member);
   }
@@ -146,21 +150,27 @@ bool settingstext::iswrong(const jsonmember& member, bool good, const std::strin
 
 /// Whether a value can be written; if not, that is told.
 bool settingstext::isgood(const jsonmember& member, const valuetext& value, textspan where) const {
-  if (!value.fault) return true;
-  const ownfinding what =
-      value.fault->nowriting ? ownfinding::notexpressible : ownfinding::wrongvalue;
-  finding found = to_.fault(what, where, inquotes(member.name) + ' ' + value.fault->text);
-  if (!value.fault->write.empty()) found.hints.push_back({.write = value.fault->write});
+  const bool kept = !value.blankends || tokens_ || !wholelines_.empty();
+  if (!value.fault && kept) return true;
+  valuefault fault = {"has a text with a blank at one of its ends", "", true};
+  if (value.fault) fault = *value.fault;
+  finding found = to_.fault(fault.nowriting ? ownfinding::notexpressible : ownfinding::wrongvalue,
+                            where, inquotes(member.name) + ' ' + fault.text);
+  if (!fault.write.empty()) found.hints.push_back({.write = fault.write});
+  if (!kept) found.hints.push_back({.words = "token mode keeps it: --tokens writes for that"});
   to_.tell(found);
   return false;
 }
 
-/// An entry with a value that is out of bounds stands between two that let it in.
-void settingstext::addentry(const std::string& entry, textspan where, bool outside) {
-  const bool between = outside && !nobounds_.empty();
-  if (between) to_.addline(nobounds_ + " 1", where);
+/// Adds an entry, between others that let in a value out of bounds, or the blanks of a text.
+void settingstext::addentry(const std::string& entry, textspan where, bool outside,
+                            bool blankends) {
+  const bool opened = outside && !nobounds_.empty(), switched = blankends && !tokens_;
+  if (opened) to_.addline(nobounds_ + " 1", where);
+  if (switched) to_.addline(wholelines_ + " 0", where);
   to_.addline(entry, where);
-  if (between) to_.addline(nobounds_ + " 0", where);
+  if (switched) to_.addline(wholelines_ + " 1", where);
+  if (opened) to_.addline(nobounds_ + " 0", where);
 }
 
 ordered_json settingstext::readflag(const optxv::option& option, const jsonmember& member) {
@@ -179,7 +189,7 @@ ordered_json settingstext::readone(const optxv::option& option, const jsonmember
   }
   valuetext written = valuetextof(options_, option, value, names_.commentcharacters());
   if (!isgood(member, written, value.where)) return nullptr;
-  addentry(keyof(option) + '=' + written.text, value.where, written.outside);
+  addentry(keyof(option) + '=' + written.text, value.where, written.outside, written.blankends);
   return std::move(written.wanted);
 }
 
@@ -190,37 +200,41 @@ ordered_json settingstext::readpair(const optxv::option& option, const jsonmembe
   if (iswrong(member, two, takenby(options_, option))) return nullptr;
   std::string entry = keyof(option) + '=';
   ordered_json wanted = ordered_json::array();
-  bool outside = false, good = true;
+  bool outside = false, blankends = false, good = true;
   for (const jsonvalue& each : items) {
     valuetext written = {.text = "*", .wanted = nullptr};
     if (!isnull(each)) written = valuetextof(options_, option, each, names_.commentcharacters());
+    if (wanted.empty()) written.blankends = false;  // the first value is a word in both modes
+    blankends = written.blankends;
     good = isgood(member, written, each.where) && good;
     outside = outside || written.outside;
     entry += (wanted.empty() ? "" : " ") + written.text;
     wanted.push_back(std::move(written.wanted));
   }
   if (!good) return nullptr;
-  addentry(entry, member.value.where, outside);
+  addentry(entry, member.value.where, outside, blankends);
   return wanted;
 }
 
-/// A line for each item. In a list that parameter text makes itself, quotes would be part of one.
-ordered_json settingstext::readlist(const std::string& key, bool quoted, const jsonmember& member) {
+/// A line for each item. In end-of-line mode quotes would be part of an item of a list that
+/// parameter text makes itself.
+ordered_json settingstext::readlist(const std::string& key, const jsonmember& member) {
   if (iswrong(member, member.value.is == jsonvalue::kind::list, "a list of texts")) return nullptr;
+  const bool own = isownlist(key);
   ordered_json wanted = ordered_json::array();
   for (const jsonvalue& each : member.value.items) {
-    const bool istext = each.is == jsonvalue::kind::text;
-    valuetext item;
-    if (!istext)
-      item.fault = {"is a list of texts, not of " + std::string(wordof(each.is)), ""};
-    else if (std::string why = whynotext(each.text); !why.empty())
-      item.fault = {std::move(why), "", true};
+    const valuetext item = itemof(each);
     if (!isgood(member, item, each.where)) continue;
-    to_.addline(key + '=' + (quoted ? textvalue(each.text, names_.commentcharacters()) : each.text),
-                each.where);
+    const bool bare = own && !tokens_ && !item.blankends;
+    addentry(key + '=' + (bare ? each.text : item.text), each.where, false, item.blankends);
     wanted.push_back(each.text);
   }
   return wanted;
+}
+
+valuetext settingstext::itemof(const jsonvalue& item) const {
+  if (item.is == jsonvalue::kind::text) return valuetextof(item.text, names_.commentcharacters());
+  return {.fault = valuefault{"is a list of texts, not of " + std::string(wordof(item.is)), ""}};
 }
 
 // --- What came of it

@@ -16,7 +16,7 @@ namespace command {
 /// not come through.
 ///
 ///   madetext made("p.json", json, tell);
-///   settingstext settings(options, names, false, made);
+///   settingstext settings(options, names, {}, made);
 ///   settings.read(json);
 ///   options.read_text("", made.text());      a listener passes findings through made.origin()
 ///   settings.compare();
@@ -25,8 +25,12 @@ namespace command {
 /// BORROWS: all it is made with.
 class settingstext {
  public:
-  /// With `nobounds`, values that are out of bounds get entries around them that let them in.
-  settingstext(const optxv::options& options, symbols& names, bool nobounds, madetext& to);
+  /// The text is for token mode, or for end-of-line mode. With `nobounds`, values that are out of
+  /// bounds get entries around them that let them in.
+  struct settings {
+    bool tokens = false, nobounds = false;
+  };
+  settingstext(const optxv::options& options, symbols& names, const settings& form, madetext& to);
 
   /// Adds the lines for the settings.
   void read(std::string_view json);
@@ -48,10 +52,11 @@ class settingstext {
   ordered_json readflag(const optxv::option& option, const jsonmember& member);
   ordered_json readone(const optxv::option& option, const jsonmember& member);
   ordered_json readpair(const optxv::option& option, const jsonmember& member);
-  ordered_json readlist(const std::string& key, bool quoted, const jsonmember& member);
+  ordered_json readlist(const std::string& key, const jsonmember& member);
+  valuetext itemof(const jsonvalue& item) const;
   void unknownmember(const jsonmember& member) const;
   void unusable(const optxv::option& option, const jsonmember& member) const;
-  void addentry(const std::string& entry, textspan where, bool outside);
+  void addentry(const std::string& entry, textspan where, bool outside, bool blankends);
   std::string keyof(const optxv::option& option) const;
   bool isgood(const jsonmember& member, const valuetext& value, textspan where) const;
   bool iswrong(const jsonmember& member, bool good, const std::string& taken) const;
@@ -60,7 +65,9 @@ class settingstext {
   const optxv::options& options_;
   symbols& names_;
   madetext& to_;
-  std::string nobounds_;  ///< the option that lets in what is out of bounds; empty if none is to
+  bool tokens_;
+  std::string nobounds_;    ///< the option that lets in what is out of bounds; empty if none is to
+  std::string wholelines_;  ///< the one that switches the mode; empty if there is none
   std::vector<madename> made_;
 };
 

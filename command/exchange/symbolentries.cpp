@@ -5,8 +5,8 @@
 #include <optional>
 #include <span>
 
-#include "exchange/entrytext.h"
 #include "exchange/valuetext.h"
+#include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
 

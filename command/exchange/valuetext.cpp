@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
 
@@ -73,6 +73,26 @@ constexpr std::array<namednumber, 5> namednumbers = {{{"maxint", "2147483647"},
                                                       {"maxdouble", "1e299"},
                                                       {"mindouble", "-1e299"},
                                                       {"eps", "1e-20"}}};
+
+// --- Texts
+
+/// Why a text cannot be in parameter text; empty if it can be.
+std::string whynotext(std::string_view text) {
+  constexpr std::array<std::string_view, 3> words = {"a double quote", "a line feed", "byte 26"};
+  if (text.size() > longesttext)
+    return "has a text of " + grouped(text.size()) + " bytes, and parameter text holds " +
+           grouped(longesttext);
+  const std::size_t at = text.find_first_of(unwritable);
+  if (at == text.npos) return {};
+  return "has a text with " + std::string(words[unwritable.find(text[at])]) +
+         " in it, which parameter text has no way to write";
+}
+
+bool hasblankends(std::string_view text) {
+  constexpr std::string_view blanks = " \t";
+  return !text.empty() &&
+         (blanks.find(text.front()) != blanks.npos || blanks.find(text.back()) != blanks.npos);
+}
 
 // --- The values of each kind
 
@@ -159,10 +179,8 @@ valuetext converter::boolean() const {
 /// An allowed value may be written in any case, as in parameter text.
 valuetext converter::text() const {
   if (!is(jsonvalue::kind::text)) return wrong();
-  if (std::string why = whynotext(value_.text); !why.empty())
-    return {.fault = valuefault{std::move(why), "", true}};
-  valuetext result = {.text = textvalue(value_.text, commentcharacters_), .wanted = value_.text};
-  if (option_.kind != optxv_kind_enumerated_text) return result;
+  valuetext result = valuetextof(value_.text, commentcharacters_);
+  if (result.fault || option_.kind != optxv_kind_enumerated_text) return result;
   result.outside = true;
   for (const optxv::item& each : table_.items(option_.number)) {
     if (!result.outside || !samename(each.text, value_.text)) continue;
@@ -179,18 +197,11 @@ valuetext valuetextof(const optxv::options& table, const optxv::option& option,
   return converter(table, option, value, commentcharacters).result();
 }
 
-std::string whynotext(std::string_view text) {
-  if (text.size() > longesttext)
-    return "has a text of " + grouped(text.size()) + " bytes, and parameter text holds " +
-           grouped(longesttext);
-  constexpr std::array<std::string_view, 3> words = {"a double quote", "a line feed", "byte 26"};
-  if (const std::size_t at = text.find_first_of(unwritable); at != text.npos)
-    return "has a text with " + std::string(words[unwritable.find(text[at])]) +
-           " in it, which parameter text has no way to write";
-  if (!text.empty() &&
-      (blanks.find(text.front()) != blanks.npos || blanks.find(text.back()) != blanks.npos))
-    return "has a text with a blank at one of its ends, which parameter text does not keep";
-  return {};
+valuetext valuetextof(const std::string& text, std::string_view commentcharacters) {
+  if (std::string why = whynotext(text); !why.empty())
+    return {.fault = valuefault{std::move(why), "", true}};
+  return {
+      .text = textvalue(text, commentcharacters), .wanted = text, .blankends = hasblankends(text)};
 }
 
 std::string takenby(const optxv::options& table, const optxv::option& option) {

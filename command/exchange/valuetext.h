@@ -19,9 +19,10 @@ struct valuefault {
 
 /// A value that can be written.
 struct valuetext {
-  std::string text = {};                 ///< as an entry has it
-  ordered_json wanted = {};              ///< what the option is to have then; null if only it knows
-  bool outside = false;                  ///< it is out of bounds
+  std::string text = {};     ///< as an entry has it
+  ordered_json wanted = {};  ///< what the option is to have then; null if only it knows
+  bool outside = false;      ///< it is out of bounds
+  bool blankends = false;    ///< a text begins or ends with a blank, which token mode alone keeps
   std::optional<valuefault> fault = {};  ///< then the rest is empty
 };
 
@@ -30,8 +31,8 @@ struct valuetext {
 valuetext valuetextof(const optxv::options& table, const optxv::option& option,
                       const jsonvalue& value, std::string_view commentcharacters);
 
-/// Why a text cannot be in parameter text; empty if it can be.
-std::string whynotext(std::string_view text);
+/// The same for a text that no option judges.
+valuetext valuetextof(const std::string& text, std::string_view commentcharacters);
 
 /// What a member takes: "a whole number from 1 to 64, or null".
 std::string takenby(const optxv::options& table, const optxv::option& option);

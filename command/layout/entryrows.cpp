@@ -10,6 +10,8 @@ namespace {
 
 /// What is wider than this stands for itself: the rest of its paragraph is not moved for its sake.
 constexpr std::size_t widesthead = 40, widestentry = 60;
+/// A line of more bytes is not split, so that its parts fit into lines whatever blanks they get.
+constexpr std::size_t longestsplit = 800;
 /// Blanks in front of a comment.
 constexpr std::size_t commentgap = 2;
 constexpr std::size_t entryforms = 3;
@@ -27,7 +29,8 @@ std::string oneblanked(std::string_view text) {
   return result;
 }
 
-bool touches(char c, std::string_view all) {
+/// Whether a character is one of those.
+bool among(char c, std::string_view all) {
   return all.find(c) != all.npos;
 }
 
@@ -42,7 +45,7 @@ std::string tidysymbol(std::string_view text) {
       blank = true;
       continue;
     }
-    if (blank && touches(result.back(), ",") && !touches(c, ")]}")) result += ' ';
+    if (blank && among(result.back(), ",") && !among(c, ")]}")) result += ' ';
     blank = false;
     if (quote != '\0')
       quote = c == quote ? '\0' : quote;
@@ -104,7 +107,7 @@ alignment aligned(const entryrow* first, const entryrow* last) {
   return result;
 }
 
-/// Appends a row. One that would become too long for a reader is written with single blanks.
+/// Appends a row. A line that would become too long for a reader stays as it was.
 void append(std::string& to, const entryrow& row, const alignment& columns) {
   std::string line;
   if (row.what == entryrow::kind::further) {
@@ -152,7 +155,7 @@ void entryrows::add(const fileline& line, const linedtext& told, const linedentr
       rows_.push_back(row);
       return;
     case linedtext::kind::entries:
-      if (told.count == 1 || (!told.tokens && !told.switched))
+      if (told.count == 1 || (!told.tokens && !told.switched && line.body.size() <= longestsplit))
         addsplit(line, told, entries);
       else
         addjoined(line, told, entries);

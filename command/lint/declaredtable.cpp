@@ -3,17 +3,9 @@
 namespace command {
 namespace {
 
-/// The item at a position from 1, for which room is made.
-template <class Item>
-Item& grown(std::vector<Item>& items, std::int32_t position) {
-  const auto size = static_cast<std::size_t>(std::max(position, 1));
-  if (items.size() < size) items.resize(size);
-  return items[size - 1];
-}
-
 place placeat(const std::vector<place>& places, std::int32_t position) {
-  const auto size = static_cast<std::size_t>(std::max(position, 0));
-  return size > 0 && size <= places.size() ? places[size - 1] : place();
+  const auto index = static_cast<std::size_t>(std::max(position, 0));
+  return index < places.size() ? places[index] : place();
 }
 
 }  // namespace
@@ -42,8 +34,8 @@ optxv_option declaredtable::info(const declaredoption& option) const {
 
 const declaredoption& declaredtable::option(std::int32_t number) const {
   static const declaredoption none;
-  const auto size = static_cast<std::size_t>(std::max(number, 0));
-  return size > 0 && size <= options_.size() ? options_[size - 1] : none;
+  const auto index = static_cast<std::size_t>(std::max(number, 0));
+  return index < options_.size() ? options_[index] : none;
 }
 
 place declaredtable::group(std::int32_t position) const {

@@ -12,6 +12,14 @@
 
 namespace command {
 
+/// The item of a number, for which room is made.
+template <class Item>
+Item& grown(std::vector<Item>& items, std::int32_t number) {
+  const auto index = static_cast<std::size_t>(number);
+  if (index >= items.size()) items.resize(index + 1);
+  return items[index];
+}
+
 struct declaredoption {
   std::int32_t number = 0;
   place where = {};               ///< of the name; no line for an option that no record declares
@@ -50,8 +58,13 @@ class declaredtable : public listener {
   place group(std::int32_t position) const;
   place synonym(std::int32_t position) const;
   const std::vector<declaredmark>& marks() const { return marks_; }
-  /// The rule of lookup, as the library numbers it; 0 for whole names.
-  std::int32_t lookup() const { return lookup_; }
+  /// Whether names are found as they are written, whole, and not by a rule that shortens them.
+  bool wholenames() const { return lookup_ == 0; }
+  /// Whether users write blanks where names have underscores.
+  bool blanksinnames() const {
+    constexpr std::int32_t minos = 2;
+    return lookup_ == minos;
+  }
 
   void declared(const optxv_declaration& declaration) override;
   void field(const optxv_field& field) override;
@@ -63,11 +76,11 @@ class declaredtable : public listener {
   bool reading() const;
 
   run& of_;
-  std::vector<declaredoption> options_;  ///< by number
-  std::vector<place> groups_, synonyms_;
+  std::vector<declaredoption> options_;   ///< by number
+  std::vector<place> groups_, synonyms_;  ///< by position, from 1
   std::vector<declaredmark> marks_;
   std::set<std::int64_t> faulty_;  ///< the lines of records with a fault
-  std::int32_t lookup_ = 0;
+  std::int32_t lookup_ = 0;        ///< the rule, as the library numbers it
   bool ended_ = false;
 };
 

@@ -8,18 +8,9 @@
 namespace command {
 namespace {
 
-constexpr std::int32_t blanksinnames = 2;  // the number of the lookup
-
 bool saysno(std::string_view word) {
   constexpr std::array<std::string_view, 6> words = {"0", "n", "no", "off", "false", "f"};
   return std::ranges::any_of(words, [&](std::string_view each) { return samename(each, word); });
-}
-
-template <class Item>
-Item& grown(std::vector<Item>& items, std::int32_t number) {
-  const auto index = static_cast<std::size_t>(number);
-  if (index >= items.size()) items.resize(index + 1);
-  return items[index];
 }
 
 bool iserror(const optxv_message& message) {
@@ -75,7 +66,7 @@ void entrygathering::key(const optxv_key&) {
                .tokens = now.tokens,
                .manyaline = now.tokens || now.switched,
                .crowded = now.tokens && now.plain == 1,
-               .blanksinnames = table_.lookup() == blanksinnames};
+               .blanksinnames = table_.blanksinnames()};
 }
 
 void entrygathering::value(const optxv_value& value) {

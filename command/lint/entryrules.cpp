@@ -11,13 +11,6 @@ namespace {
 using std::string;
 using std::string_view;
 
-finding said(const place& where, string text) {
-  finding result;
-  result.where = where;
-  result.text = std::move(text);
-  return result;
-}
-
 place valueplace(const entryfacts& entry) {
   return entry.entry.values.empty() ? entry.entry.where : entry.entry.values.front().where;
 }
@@ -49,7 +42,8 @@ void telltaken(const entryfacts& entry, bool samefile, const telling& tell) {
     found.source = each.line;
     found.notes.push_back({"it is set here", each.again});
     if (samefile && each.what.through == 0)
-      found.hints.push_back(ascomment("make it a comment", each.what.first, entry.manyaline));
+      found.hints.push_back(
+          ascomment("make it a comment", each.what.first, entry.manyaline || !each.what.alone));
     tell(std::move(found));
   }
 }

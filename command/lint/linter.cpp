@@ -125,13 +125,12 @@ void linter::joined::tellcomments() {
     const std::string_view code = known ? ignoreunused : ignoreunknown;
     if (!rules_.has(code) || (known && (each.used || !rules_.hasany(each.word)))) continue;
     const auto row = std::ranges::find(lintrules(), code, &lintrule::code);
-    finding found;
+    finding found =
+        said(each.where, known               ? "nothing here breaks the rule " + inquotes(each.word)
+                         : each.word.empty() ? "the comment names no rule"
+                                             : "there is no rule " + inquotes(each.word));
     found.level = row->level;
     found.code = row->code;
-    found.where = each.where;
-    found.text = known               ? "nothing here breaks the rule " + inquotes(each.word)
-                 : each.word.empty() ? "the comment names no rule"
-                                     : "there is no rule " + inquotes(each.word);
     found.source = each.line;
     of_.tell(std::move(found));
   }

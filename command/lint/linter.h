@@ -29,7 +29,7 @@ class linter {
 
   /// The listeners for a run. REQUIRES: called once.
   std::vector<listener*> join(run& of);
-  /// Adds what there is to say of the comments, once everything is read.
+  /// Adds what there is to say of the comments, once everything is read. REQUIRES: it has joined.
   void end();
 
  private:

@@ -16,7 +16,7 @@ class reach : public listener {
 
   /// The option that a name of the table reaches, written as users write it; 0 if none.
   std::int32_t option(std::string_view name);
-  /// Whether it was reached by a synonym.
+  /// Whether it was reached by a synonym, or may have been.
   bool bysynonym() const { return synonym_; }
 
   void key(const optxv_key& key) override;

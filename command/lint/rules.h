@@ -15,6 +15,8 @@ namespace command {
 
 /// How a rule says what it has found: where, and in which words. Code and level come from its row.
 using telling = std::function<void(finding)>;
+/// A finding without its code and level.
+finding said(const place& where, std::string text);
 
 /// What a rule looks at: all that a definition declares; an entry of parameter text; all that a
 /// parameter file leaves behind. Nothing for those about the comments that silence others.

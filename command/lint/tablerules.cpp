@@ -18,13 +18,6 @@ namespace {
 using std::string;
 using std::string_view;
 
-finding said(const place& where, string text) {
-  finding result;
-  result.where = where;
-  result.text = std::move(text);
-  return result;
-}
-
 bool blank(const optxv_text& text) {
   return viewof(text).find_first_not_of(" \t") == string_view::npos;
 }
@@ -99,7 +92,7 @@ namespace {
 /// own.
 template <class Each>
 void eachreached(const declaredtable& table, Each each) {
-  if (table.lookup() == 0) return;
+  if (table.wholenames()) return;
   reach library(table);
   for (const declaredoption* option : table.sound()) {
     const optxv_option info = table.info(*option);
@@ -360,8 +353,7 @@ void markswithouttext(const declaredtable& table, const telling& tell) {
 /// A synonym stands for its option, which takes its place. Where names are written with blanks they
 /// cannot be found in a sentence.
 void markswithoutreplacement(const declaredtable& table, const telling& tell) {
-  constexpr std::int32_t blanksinnames = 2;
-  if (table.lookup() == blanksinnames || !table.whole()) return;
+  if (table.blanksinnames() || !table.whole()) return;
   for (const declaredmark& mark : table.marks()) {
     const marktext told = textof(table, mark);
     if (mark.option == 0 || mark.synonym > 0 || told.text.empty()) continue;

@@ -1,5 +1,7 @@
 #include "output/json.h"
 
+#include <algorithm>
+
 #include "text/printable.h"
 #include "text/wording.h"
 
@@ -17,6 +19,26 @@ std::string indented(const std::string& text, std::size_t blanks) {
     if (c == '\n') result.append(blanks, ' ');
   }
   return result;
+}
+
+/// Whether a text has only characters of ASCII that can be shown, and line feeds.
+bool isplain(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return (c >= ' ' && c <= '~') || c == '\n'; });
+}
+
+/// Such a text as a JSON string: what most texts are, and a fraction of the work.
+std::string plainstring(std::string_view text) {
+  std::string result;
+  result.reserve(text.size() + 8);
+  result += '"';
+  for (const char c : text) {
+    if (c == '"' || c == '\\') result += '\\';
+    if (c == '\n')
+      result += "\\n";
+    else
+      result += c;
+  }
+  return result + '"';
 }
 
 /// A value as text, each line after so many blanks.
@@ -108,12 +130,16 @@ class jsonreporter : public reporter {
 }  // namespace
 
 std::string jsonstring(std::string_view text) {
+  if (isplain(text)) return plainstring(text);
   const ordered_json value = text;
   return printablejson(value.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 std::string jsonobject(std::initializer_list<jsonmember> members) {
   std::string text;
+  std::size_t size = 2;
+  for (const auto& [name, value] : members) size += name.size() + value.size() + 6;
+  text.reserve(size);
   for (const auto& [name, value] : members) {
     if (value.empty()) continue;
     text += text.empty() ? "{\"" : ", \"";
@@ -121,7 +147,7 @@ std::string jsonobject(std::initializer_list<jsonmember> members) {
     text += "\": ";
     text += value;
   }
-  return text.empty() ? "{}" : text + '}';
+  return text.empty() ? "{}" : std::move(text) + '}';
 }
 
 std::string jsonlist(const std::vector<std::string>& values) {
@@ -130,7 +156,7 @@ std::string jsonlist(const std::vector<std::string>& values) {
     text += text.empty() ? "[" : ", ";
     text += each;
   }
-  return text.empty() ? "[]" : text + ']';
+  return text.empty() ? "[]" : std::move(text) + ']';
 }
 
 std::string jsontext(const ordered_json& value, std::size_t blanks) {

@@ -17,13 +17,6 @@ std::string_view roadname(std::int32_t road) {
   return roadnames[static_cast<std::size_t>(road)];
 }
 
-ordered_json placejson(const place& where) {
-  return {{"file", where.file},
-          {"line", where.line},
-          {"column", where.column},
-          {"length", where.length}};
-}
-
 ordered_json pastjson(std::int32_t kind, const pastvalue& past) {
   ordered_json row = {{"value", valuejson(kind, past.value)}};
   row.update(originjson(past.from));
@@ -52,6 +45,13 @@ ordered_json valuejson(std::int32_t kind, const optionvalue& value) {
   if (integer != nullptr && kind == optxv_kind_boolean && (*integer == 0 || *integer == 1))
     return *integer == 1;
   return std::visit([](const auto& plain) { return ordered_json(plain); }, value);
+}
+
+ordered_json placejson(const place& where) {
+  return {{"file", where.file},
+          {"line", where.line},
+          {"column", where.column},
+          {"length", where.length}};
 }
 
 ordered_json originjson(const origin& from) {

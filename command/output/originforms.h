@@ -18,7 +18,10 @@ std::string roadwords(const origin& from);
 /// The value in its own type: a Boolean, if it is one, else a number or a text.
 nlohmann::ordered_json valuejson(std::int32_t kind, const optionvalue& value);
 
-/// `file`, `line`, `column`, `length`, `road`; and `through` and `from`, if there are any. Null for
+/// `file`, `line`, `column`, `length`.
+nlohmann::ordered_json placejson(const place& where);
+
+/// The same and `road`; and `through` and `from`, if there are any. Null for
 /// no road.
 nlohmann::ordered_json originjson(const origin& from);
 

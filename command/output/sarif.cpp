@@ -32,8 +32,10 @@ std::string uriof(std::string_view file) {
 /// A text as messages hold it. There braces stand for arguments unless they are doubled, and
 /// `[text](target)` is a link unless the bracket is escaped.
 std::string messagetext(std::string_view text) {
+  const std::string clean = printable(text);
+  if (clean.find_first_of("{}(") == clean.npos) return clean;
   std::string result;
-  for (const char c : printable(text)) {
+  for (const char c : clean) {
     if (c == '(' && result.ends_with(']')) result.insert(result.size() - 1, 1, '\\');
     result += c;
     if (c == '{' || c == '}') result += c;

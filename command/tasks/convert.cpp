@@ -1,9 +1,6 @@
 // convert: settings from one form to the other.
 
-#include <algorithm>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "exchange/madetext.h"
 #include "exchange/settingsjson.h"
@@ -26,27 +23,12 @@ int tojson(const request& given) {
     place where = read.values().of(optnr, which).where;
     if (where.line == 0) where.file = given.file;
     const std::string name = optnr == 0 ? "" : shownname(read.options().handle(), optnr) + ": ";
-    read.add(own(ownfinding::notexpressible, where, name + text));
+    read.tell(own(ownfinding::notexpressible, where, name + text));
   };
   const std::string product = jsontext(settingsjson(read.options(), given.all, lost));
   if (const int status = withheld(given, read, given.output); status != 0) return status;
   return delivered(given, read, given.output, product);
 }
-
-/// Findings in the order of a text that is not read from its start to its end.
-class orderedfindings {
- public:
-  void add(finding found) { all_.push_back(std::move(found)); }
-  void report(const findingtaker& to) {
-    std::ranges::stable_sort(all_, {}, [](const finding& each) {
-      return std::pair(each.where.line, each.where.column);
-    });
-    for (const finding& each : all_) to(each);
-  }
-
- private:
-  std::vector<finding> all_;
-};
 
 /// The text that is made of the JSON has no file name, by which its findings are known.
 int toparameters(const request& given) {
@@ -57,13 +39,11 @@ int toparameters(const request& given) {
     if (!made) return report(found);
     ofjson.add(found.where.file.empty() ? made->origin(found) : found);
   });
-  readsettings what = readingof(given);
-  what.tokens = false;
-  if (!read.read(what)) return read.total().status();
+  if (!read.read(readingof(given))) return read.total().status();
   const textdocument* const json = read.open(given.file);
   if (json == nullptr) return read.total().status();
-  made.emplace(given.file, json->text(), [&](const finding& found) { read.add(found); });
-  settingstext settings(read.options(), read.names(), given.nobounds, *made);
+  made.emplace(given.file, json->text(), [&](const finding& found) { read.tell(found); });
+  settingstext settings(read.options(), read.names(), {given.tokens, given.nobounds}, *made);
   settings.read(json->text());
   read.readmade("", made->text());
   settings.compare();

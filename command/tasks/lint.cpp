@@ -2,6 +2,7 @@
 
 #include "lint/linter.h"
 
+#include <map>
 #include <memory>
 
 #include "analysis/codes.h"
@@ -25,11 +26,49 @@ std::vector<coderow> lintcodes() {
   return all;
 }
 
-/// Hands a finding on; for a person, with the code that a comment silences it by.
-void tell(reporter& report, finding found, bool forpeople) {
-  if (forpeople && namesrules(found.code)) found.text += " [" + std::string(found.code) + ']';
-  report.take(found);
-}
+/// So many findings of a rule are shown to a person.
+constexpr std::size_t mostofarule = 20;
+
+/// Hands findings on. A person gets the code that a comment silences them by; of each rule only the
+/// first ones, unless all are asked for, and how many more there are.
+class lintreport {
+ public:
+  explicit lintreport(const request& given)
+      : form_(given.json ? "json" : given.format),
+        report_(makereporter(form_, stdout, {.codes = lintcodes(), .strict = given.strict})),
+        all_(given.all || !forpeople()) {}
+
+  listener* hears() { return report_->hears(); }
+
+  void take(finding found) {
+    if (!islints(found)) return;
+    if (found.level == severity::warning) warnings_++;
+    const bool rules = namesrules(found.code);
+    if (rules && ++times_[found.code] > mostofarule && !all_) return;
+    if (rules && forpeople()) found.text += " [" + std::string(found.code) + ']';
+    report_->take(found);
+  }
+
+  /// Says what it comes to, and gives that with the warnings of lint alone.
+  tally summary(tally total) {
+    for (const auto& [code, times] : times_)
+      if (times > mostofarule && !all_)
+        put(stdout, grouped(times - mostofarule) + " more of " + std::string(code) +
+                        " not shown; --all shows them\n");
+    total.warnings = warnings_;
+    report_->summary(total);
+    return total;
+  }
+
+ private:
+  bool forpeople() const { return form_ == reportwords.front(); }
+
+  std::string form_;
+  std::unique_ptr<reporter> report_;
+  bool all_;
+  std::size_t warnings_ = 0;
+  std::map<std::string_view, std::size_t> times_;
+};
 
 }  // namespace
 
@@ -38,23 +77,12 @@ int lint(const request& given) {
     if (const std::string* wrong = unknownrule(*words))
       return tell({.what = "there is no rule " + inquotes(*wrong)});
   linter rules({given.parameters.empty() ? "D" : "P", given.select, given.ignore});
-  const std::string form = given.json ? "json" : given.format;
-  const std::unique_ptr<reporter> report =
-      makereporter(form, stdout, {.codes = lintcodes(), .strict = given.strict});
-  std::size_t warnings = 0;
-  const auto take = [&](const finding& found) {
-    if (!islints(found)) return;
-    if (found.level == severity::warning) warnings++;
-    tell(*report, found, form == reportwords.front());
-  };
-  run reading(take,
-              {.also = report->hears(), .join = [&](run& joined) { return rules.join(joined); }});
+  lintreport report(given);
+  run reading([&](const finding& found) { report.take(found); },
+              {.also = report.hears(), .join = [&](run& joined) { return rules.join(joined); }});
   reading.read(readingof(given));
   rules.end();
-  tally total = reading.total();
-  total.warnings = warnings;
-  report->summary(total);
-  return total.status(given.strict);
+  return report.summary(reading.total()).status(given.strict);
 }
 
 }  // namespace command

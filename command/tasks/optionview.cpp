@@ -77,22 +77,12 @@ std::string_view optionview::whatisset() const {
   return option_.defined == second ? "second" : "both";
 }
 
-/// The items that came first may be forgotten, and then have no road.
-std::vector<origin> optionview::itemorigins() const {
-  std::vector<origin> all;
-  for (pastvalue& each : originteller(read_).historyof(number()).settings)
-    all.push_back(std::move(each.from));
-  all.resize(static_cast<std::size_t>(option_.items));
-  std::ranges::reverse(all);
-  return all;
-}
-
 std::vector<std::string> optionview::places() const {
+  const originteller teller(read_);
   std::vector<std::string> all;
-  for (const origin& each : islist() ? itemorigins() : std::vector<origin>())
+  for (const origin& each : islist() ? teller.ofitems(number()) : std::vector<origin>())
     all.push_back(placewords(each.where));
   if (islist()) return all;
-  const originteller teller(read_);
   const std::string one = placewords(teller.lastof(number(), first).where);
   const std::string two = placewords(teller.lastof(number(), second).where);
   return {one + (one.empty() || two.empty() || one == two ? "" : " ") + (one == two ? "" : two)};
@@ -104,7 +94,7 @@ std::vector<namedvalue> optionview::histories() const {
   std::vector<namedvalue> all;
   if (islist()) {
     const std::vector<std::string> texts = items();
-    std::vector<origin> from = itemorigins();
+    std::vector<origin> from = teller.ofitems(number());
     for (std::size_t i = 0; i < texts.size(); i++)
       all.push_back({numbered(label, i + 1), texts[i], {{{texts[i], std::move(from[i])}}, 0}});
     return all;
@@ -130,7 +120,7 @@ ordered_json optionview::originrows(originwanted wanted) const {
   if (istwo()) return {originrow(wanted, first), originrow(wanted, second)};
   if (!islist()) return originrow(wanted, first);
   ordered_json rows = ordered_json::array();
-  for (const origin& each : itemorigins()) rows.push_back(originjson(each));
+  for (const origin& each : originteller(read_).ofitems(number())) rows.push_back(originjson(each));
   return rows;
 }
 

@@ -61,7 +61,6 @@ class optionview {
 
  private:
   std::vector<std::string> items() const;
-  std::vector<origin> itemorigins() const;
   std::string valueof(const optxv::options& from, std::int32_t which) const;
   nlohmann::ordered_json typed(const optxv::options& from, std::int32_t which) const;
   nlohmann::ordered_json originrows(originwanted wanted) const;

@@ -8,11 +8,11 @@
 #include <optional>
 #include <set>
 
+#include "analysis/entryforms.h"
 #include "output/failure.h"
 #include "output/originforms.h"
 #include "output/reporter.h"
 #include "output/tables.h"
-#include "tasks/entryforms.h"
 #include "tasks/optionview.h"
 #include "tasks/product.h"
 #include "tasks/tasks.h"
@@ -135,14 +135,20 @@ void addentries(std::vector<cells>& rows, const run& read, const optionset& want
     if (wanted.isall()) rows.push_back(entryrow(formof(each), teller.ofindicator(position++)));
 }
 
+/// The cells that are not empty, with something between them.
+std::string joined(const std::string& left, std::string_view between, const std::string& right) {
+  return left + std::string(left.empty() || right.empty() ? "" : between) + right;
+}
+
 /// For a terminal that the table does not fit.
 std::string stacked(const std::vector<cells>& rows) {
   std::string text;
   for (const cells& row : rows) {
-    const bool past = row[0] == before;
-    text += past ? "    before " + row[1] + (row[1].empty() ? "" : ", ")
-                 : row[0] + " = " + row[1] + "\n    ";
-    text += row[2] + (row[2].empty() || row[3].empty() ? "" : ", ") + row[3] + '\n';
+    const std::string from = joined(row[2], ", ", row[3]);
+    if (row[0] == before)
+      text += "    before " + joined(row[1], ", ", from) + '\n';
+    else
+      text += joined(row[0], " = ", row[1]) + "\n    " + from + '\n';
   }
   return text;
 }

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <utility>
 
-#include "exchange/entrytext.h"
-#include "tasks/entryforms.h"
-#include "text/names.h"
+#include "analysis/differences.h"
+#include "analysis/entryforms.h"
+#include "text/entrytext.h"
 #include "text/printable.h"
 #include "text/wording.h"
 
@@ -64,37 +63,14 @@ class comparison {
       : before_(before), after_(after), declared_(declared) {}
 
   std::vector<std::string> losses() {
-    for (std::int32_t optnr = 1; optnr <= declared_; optnr++) compare(optnr, optnr);
-    comparelists();
+    for (const optionpair& each : pairedoptions(before_, after_, declared_))
+      compare(each.left, each.right);
     compare(dotlines(before_), dotlines(after_));
     compare(indicatorlines(before_), indicatorlines(after_));
     return std::move(losses_);
   }
 
  private:
-  /// A list that parameter text made, by its name and by how many of that name are before it.
-  using newlists = std::map<std::pair<std::string, std::size_t>, std::int32_t>;
-
-  newlists listsof(const optxv::options& options) const {
-    newlists all;
-    std::map<std::string, std::size_t> times;
-    for (const optxv::option& each : options.table()) {
-      if (each.number <= declared_) continue;
-      const std::string name = folded(each.name);
-      all.emplace(std::pair(name, times[name]++), each.number);
-    }
-    return all;
-  }
-
-  void comparelists() {
-    newlists now = listsof(after_);
-    for (const auto& [name, optnr] : listsof(before_)) {
-      const auto same = now.extract(name);
-      compare(optnr, same.empty() ? 0 : same.mapped());
-    }
-    for (const auto& [name, optnr] : now) compare(0, optnr);
-  }
-
   /// A number of 0 is an option that is not there. The value of an attribute is that of the dot
   /// option that was read last, and these are compared themselves.
   void compare(std::int32_t left, std::int32_t right) {

@@ -20,7 +20,7 @@ struct request {
 
   bool json = false;
   std::string format = "lines";  ///< of findings
-  bool all = false;              ///< show every option
+  bool all = false;              ///< show every option; of lint, every finding
   bool set = false;              ///< show those that are set, which is the default
 
   bool origin = false;             ///< show where values come from
@@ -28,7 +28,7 @@ struct request {
 
   bool write = false;  ///< over the files that were read
 
-  bool definitions = false;  ///< of format: all files are definitions
+  bool definitions = false;  ///< of format and diff: the files are definitions, all of them
   bool namesonly = false;    ///< only name the files that would change
   std::string sort;          ///< how to sort entries: "group"; empty for not at all
   std::size_t width = 0;     ///< columns of a line of long help; 0 for the usual number
@@ -36,14 +36,14 @@ struct request {
   bool strict = false;        ///< warnings count as errors for the exit status
   std::size_t maxerrors = 0;  ///< errors that are shown; 0 for all
 
-  std::vector<std::string>
-      select;  ///< of lint: codes of rules that are wanted, or their beginnings
+  std::vector<std::string> select;  ///< of lint: codes that are wanted, or their beginnings
   std::vector<std::string> ignore;  ///< of rules that are not
   std::vector<std::string> lint;    ///< of fix: of rules whose sure repairs are made too
 
   std::string topic;                ///< of help: name of an option, or a number; empty for all
   std::vector<std::string> search;  ///< of help: words to look for in names and texts
 
+  std::string from;  ///< of definition: the table to make one of
   std::string file;  ///< of convert: the file to read
   std::string to;    ///< the form to write
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "analysis/entryforms.h"
 #include "output/originforms.h"
 #include "output/reporter.h"
 #include "output/tables.h"
-#include "tasks/entryforms.h"
 #include "tasks/optionview.h"
 #include "tasks/product.h"
 #include "tasks/tasks.h"

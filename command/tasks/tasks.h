@@ -29,6 +29,10 @@ int show(const request& given);
 /// Reads and shows where the values come from, and what they overrode.
 int origins(const request& given);
 
+/// Shows what differs between two settings, or between two definitions. Gives 0 if nothing does, 1
+/// if something does, of definitions if something breaks what worked, and 2 for any trouble.
+int diff(const request& given);
+
 /// Shows the library's help: of one option, by mode, or by group if there is no topic.
 int help(const request& given);
 

@@ -67,7 +67,8 @@ TEST_F(Commandline, WrongWordsGetTheNearest) {
       wrong("show --strict s.def", "show has no flag \"--strict\"",
             "it is a flag of check and lint"),
       wrong("--json show s.def", "optxv has no flag \"--json\"",
-            "it is a flag of check, lint, show, origin and api, and must come after the subcommand"),
+            "it is a flag of check, lint, show, origin, diff and api, and must come after the "
+            "subcommand"),
       wrong("html s.def one", "one word too many: \"one\"", "see optxv html --help"),
       wrong("generate s.def --lang ada", "--lang cannot be \"ada\"",
             "it is c, c++, python, fortran or pascal"),

@@ -15,6 +15,7 @@ const char* const definition =
     "steps integer 2 1000 0 100000 10 1 Steps\nlog_file string 3 run.log 12 1 Log\n"
     "method enumstr 6 auto 14 1 Method\n auto 15 A\n simplex 16 S\n"
     "range double.TWO 9 0 0 100 22 1 Range\nlines immediate EolFlag 25 1 Mode\n"
+    "pair multilist 10 23 1 Two\n steps time_limit\n"
     ".prior integer 12 0 0 1000 29 1 Priority\ntlim synonym time_limit\ntlim deprecated\n"
     " tlim Use time_limit\n";
 
@@ -67,7 +68,8 @@ TEST_F(Fix, LeavesWhatTakesAPerson) {
   for (const string each :
        {"time_limit 1,234", "time_limit 10s", "time_limit inf", "steps auto", "steps 500000",
         "500 steps", "--steps 5", "log_file \"a", "range 1", "* steps: 5", "lines no\nsteps: 5 x",
-        "lines no\nsteps 1\nsteps 2", "read: \"nothing\""})
+        "lines no\nsteps 1\nsteps 2", "lins no\nsteps 1", "x.prior 1 steps 1\nsteps 2", "pair 5#:2",
+        "read: \"nothing\""})
     EXPECT_EQ(fixed(each + "\n"), each + "\n");
   EXPECT_EQ(fixed("steps 1 steps 2\nstesp 3 range 1 2\n", "s.def --tokens"),
             "steps 1 steps 2\nsteps 3 range 1 2\n");

@@ -273,6 +273,12 @@ TEST_F(FormatCommand, ShowsNamesOrWrites) {
   EXPECT_NE(get("s.def"), definition);
 }
 
+TEST_F(FormatCommand, HelpThatATextAsksForIsNoProduct) {
+  save("p", "help   4\n");
+  EXPECT_EQ(run("format s.def p").out, "help 4\n");
+  EXPECT_TRUE(run("check --json s.def p").out.starts_with("{"));
+}
+
 TEST_F(FormatCommand, TellsErrorsAndLeavesTheirLines) {
   save("p", "steps   five\nsay   hello\nfast   \n");
   const outcome told = run("format s.def p");

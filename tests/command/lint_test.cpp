@@ -1,5 +1,6 @@
 // What lint finds beyond the examples of docs/lint.md, what silences it, and what it does not say.
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <random>
 
@@ -155,6 +156,21 @@ TEST_F(Lint, CodesChooseAndStatusIsThatOfCheck) {
   for (const auto& [words, status] : statuses) EXPECT_EQ(run("lint " + words).status, status);
   EXPECT_EQ(run("lint bare.def --select D9").err, "optxv: error: there is no rule \"D9\"\n");
   EXPECT_TRUE(run("lint bare.def").out.ends_with("\n2 warnings in 1 file\n"));
+}
+
+TEST_F(Lint, ManyAlikeAreCounted) {
+  string text;
+  for (int i = 0; i < 1030; i++) text += "a" + std::to_string(i) + " integer 0 1 0 9 1 1\n";
+  save("bare.def", text);
+  const auto lines = [](const string& of) { return std::ranges::count(of, '\n'); };
+  const string some = run("lint bare.def").out, all = run("lint --all bare.def").out;
+  EXPECT_TRUE(
+      some.ends_with("\n1,010 more of D101 not shown; --all shows them\n"
+                     "1,030 warnings in 1 file\n"))
+      << some.substr(some.size() - 200);
+  EXPECT_EQ(lines(some), 20 * 3 + 2);
+  EXPECT_EQ(lines(all), 1030 * 3 + 1);
+  EXPECT_EQ(json::parse(run("lint --json bare.def").out)["diagnostics"].size(), 1030U);
 }
 
 TEST_F(Lint, FixMakesItsSureRepairs) {

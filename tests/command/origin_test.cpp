@@ -62,6 +62,9 @@ TEST_F(Origin, EachRoadIsTold) {
   }
   save("p", "steps 1 steps 2\n");
   save("night", "steps 3\n");
+  EXPECT_EQ(run("origin --tokens s.def p night paths", "COLUMNS=20").out, "paths\n    empty\n");
+  EXPECT_EQ(run("origin --tokens s.def p night", "COLUMNS=20").out,
+            "steps = 3\n    night:1:7\n    before 2, p:1:15\n    before 1, p:1:7\n");
   EXPECT_EQ(rows("--tokens s.def p night"),
             "steps 3 night:1:7\n before 2 p:1:15\n before 1 p:1:7\n");
 }

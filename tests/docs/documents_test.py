@@ -23,7 +23,8 @@ TABLE = '```definition\na integer 1 5 0 9 1 1 A number\n```\n'
 COMMAND = os.environ.get('OPTXV_COMMAND')
 ROWS_OF_COMMAND = manual.rows_of(COMMAND) if COMMAND else {}
 # What prints JSON, with something in every field.
-PRINTERS = ('check --json faulty.opt', 'show --json solver.opt', 'origin --json solver.opt')
+PRINTERS = ('check --json faulty.opt', 'show --json solver.opt', 'origin --json solver.opt',
+            'diff --json solver.opt tight.opt')
 # What the documents tell, and the rows of the tests of the readers, with the messages that came of them.
 TOLD_LINES = ''.join((SOURCE / f'docs/{name}-language.md').read_text(encoding='utf-8') for name in ('definition', 'parameter'))
 TOLD = ' '.join(' '.join(TOLD_LINES.replace('option/synonym', word).split()) for word in ('option', 'synonym'))
@@ -50,8 +51,8 @@ ROWS = (
 
 
 def printed(words):
-    task, flag, parameters = words.split()
-    files = [SOURCE / 'examples/solver.def', SOURCE / 'examples' / parameters]
+    task, flag, *parameters = words.split()
+    files = [SOURCE / 'examples' / name for name in ('solver.def', *parameters)]
     return subprocess.run([COMMAND, task, flag, *files], capture_output=True, check=False).stdout
 
 

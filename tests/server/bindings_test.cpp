@@ -79,14 +79,14 @@ TEST_F(BoundCheck, ChecksAllThatIsBound) {
   save("b.opt", "rf sub/c.txt\n");
   std::filesystem::create_directories(folder_.path() + "/sub");
   save("sub/c.txt", "stesp 1\n");
-  EXPECT_EQ(run("check").err.substr(0, 38), "optxv: error: DEFINITION is required\n");
+  EXPECT_TRUE(run("check").err.starts_with("optxv: error: DEFINITION is required\n"));
   save("optxv.json", R"({"definitions": [{"definition": "s.def", "files": ["*.opt"]},
                                          {"definition": "t.def"}]})");
   const auto told = run("check --format gcc");
   EXPECT_EQ(told.status, 2);
   EXPECT_TRUE(told.out.starts_with("a.opt:1:7: error: Integer expected")) << told.out;
   EXPECT_NE(told.out.find("\nsub/c.txt:1:1: error: Unknown option \"stesp\""), std::string::npos);
-  EXPECT_NE(told.out.find("\nt.def: error: cannot be read"), std::string::npos) << told.out;
+  EXPECT_NE(told.out.find("\nt.def:1:1: error: cannot be read"), std::string::npos) << told.out;
   save("optxv.json", "{");
   EXPECT_NE(run("check").err.find("optxv.json:1:2: this is no JSON"), std::string::npos);
 }

@@ -74,7 +74,11 @@ class Random : public editor {
     const string with = below(4) == 0 ? "" : pieces[below(std::size(pieces))];
     json change = {{"range", rangejson(before, from, to, encoding::utf16)}, {"text", with}};
     text.replace(from, to - from, with);
-    if (text.size() > 1500 || below(40) == 0) change = {{"text", text = text.substr(0, below(99))}};
+    if (text.size() > 1500 || below(40) == 0) {
+      const linedtext now(text);
+      text.resize(now.offset(now.at(below(99), encoding::utf16), encoding::utf16));
+      change = {{"text", text}};
+    }
     if (below(9) == 0) cancelled(name);
     const json message = {{"method", "textDocument/didChange"},
                           {"params",
@@ -118,13 +122,17 @@ class Random : public editor {
       const linedtext lines(texts_[name]);
       const auto line = each.value("line", std::int64_t{0});
       const auto column = each.value("column", std::int64_t{0});
-      const std::size_t from = lines.offset(line, column);
+      // A client knows no places within a character.
+      const auto whole = [&](std::size_t offset) {
+        return lines.offset(lines.at(offset, encoding::utf16), encoding::utf16);
+      };
       all.emplace(name,
                   severity == "error"     ? 1
                   : severity == "warning" ? 2
                                           : 3,
-                  each["code"].is_null() ? "" : each["code"].get<string>(), from,
-                  lines.offset(line, column + each.value("length", std::int64_t{0})));
+                  each["code"].is_null() ? "" : each["code"].get<string>(),
+                  whole(lines.offset(line, column)),
+                  whole(lines.offset(line, column + each.value("length", std::int64_t{0}))));
     }
     return all;
   }

@@ -1,6 +1,6 @@
-#include "tasks/entryforms.h"
+#include "analysis/entryforms.h"
 
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 #include "text/printable.h"
 #include "text/wording.h"
 

@@ -1,4 +1,4 @@
-#include "exchange/entrytext.h"
+#include "text/entrytext.h"
 
 #include <algorithm>
 #include <array>
