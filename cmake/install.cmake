@@ -14,6 +14,7 @@ file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_
 if(TARGET optxv_command)
   set_target_properties(optxv_command PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
   install(TARGETS optxv_command EXPORT optxvTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES editors/optxv.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/optxv)
   install(FILES docs/optxv.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   if(command_completions)
     install(FILES ${command_completions}/optxv.bash RENAME optxv

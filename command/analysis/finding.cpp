@@ -74,4 +74,15 @@ finding own(ownfinding what, const place& where, std::string text) {
   return result;
 }
 
+tally& tally::operator+=(const tally& other) {
+  errors += other.errors;
+  warnings += other.warnings;
+  files += other.files;
+  unreadable += other.unreadable;
+  dotoptions += other.dotoptions;
+  indicators += other.indicators;
+  omitted += other.omitted;
+  return *this;
+}
+
 }  // namespace command

@@ -94,6 +94,8 @@ struct tally {
   std::size_t indicators = 0;
   std::size_t omitted = 0;  ///< of the errors: those that are counted but not shown
 
+  tally& operator+=(const tally& other);
+
   /// The exit status: 2 if a file could not be read, else 1 if there are errors, or warnings where
   /// these count as errors, else 0.
   int status(bool strict = false) const {

@@ -34,19 +34,18 @@ std::vector<listener*> run::readparts::listeners(run& of) {
   if (parts.checks) all.insert(all.end(), {&records, &entries});
   if (parts.join) std::ranges::copy(parts.join(of), std::back_inserter(all));
   all.push_back(&findings);
-  all.insert(all.end(), of.more_.begin(), of.more_.end());
   return all;
 }
 
-run::run(findingtaker take, const runparts& parts, std::vector<listener*> more)
+run::run(findingtaker take, const runparts& parts)
     : take_(std::move(take)),
       asked_(parts),
-      more_(std::move(more)),
       names_(at_, parts.symbols),
       parts_(std::in_place, *this) {}
 
 void run::setswitches(bool tokens, bool nobounds) {
   tokens_ = tokens;
+  nobounds_ = nobounds;
   options_.set_switch(optxv_switch_line_mode, !tokens);
   options_.set_switch(optxv_switch_no_bounds, nobounds);
 }
@@ -71,8 +70,9 @@ void run::readmade(const std::string& name, std::string_view text) {
   finish(name, options_.read_text(name, text).status);
 }
 
-bool run::readdefinition(const textdocument& definition, bool tokens) {
-  setswitches(tokens, false);
+bool run::readdefinition(const textdocument& definition, bool tokens, bool nobounds) {
+  setswitches(tokens, nobounds);
+  if (tokens) parts_->entries.settokens();
   begin(definition);
   if (!take(definition, tokens)) return telluseless(false), false;
   declared_ = static_cast<std::int32_t>(options_.table().size());
@@ -87,14 +87,15 @@ bool run::readagain(const textdocument& parameters) {
   if (static_cast<std::int32_t>(options_.table().size()) > declared_ + mostlists) return false;
   startover();
   begin(parameters);
-  finish(parameters.name(), options_.read_text(parameters.name(), parameters.text()).status);
+  options_.set_switch(optxv_switch_print, false);
+  readmade(parameters.name(), parameters.text());
   return true;
 }
 
 /// Makes everything as it was after the definition was read.
 void run::startover() {
   options_.restore(*start_);
-  setswitches(tokens_, false);
+  setswitches(tokens_, nobounds_);
   at_ = reading();
   names_.forgetuses();
   parts_.reset();  // a handle has one hearing at a time

@@ -65,8 +65,8 @@ struct enteredfile {
 ///   return reading.total().status();
 ///
 /// For parameter text that changes, the definition is read once and kept, with its names and its
-/// trial of hints; what belongs to the parameter text is made anew for each
-/// read, so that nothing of an earlier one is left:
+/// trial of hints; what belongs to the parameter text is made anew for each read, so that nothing of
+/// an earlier one is left:
 ///
 ///   run reading(taker, {.checks = true});
 ///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // again and again
@@ -74,15 +74,14 @@ struct enteredfile {
 /// OWNS: the options, and the texts that it has read.
 class run {
  public:
-  /// more: listeners that hear what the run hears, after the run itself. BORROWS: them.
-  explicit run(findingtaker take, const runparts& parts = {}, std::vector<listener*> more = {});
+  explicit run(findingtaker take, const runparts& parts = {});
 
   /// Reads everything, once. False if the definition could not be read or declares no option;
   /// nothing else is read then. Throws std::bad_alloc, with the options in their last good state.
   bool read(const readsettings& what);
 
   /// Reads a definition, for readagain. True if it declares an option. To be called once.
-  bool readdefinition(const textdocument& definition, bool tokens);
+  bool readdefinition(const textdocument& definition, bool tokens, bool nobounds = false);
   /// Reads parameter text as if nothing had been read after the definition. False, with nothing
   /// done, if the table has grown so much by lists of earlier texts that a new run should take
   /// over. REQUIRES: readdefinition gave true.
@@ -155,11 +154,10 @@ class run {
 
   findingtaker take_;
   runparts asked_;
-  std::vector<listener*> more_;
   optxv::options options_;
   shelf shelf_;
   std::optional<textdocument> definition_;
-  bool tokens_ = false;
+  bool tokens_ = false, nobounds_ = false;
   std::int32_t declared_ = 0;             ///< options in the table once the definition is read
   std::optional<optxv::snapshot> start_;  ///< the values then
   const drafttexts* drafts_ = nullptr;

@@ -29,6 +29,10 @@ std::span<const std::string_view> sortorders() {
   return words;
 }
 
+constexpr argument checkedword{
+    "DEFINITION", "",
+    "File that declares the options; - is standard input. Without it: all that optxv.json binds",
+    &request::definition};
 constexpr argument definitionword{"DEFINITION", "",
                                   "File that declares the options; - is standard input",
                                   &request::definition, true};
@@ -111,6 +115,8 @@ constexpr argument every{"--all", "", "Write every option, by its default where 
 constexpr argument overwrite{"--write", "",
                              "Write the repaired files over the old ones instead of a difference",
                              &request::write};
+constexpr argument logfile{"--log", "FILE", "Write all that is received and sent to a file",
+                           &request::log};
 constexpr argument select{
     .names = "--select",
     .value = "CODES",
@@ -149,8 +155,6 @@ constexpr argument sort{
 constexpr argument width{"--width", "N",
                          "Wrap the long help of a definition at N columns; 100 if it is not given",
                          &request::width};
-constexpr argument logfile{"--log", "FILE", "Write all that is received and sent to a file",
-                           &request::log};
 constexpr argument force{
     "--force", "", "Write in spite of errors in what was read, and even over a file that was read",
     &request::force};
@@ -170,8 +174,7 @@ constexpr auto rows = std::to_array<subcommand>({
     {"check",
      "Report everything that is wrong with the files",
      "",
-     {&definitionword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json,
-      &reportform},
+     {&checkedword, &parameterwords, &tokens, &nobounds, &strict, &maxerrors, &json, &reportform},
      {"optxv check solver.def", "optxv check --strict solver.def solver.opt more.opt",
       "sed s/old/new/ solver.opt | optxv check solver.def -",
       "optxv check --json solver.def solver.opt | jq .summary"},
@@ -301,6 +304,13 @@ constexpr auto rows = std::to_array<subcommand>({
      {"optxv reference solver.def -o site", "optxv reference solver.def --markdown -o options.md",
       "optxv reference solver.def --man -o solver.5 && man ./solver.5"},
      reference},
+    {"lsp",
+     "Serve an editor: findings while somebody types, completion, help, rename",
+     "An editor starts it, and talks to it over standard input and output in the language server\n"
+     "protocol 3.17. docs/editors.md says how to switch it on.",
+     {&logfile},
+     {"optxv lsp", "optxv lsp --log /tmp/optxv.log"},
+     lsp},
     {"complete",
      "Print a script that lets a shell complete the words of optxv, or of a program",
      "Names and values of options come from the definition that the line names, or that of the\n"
@@ -310,13 +320,6 @@ constexpr auto rows = std::to_array<subcommand>({
       "optxv complete fish | source",
       "source <(optxv complete bash --host solver --definition solver.def)"},
      complete},
-    {"lsp",
-     "Serve an editor: findings while somebody types, completion, help, rename",
-     "An editor starts it, and talks to it over standard input and output in the language server\n"
-     "protocol 3.17. docs/editors.md says how to switch it on.",
-     {&logfile},
-     {"optxv lsp", "optxv lsp --log /tmp/optxv.log"},
-     lsp},
     {"api",
      "Show the library's version and the signatures of its functions",
      "",

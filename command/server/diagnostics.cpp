@@ -1,13 +1,17 @@
 #include "server/diagnostics.h"
 
 #include <algorithm>
+#include <iterator>
 
+#include "lint/linter.h"
 #include "output/reporter.h"
 #include "server/uris.h"
 #include "text/printable.h"
 
 namespace command {
 namespace {
+
+constexpr int hintnumber = 4;
 
 int severitynumber(severity level) {
   switch (level) {
@@ -46,7 +50,7 @@ json rowof(session& in, const kepttable& table, const finding& found, const json
       text += '\n' + words;
   }
   json row = {{"range", location["range"]},
-              {"severity", severitynumber(found.level)},
+              {"severity", namesrules(found.code) ? hintnumber : severitynumber(found.level)},
               {"source", "optxv"},
               {"message", text}};
   if (!found.code.empty()) row["code"] = found.code;
@@ -61,6 +65,29 @@ json plainrow(int severity, const char* code, const std::string& text) {
           {"source", "optxv"},
           {"code", code},
           {"message", text}};
+}
+
+/// What the rules of lint find in a document: hints, which no editor takes for faults. The rules
+/// look at the definition and the parameters together, so that both are read for them.
+std::vector<finding> lintfindings(session& in, const std::string& path, const role& what) {
+  std::vector<finding> all;
+  const currenttext definition = in.work.textof(what.definition), text = in.work.textof(path);
+  if (!definition.text || !text.text) return all;
+  linter rules({what.isdefinition ? "D" : "P", {}, {}});
+  run reading(
+      [&](const finding& found) {
+        if (namesrules(found.code)) all.push_back(found);
+      },
+      {.join = [&](run& joined) {
+        std::vector<listener*> list = rules.join(joined);
+        list.push_back(&in.work);
+        return list;
+      }});
+  const bool good = reading.readdefinition(
+      definition.text->named(namein(what.folder, what.definition)), what.tokens);
+  if (good && !what.isdefinition) reading.readmade(namein(what.folder, path), text.text->text());
+  rules.end();
+  return all;
 }
 
 void addrows(session& in, const kepttable& table, const std::vector<finding>& findings,
@@ -179,6 +206,7 @@ std::map<std::string, json> diagnosticsof(session& in, const std::string& path) 
   kepttable& table = what.isdefinition ? in.work.definition(what) : in.work.parameters(path, what);
   if (!what.isdefinition) addrows(in, table, table.parametersfindings, rows);
   addrows(in, table, table.findings, rows);
+  if (what.lint && table.good) addrows(in, table, lintfindings(in, path, what), rows);
   return rows;
 }
 
@@ -190,7 +218,10 @@ json codeactions(session& in, const json& params) {
   const std::size_t from = of->text().offset(positionfrom(member(range, "start")), in.counts);
   const std::size_t to = of->text().offset(positionfrom(member(range, "end")), in.counts);
   const json& context = optionalmember(params, "context");
-  for (const finding& each : of->findings()) {
+  std::vector<finding> all = of->findings();
+  if (of->what.lint && of->table.good)
+    std::ranges::move(lintfindings(in, of->path, of->what), std::back_inserter(all));
+  for (const finding& each : all) {
     if (each.where.file != of->name || !wanted(context, quickfix)) continue;
     const std::size_t start = of->text().offset(each.where.line, each.where.column);
     const std::size_t end =

@@ -30,10 +30,12 @@ class framereader {
 
  private:
   std::optional<frame> header();
+  std::string_view held() const { return std::string_view(held_).substr(taken_); }
   void drop(std::size_t size);
 
   std::size_t longest_;
   std::string held_;
+  std::size_t taken_ = 0;                ///< bytes of it that are done with
   std::optional<std::size_t> expected_;  ///< bytes of the content, once its header is read
   std::size_t skipped_ = 0;              ///< bytes still to come of a content that is too long
 };

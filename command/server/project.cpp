@@ -223,7 +223,9 @@ void project::readdefinition(kepttable& table, const currenttext& text) {
   folder_ = table.folder;
   table.kept = std::make_unique<run>(
       [sink = &table.sink](const finding& found) { (*sink)->push_back(found); },
-      runparts{.checks = true}, std::vector<listener*>{table.listening.get(), this});
+      runparts{.checks = true, .join = [this, marks = table.listening.get()](run&) {
+                 return std::vector<listener*>{marks, this};
+               }});
   if (chdir(table.folder.c_str()) != 0) {
   }  // a folder that is gone has no nested files
   table.good = table.kept->readdefinition(text.text->named(table.name), table.tokens);

@@ -4,6 +4,7 @@
 
 #include "server/completion.h"
 #include "server/diagnostics.h"
+#include "server/formatting.h"
 #include "server/hover.h"
 #include "server/navigation.h"
 #include "server/outline.h"
@@ -31,6 +32,7 @@ json capabilities(encoding counts) {
           {"documentSymbolProvider", true},
           {"codeActionProvider", {{"codeActionKinds", {"quickfix", "source.fixAll"}}}},
           {"renameProvider", {{"prepareProvider", true}}},
+          {"documentFormattingProvider", true},
           {"foldingRangeProvider", true},
           {"inlayHintProvider", true},
           {"semanticTokensProvider", {{"legend", tokenlegend()}, {"full", true}, {"range", true}}}};
@@ -58,6 +60,7 @@ const std::vector<server::method>& server::methods() {
       {"textDocument/prepareRename", &server::feature<preparerename>, true},
       {"textDocument/rename", &server::feature<rename>, true},
       {"textDocument/documentSymbol", &server::feature<documentsymbols>, true},
+      {"textDocument/formatting", &server::feature<formatting>, true},
       {"textDocument/foldingRange", &server::feature<foldingranges>, true},
       {"textDocument/inlayHint", &server::feature<inlayhints>, true},
       {"textDocument/semanticTokens/full", &server::feature<semantictokens>, true},

@@ -8,7 +8,8 @@
 
 namespace command {
 
-/// Reads and tells everything that is found, in one of several forms.
+/// Reads and tells everything that is found, in one of several forms. Without a definition, that is
+/// all that the nearest optxv.json binds.
 int check(const request& given);
 
 /// Repairs what has one sure repair, shows the differences or writes the files, and tells what is
