@@ -48,7 +48,7 @@ TEST_F(Complete, OffersWhatTheRowsSay) {
       {"write a -o x ''", "files\t\n"},
       {"write a -ox", "files\t-o\n"},
       {"write a --output=x", "files\t--output=\n"},
-      {"reference a -o ''", "files\t\n"},
+      {"reference a -o ''", "folders\t\n"},
       {"reference a --force=x", "words\n"},
       {"generate a --lang f", "words\nfortran\n"},
       {"generate a --lang=F", "words\n--lang=Fortran\n"},
