@@ -65,8 +65,8 @@ struct enteredfile {
 ///   return reading.total().status();
 ///
 /// For parameter text that changes, the definition is read once and kept, with its names and its
-/// trial of hints; what belongs to the parameter text is made anew for each read, so that nothing of
-/// an earlier one is left:
+/// trial of hints; what belongs to the parameter text is made anew for each read, so that nothing
+/// of an earlier one is left:
 ///
 ///   run reading(taker, {.checks = true});
 ///   if (reading.readdefinition(text, tokens)) reading.readagain(parameters);  // again and again
