@@ -230,8 +230,7 @@ class hinting {
   bool offerrest(std::int64_t column, string_view key, const correction& better);
   void offerrest(std::int64_t column, string_view value, string_view key,
                  const optionsymbol& option);
-  void offername(const place& where, string_view name, bool sure);
-  bool instructs(std::string name) const;
+  void offername(const place& where, string_view name, bool samemeaning = false);
   void offerlikely();
   void keepcomment(hint& into, string_view comment, std::int64_t column) const;
   const readvalue* valueatfault() const;
@@ -260,7 +259,8 @@ bool hinting::offerfrom(std::int64_t column, std::string form, bool sure) {
   const std::string before(text().begin(), old.begin());
   const auto start = static_cast<std::int64_t>(before.size()) + 1;
   told.edits = {editof(line(), start, old, told.write)};
-  told.sure = sure && !from_.names.modeswitched() && from_.library.accepts(before + told.write);
+  told.sure = sure && !from_.names.modeswitched() && from_.library.accepts(before + told.write) &&
+              !from_.library.instructs();
   return true;
 }
 
@@ -319,9 +319,7 @@ bool hinting::offervalue(const correction& better) {
 
 /// Tells a key with a value that stands for all of the line from a column on.
 bool hinting::offerrest(std::int64_t column, string_view key, const correction& better) {
-  if (!offerfrom(column, std::string(key) + ' ' + better.value,
-                 better.sure && !instructs(std::string(key))))
-    return false;
+  if (!offerfrom(column, std::string(key) + ' ' + better.value, better.sure)) return false;
   found_.hints.back().words = better.words;
   keepcomment(found_.hints.back(), better.comment, column);
   return true;
@@ -338,15 +336,9 @@ void hinting::offerrest(std::int64_t column, string_view value, string_view key,
   offer(std::string(key) + ' ' + std::string(firstword(value)));
 }
 
-/// Whether a name is that of an instruction, which changes what other lines mean: so nobody can be
-/// sure of that.
-bool hinting::instructs(std::string name) const {
-  std::ranges::replace(name, ' ', '_');
-  return from_.names.option(from_.names.find(name)).type == "immediate";
-}
-
-/// Tells the line with another name at a place in it, if the library takes that.
-void hinting::offername(const place& where, string_view name, bool sure) {
+/// Tells the line with another name at a place in it, if the library takes that. Nobody can be sure
+/// of what brings out an instruction to the reader, except where the name meant the same before.
+void hinting::offername(const place& where, string_view name, bool samemeaning) {
   if (where.line != line().line || where.column < 1) return;
   std::string form(text());
   const auto at = static_cast<std::size_t>(where.column - 1);
@@ -354,14 +346,14 @@ void hinting::offername(const place& where, string_view name, bool sure) {
   form.replace(at, static_cast<std::size_t>(where.length), name);
   if (!offer(std::string(trimmed(form)))) return;
   found_.hints.back().edits = {{where, std::string(name)}};
-  found_.hints.back().sure = sure;
+  found_.hints.back().sure = samemeaning || !from_.library.instructs();
 }
 
 /// Tells the line with the only name that can be meant, and if need be its value put right too.
 void hinting::offerlikely() {
   if (found_.nearest.size() != 1 || from_.at.source().kind == optxv_source_definition) return;
   const std::string& name = found_.nearest[0];
-  offername(place(said_.place), name, !instructs(name));
+  offername(place(said_.place), name);
   if (told() || name.starts_with('.')) return;
   string_view rest = trimmed(here().substr(std::min(viewof(said_.about).size(), here().size())));
   if (rest.starts_with('=')) rest = trimmed(rest.substr(1));

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/hearing.h"
 #include "optxv/optxv.hpp"
 
 namespace command {
@@ -22,12 +23,23 @@ class trial {
 
   /// Whether a line has no error in it. Not so for a text that is longer than the library takes.
   bool accepts(std::string_view line);
+  /// Whether the line that was tried last has an instruction to the reader in it, which may change
+  /// what other lines mean.
+  bool instructs() const { return heard_.instruction; }
 
  private:
+  struct instructions : listener {
+    void key(const optxv_key& key) override;
+    optxv_handle handle = nullptr;
+    bool instruction = false;
+  };
+
   std::string_view definition_;
   bool tokens_ = false;
   std::optional<optxv::options> options_;
   std::optional<optxv::snapshot> start_;  ///< so that no line has an effect on the next
+  instructions heard_;
+  std::optional<hearing> hearing_;
 };
 
 }  // namespace command

@@ -352,7 +352,7 @@ valuekind argument::valueis() const {
   static constexpr auto words = std::to_array<row>({{"DEFINITION", valuekind::file},
                                                     {"PARAMETERS", valuekind::file},
                                                     {"FILE", valuekind::file},
-                                                    {"FOLDER", valuekind::folder},
+                                                    {"TARGET", valuekind::folder},
                                                     {"REQUEST", valuekind::option}});
   const auto found = std::ranges::find(words, isflag() ? value : names, &row::word);
   return found == words.end() ? valuekind::text : found->kind;

@@ -48,6 +48,13 @@ class countedbytes {
   const char** furthest_;
 };
 
+jsonvalue valueof(jsonvalue::kind kind, std::string text = {}) {
+  jsonvalue value;
+  value.is = kind;
+  value.text = std::move(text);
+  return value;
+}
+
 /// Builds the tree from the calls of the parser. These do not tell of places, but between two
 /// values there are only blanks, commas and colons, and a string is the only value whose end cannot
 /// be told from its beginning: that is where the parser stands when it tells of it.
@@ -64,15 +71,17 @@ class builder {
   jsontree& tree() { return tree_; }
 
   // The parser's calls; false ends the run.
-  bool null() { return add({.is = jsonvalue::kind::null}, 4); }
+  bool null() { return add(valueof(jsonvalue::kind::null), 4); }
   bool boolean(bool yes) {
-    return add({.is = jsonvalue::kind::boolean, .yes = yes}, yes ? 4U : 5U);
+    jsonvalue value = valueof(jsonvalue::kind::boolean);
+    value.yes = yes;
+    return add(std::move(value), yes ? 4U : 5U);
   }
   bool number_integer(json::number_integer_t) { return number(); }
   bool number_unsigned(json::number_unsigned_t) { return number(); }
   bool number_float(json::number_float_t, const std::string&) { return number(); }
   bool string(std::string& text) {
-    return add({.is = jsonvalue::kind::text, .text = std::move(text)}, read() - next());
+    return add(valueof(jsonvalue::kind::text, std::move(text)), read() - next());
   }
   bool binary(json::binary_t&) { return false; }
   bool start_object(std::size_t) { return open(jsonvalue::kind::object); }
@@ -139,7 +148,7 @@ std::size_t numbersize(std::string_view text) {
 bool builder::number() {
   const std::size_t begin = next();
   const std::size_t size = numbersize(text_.substr(begin));
-  return add({.is = jsonvalue::kind::number, .text = std::string(text_.substr(begin, size))}, size);
+  return add(valueof(jsonvalue::kind::number, std::string(text_.substr(begin, size))), size);
 }
 
 bool builder::add(jsonvalue value, std::size_t size) {
@@ -167,7 +176,9 @@ bool builder::open(jsonvalue::kind kind) {
     return fault({begin, end_}, "lists and objects are more than " + std::to_string(deepestjson) +
                                     " deep in one another");
   const bool dropped = !levels_.empty() && levels_.back().dropped;
-  jsonvalue* const value = place({.is = kind, .where = {begin, end_}});
+  jsonvalue opened = valueof(kind);
+  opened.where = {begin, end_};
+  jsonvalue* const value = place(std::move(opened));
   levels_.push_back({.value = value, .dropped = dropped});
   return true;
 }
@@ -189,7 +200,7 @@ bool builder::key(std::string& name) {
   const auto [at, fresh] = now.names.emplace(name, where);
   now.dropped = !fresh;
   if (fresh)
-    now.value->members.push_back({.name = std::move(name), .where = where});
+    now.value->members.push_back({std::move(name), where, {}});
   else
     tree_.faults.push_back({where, "", true, at->second});
   return true;

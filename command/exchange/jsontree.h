@@ -19,11 +19,11 @@ struct jsonmember;
 struct jsonvalue {
   enum class kind { null, boolean, number, text, list, object };
   kind is = kind::null;
-  bool yes = false;                      ///< of a boolean
-  std::string text = {};                 ///< of a text; of a number, as it is written
-  std::vector<jsonvalue> items = {};     ///< of a list
-  std::vector<jsonmember> members = {};  ///< of an object, each name once
-  textspan where = {};                   ///< of a list or an object: its bracket
+  bool yes = false;                   ///< of a boolean
+  std::string text = {};              ///< of a text; of a number, as it is written
+  std::vector<jsonvalue> items = {};  ///< of a list
+  std::vector<jsonmember> members;    ///< of an object, each name once
+  textspan where = {};                ///< of a list or an object: its bracket
 
   /// The member of a name; nil if there is none.
   const jsonvalue* find(std::string_view name) const;
@@ -32,7 +32,7 @@ struct jsonvalue {
 struct jsonmember {
   std::string name;
   textspan where = {};  ///< of the name
-  jsonvalue value = {};
+  jsonvalue value;
 };
 
 /// What is wrong with a text.

@@ -175,7 +175,7 @@ void entryrows::addsplit(const fileline& line, const linedtext& told, const line
     const bool last = i + 1 == told.count;
     if (told.count == 1) row.text = line.body;
     if (last) row.comment = trimmedright(told.comment.of(line.body));
-    if (!last && line.ending.empty()) row.ending = rows_.empty() ? "\n" : rows_.back().ending;
+    if (!last) row.ending = innerending(line.ending);
     rows_.push_back(row);
   }
 }

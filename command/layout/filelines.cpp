@@ -23,6 +23,10 @@ std::vector<fileline> filelines(std::string_view text) {
   return all;
 }
 
+std::string_view innerending(std::string_view ending) {
+  return ending.empty() ? "\n" : ending == "\r" ? "\r\n" : ending;
+}
+
 bool isblank(std::string_view text) {
   return text.find_first_not_of(blanks) == text.npos;
 }

@@ -8,8 +8,8 @@
 
 namespace command {
 
-/// A line and its end: a line feed, with or without a carriage return, or nothing at the end of a
-/// text. Both together, line by line, are the text, byte for byte.
+/// A line and its end: a line feed, with or without a carriage return; at the end of a text it may
+/// lack the line feed, or be nothing. Both together, line by line, are the text, byte for byte.
 struct fileline {
   std::string_view body, ending;
 };
@@ -27,6 +27,9 @@ struct piece {
   bool empty() const { return to <= from; }
   std::string_view of(std::string_view line) const { return line.substr(from, to - from); }
 };
+
+/// The end that a line has once another one follows it: one with a line feed.
+std::string_view innerending(std::string_view ending);
 
 bool isblank(std::string_view text);
 /// Without the blanks and tabs at its start, at its end.

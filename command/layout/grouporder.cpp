@@ -142,8 +142,7 @@ void sorting::flush() {
   const block* before = nullptr;
   for (const block& each : run_) {
     if (before == nullptr || before->group != each.group) {
-      const std::string_view ending =
-          each.rows.front().ending.empty() ? std::string_view("\n") : each.rows.front().ending;
+      const std::string_view ending = innerending(each.rows.front().ending);
       if (!result_.empty() && result_.back().what != kind::blank)
         result_.push_back({.what = kind::blank, .ending = ending});
       result_.push_back({.what = kind::remark,
@@ -162,11 +161,10 @@ std::vector<entryrow> sorting::sorted() {
   while (next_ < rows.size()) take(rows[next_++]);
   flush();
   result_.insert(result_.end(), above_.begin(), above_.end());
-  // The line without an end was the last one, and may not be that now.
-  if (rows.empty() || !rows.back().ending.empty()) return std::move(result_);
-  for (entryrow& row : result_)
-    if (row.ending.empty()) row.ending = "\n";
-  result_.back().ending = {};
+  // The last line may be another one now.
+  if (rows.empty() || rows.back().ending.ends_with('\n')) return std::move(result_);
+  for (entryrow& row : result_) row.ending = innerending(row.ending);
+  result_.back().ending = rows.back().ending;
   return std::move(result_);
 }
 

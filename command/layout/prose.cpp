@@ -71,8 +71,7 @@ void prose::write(std::string& to) const {
     }
     std::string text = carried.empty() ? std::string(body) : carried + ' ' + std::string(body);
     carried.clear();
-    const std::string_view between = ending.empty() ? "\n" : ending;
-    const std::string_view left = wrap(to, text, between);
+    const std::string_view left = wrap(to, text, innerending(ending));
     const bool goeson = left.size() < text.size() && i + 1 < lines_.size() && flows(lines_[i + 1]);
     if (goeson)
       carried = left;

@@ -105,6 +105,8 @@ TEST(Format, GroupsAreSortedAndNothingElse) {
       {"log_file a\nsteps 5\nlines on\nlog_file b\nboth 1:2\nsteps 6",
        "* ---- Limits ----\nsteps 5\n\n* ---- Files ----\nlog_file a\n\nlines on\n\n"
        "* ---- Files ----\nlog_file b\n\nboth 1:2\n\n* ---- Limits ----\nsteps 6"},
+      {"log_file a\r\nsteps 5\r",
+       "* ---- Limits ----\r\nsteps 5\r\n\r\n* ---- Files ----\r\nlog_file a\r"},
       {"log_file a\nsteps five\nsteps 5\n",
        "* ---- Files ----\nlog_file a\n\nsteps five\n\n* ---- Limits ----\nsteps 5\n"}};
   for (const row& each : rows) EXPECT_EQ(entries(each.before, {.bygroup = true}).text, each.after);
@@ -294,7 +296,7 @@ TEST_F(FormatCommand, WritesNothingWhereWordsOrFilesAreUnusable) {
       {"format --write s.def p ./p", "./p: cannot be laid out: it is the same file as p"},
       {"format --write none p", "none: cannot be read"},
       {"format s.def", "FILE is required"},
-      {"format --sort name s.def p", "--sort: group is expected, saw \"name\""},
+      {"format --sort name s.def p", "--sort cannot be \"name\""},
       {"format --check --write s.def p", "--write excludes --check"}};
   for (const auto& [words, error] : rows) {
     const outcome told = run(words);

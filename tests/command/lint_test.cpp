@@ -195,12 +195,12 @@ TEST_F(Lint, WhatItSaysOfTheModesIsSo) {
       text += keys[random() % std::size(keys)] + values[random() % std::size(values)] + "\n";
     const string findings = inparameters(text);
     if (findings.find("error") != findings.npos) continue;
-    const string shown = run("show --json s.def p").out;
-    const bool same = shown == run("show --json --tokens s.def p").out;
+    const string shown = run("convert s.def p --to json").out;
+    const bool same = shown == run("convert --tokens s.def p --to json").out;
     EXPECT_TRUE(same || findings.find("P106") != findings.npos) << text << findings;
     alike += same ? 1 : 0;
     run("fix --write --lint P s.def p");
-    EXPECT_EQ(run("show --json s.def p").out, shown) << text << get("p");
+    EXPECT_EQ(run("convert s.def p --to json").out, shown) << text << get("p");
   }
   EXPECT_GT(alike, 5);
 }

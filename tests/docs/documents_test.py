@@ -119,7 +119,7 @@ class Completeness(unittest.TestCase):
 
     def test_the_documents_tell_the_messages_that_the_tests_have_seen(self):
         """What the rows of the tests hold after "> ***" is what the library has made of their texts."""
-        for text in re.findall(r'^> \*\*\* [\w ]*?(?:Error|Warning)(?: line \d+:)? (.*?)(?: for option "[^"]*")?$', SEEN, re.M):
+        for text in re.findall(r'^> \*\*\* [\w ]*?(?:Error|Warning)(?: (?:line|argument|variable) \w+:)? (.*?)(?: for option "[^"]*")?$', SEEN, re.M):
             parts = [part.strip() for part in re.split(r'"[^"]*"|[=;] .*|(?<=are)  .*|[-\d.]+', text)]
             self.assertEqual([part for part in parts if ' ' in part and part not in TOLD], [], text)
 
