@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "tasks/helpwriter.h"
 #include "text/names.h"
 #include "text/printable.h"
 
@@ -43,7 +42,7 @@ struct answer {
 
 std::string helpof(const subject& of, std::int32_t option) {
   if (of.option(option) == nullptr) return {};
-  return helpwriter(of.table.facts, 0).block(option);
+  return of.table.help->block(option);
 }
 
 /// What an option is set to once all of the text is read, and where that is.

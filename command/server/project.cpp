@@ -1,7 +1,6 @@
 #include "server/project.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -22,6 +21,12 @@ constexpr std::size_t mostlines = 64;  ///< texts of files that are not open
 
 std::string folderof(const std::string& path) {
   return fs::path(path).parent_path().string();
+}
+
+/// Readers open nested files from there. A folder that is gone has none.
+void workin(const std::string& folder) {
+  std::error_code ignored;
+  fs::current_path(folder, ignored);
 }
 
 /// The only definition in a folder; empty if there is none, or more than one.
@@ -209,6 +214,7 @@ void project::readdefinition(kepttable& table, const currenttext& text) {
   table.stamp = text.stamp;
   table.findings.clear();
   table.marks.clear();
+  table.help.reset();
   table.facts = {};
   table.parameters.clear();
   table.good = false;
@@ -226,13 +232,13 @@ void project::readdefinition(kepttable& table, const currenttext& text) {
       runparts{.checks = true, .join = [this, marks = table.listening.get()](run&) {
                  return std::vector<listener*>{marks, this};
                }});
-  if (chdir(table.folder.c_str()) != 0) {
-  }  // a folder that is gone has no nested files
+  workin(table.folder);
   table.good = table.kept->readdefinition(text.text->named(table.name), table.tokens);
   table.listening->sort();
   table.marks = table.listening->of(table.name);
   table.facts =
       optxv::describe(*static_cast<const optxv::tzmaoptions*>(table.kept->options().handle()));
+  table.help.emplace(table.facts, 0);
 }
 
 /// The stamps of a parameter text and of all that it took when it was read last.
@@ -275,8 +281,7 @@ void project::readparameters(kepttable& table, const std::string& path, const cu
   if (!table.kept) return unreadable("the definition " + inquotes(table.name) + " cannot be read");
   if (!table.good) return;
   folder_ = table.folder;
-  if (chdir(table.folder.c_str()) != 0) {
-  }
+  workin(table.folder);
   table.listening->clear();
   table.sink = &table.parametersfindings;
   const textdocument named = text.text->named(name);

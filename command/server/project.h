@@ -12,6 +12,7 @@
 #include "analysis/run.h"
 #include "server/buffers.h"
 #include "server/marks.h"
+#include "tasks/helpwriter.h"
 #include "writers/facts.h"
 
 namespace command {
@@ -49,8 +50,9 @@ struct kepttable {
   std::unique_ptr<run> kept;  ///< nil if the text could not be read
   bool good = false;          ///< it declares an option
   std::vector<finding> findings;
-  textmarks marks;          ///< of the definition
-  optxv::tablefacts facts;  ///< option N of the readers at N - 1
+  textmarks marks;                 ///< of the definition
+  optxv::tablefacts facts;         ///< option N of the readers at N - 1
+  std::optional<helpwriter> help;  ///< of these facts
 
   std::string parameters;       ///< path of what was read last; empty if none was
   std::string parametersstamp;  ///< of all the texts that this took
