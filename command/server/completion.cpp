@@ -71,6 +71,11 @@ class offering {
   std::string_view typedtext() const {
     return std::string_view(of_.text().text()).substr(from_, of_.offset - from_);
   }
+  /// Whether the line goes on after what is replaced: it has its separator and its value then.
+  bool followed() const {
+    const std::string_view text = of_.text().text();
+    return to_ < text.size() && text[to_] != '\n' && text[to_] != '\r';
+  }
   json itemof(const offer& one, const json& range, std::size_t rank) const;
 
   const session& in_;
@@ -80,8 +85,8 @@ class offering {
 };
 
 json offering::itemof(const offer& one, const json& range, std::size_t rank) const {
-  const bool snippet = in_.client.snippets && !one.snippet.empty();
-  const std::string& text = one.text.empty() ? one.label : one.text;
+  const bool snippet = in_.client.snippets && !one.snippet.empty() && !followed();
+  const std::string& text = one.text.empty() || followed() ? one.label : one.text;
   std::string order = std::to_string(rank);
   order.insert(0, 5 - std::min<std::size_t>(order.size(), 5), '0');
   json row = {{"label", printable(one.label)},

@@ -61,7 +61,7 @@ def compared(screen):
 
 
 def emacs(at):
-    return run(['emacs', '--batch', '-Q', '-f', 'package-initialize', '-l', str(EDITORS / 'emacs/optxv-mode.el'), '-l',
+    return run(['emacs', '--batch', '-q', '-f', 'package-initialize', '-l', str(EDITORS / 'emacs/optxv-mode.el'), '-l',
                 str(HERE / 'emacs.el')], at)
 
 
@@ -76,10 +76,9 @@ def packed(at):
     """The plug-in of VS Code: its types, its grammars, its package; then the server through a client of npm's."""
     code = at / 'editors/vscode'
     shutil.copytree(EDITORS / 'vscode', code, ignore=shutil.ignore_patterns('node_modules', 'out', '*.vsix'))
-    for name in ('LICENSE', 'docs/optxv.schema.json'):
-        (at / name).parent.mkdir(exist_ok=True)
+    for name in ('LICENSE', 'editors/optxv.schema.json'):
         shutil.copy(SOURCE / name, at / name)
-    modules = Path(os.environ.get('OPTXV_NPM', at)) / 'vscode-modules'
+    modules = Path(os.environ.get('OPTXV_NPM', at)) / 'vscode/node_modules'
     faults = [] if modules.is_dir() else installed(code, modules)
     if faults:
         return faults

@@ -31,6 +31,8 @@
     (eglot-hover-eldoc-function (lambda (help &rest _) (setq text help)))
     (await "the help" (lambda () text))))
 
+;; Emacs asks before it changes a file that it does not show.
+(find-file-noselect "solver.def")
 (find-file "night.opt")
 (unless (eq major-mode 'optxv-parameters-mode) (error "The mode is %s" major-mode))
 (eglot-ensure)
@@ -53,7 +55,8 @@
 (eglot-rename "lp_method")
 (await "the new name here" (lambda () (line-there "lp_method = dual")))
 (with-current-buffer (find-file-noselect "solver.def")
-  (unless (string-match-p "^lp_method  enumstr" (buffer-string)) (error "The definition has the old name")))
+  (unless (string-match-p "^lp_method  enumstr" (buffer-string)) (error "The definition has the old name"))
+  (save-buffer))
 
 (let ((before (buffer-string))
       (wanted (with-temp-buffer

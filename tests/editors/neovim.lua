@@ -115,7 +115,7 @@ local function work()
   end)
   assert(table.concat(lines_of(definition), '\n'):find('\nlp_method  enumstr', 1, true), 'the new name in the definition')
 
-  vim.cmd('buffer ' .. night)
+  vim.cmd('buffer ' .. definition .. ' | silent write | buffer ' .. night)
   local wanted = vim.fn.systemlist({ command, 'format', 'solver.def', '-' }, lines_of(night))
   assert(vim.v.shell_error == 0, table.concat(wanted, '\n'))
   assert(not vim.deep_equal(lines_of(night), wanted), 'the text is to change')

@@ -72,6 +72,11 @@ const requests = {
     const found = await client.sendRequest(lsp.ReferencesRequest.type, asked);
     assert.deepEqual(new Set(found.map(({ uri }) => uri)), new Set([night.uri, definition.uri]));
   },
+  documentHighlightProvider: async () => {
+    const asked = { textDocument: night, position: positionOf(texts.night, "time_limit", 2) };
+    const found = await client.sendRequest(lsp.DocumentHighlightRequest.type, asked);
+    assert.deepEqual(found.map(({ range }) => range.start), [positionOf(texts.night, "time_limit")]);
+  },
   documentSymbolProvider: async () => {
     for (const textDocument of [night, definition]) {
       const found = await client.sendRequest(lsp.DocumentSymbolRequest.type, { textDocument });

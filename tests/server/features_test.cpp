@@ -82,7 +82,8 @@ TEST_F(Features, OfferWhatCanBeWritten) {
 }
 
 TEST_F(Features, WriteWhatIsTaken) {
-  const std::pair<string, string> rows[] = {{"ti|me 5", "time_limit ${1:3600} 5"},
+  const std::pair<string, string> rows[] = {{"ti|me 5", "time_limit 5"},
+                                            {"ti|me", "time_limit ${1:3600}"},
                                             {"log|", "log_file ${1:\"a b.log\"}"},
                                             {"qui|", "quiet"},
                                             {"x.pr|", "x.prior"},
