@@ -19,7 +19,7 @@ PAGE = SOURCE / 'docs/editors.md'
 COMMAND = os.environ['OPTXV_COMMAND']
 NIGHT = '* The night shift.\ntime_limit    900\nmetod = dual\nprint_level 1\n'
 BINDING = '{"definitions": [{"definition": "solver.def", "files": ["*.opt"]}]}\n'
-SCREEN = re.compile(r'(?<=<!-- the screen of Neovim -->\n```text\n).*?(?=```\n)', re.DOTALL)
+SCREEN = re.compile(r'(?<=<!-- the screen of Neovim -->\n```diagram\n).*?(?=```\n)', re.DOTALL)
 
 
 def folder(at):
