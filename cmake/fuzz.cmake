@@ -1,5 +1,5 @@
-# One libFuzzer executable for each fuzz/<name>_fuzz.cpp. settings.cmake has instrumented the library, and with it the
-# floors of the command that need no library of others.
+# One libFuzzer executable for each fuzz/<name>_fuzz.cpp. settings.cmake has instrumented everything; the targets of the
+# command take those of its floors that need no library of others.
 
 file(GLOB fuzz_command_sources CONFIGURE_DEPENDS
      command/text/*.cpp command/analysis/*.cpp command/layout/*.cpp)
