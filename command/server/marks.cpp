@@ -19,9 +19,9 @@ bool before(const mark& left, const mark& right) {
 
 std::pair<textmarks::const_iterator, textmarks::const_iterator> marksin(const textmarks& all,
                                                                         std::int64_t line) {
-  const auto found = std::ranges::equal_range(
-      all, line, std::ranges::less(), [](const mark& each) { return std::int64_t{each.line}; });
-  return {found.begin(), found.end()};
+  const auto lineof = [](const mark& each) { return std::int64_t{each.line}; };
+  return {std::ranges::lower_bound(all, line, {}, lineof),
+          std::ranges::upper_bound(all, line, {}, lineof)};
 }
 
 const mark* markat(const textmarks& all, markkind kind, std::int64_t line, std::int64_t column) {
