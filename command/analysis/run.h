@@ -44,7 +44,8 @@ struct runparts {
   bool origins = false;      ///< keeps all settings, not only the last of each option
   listener* also = nullptr;  ///< hears each call before all others do. BORROWS: for the run
   /// Gives further listeners for a run, which hear each call after those of the run itself, and
-  /// before its messages become findings. BORROWS: the listeners, as long as the run lives.
+  /// before its messages become findings. Asked when the run is made, and again for each text that
+  /// is read again. BORROWS: the listeners, until it is asked again or the run ends.
   std::function<std::vector<listener*>(run&)> join = {};
 };
 
