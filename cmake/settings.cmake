@@ -51,16 +51,20 @@ endfunction()
 
 # The code of a test is not what is measured or shipped: without optimisation it compiles in half the time.
 function(optxv_compile_fast target)
-  if(NOT optxv_sanitizers)
-    target_compile_options(${target} PRIVATE -O0)
-  endif()
+  target_compile_options(${target} PRIVATE -O0)
 endfunction()
 
 # Where a cache of compilations is at work, that saves more, and does without.
+set(optxv_precompiles OFF)
+if(OPTXV_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(optxv_precompiles ON)
+endif()
+
+# optxv_precompile(<target> [<header>...]): the standard headers that most sources have, and those.
 function(optxv_precompile target)
-  if(OPTXV_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  if(optxv_precompiles)
     target_precompile_headers(${target} PRIVATE <algorithm> <array> <charconv> <functional> <limits> <map> <memory>
-                                                <optional> <span> <string> <string_view> <unordered_map> <vector>)
+                              <optional> <span> <string> <string_view> <unordered_map> <vector> ${ARGN})
   endif()
 endfunction()
 

@@ -23,6 +23,16 @@ add_library(optxv_archive STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:optxv_objects
 target_include_directories(optxv_archive PUBLIC src include)
 target_link_libraries(optxv_archive PUBLIC ${CMAKE_DL_LIBS})
 
+# What the tests share of headers is read once, by a program without a test.
+if(optxv_precompiles)
+  file(WRITE ${PROJECT_BINARY_DIR}/notest.cpp "int main() {}\n")
+  add_executable(optxv_notest EXCLUDE_FROM_ALL ${PROJECT_BINARY_DIR}/notest.cpp)
+  target_link_libraries(optxv_notest PRIVATE GTest::gtest_main GTest::gmock)
+  optxv_test_warnings(optxv_notest)
+  optxv_compile_fast(optxv_notest)
+  optxv_precompile(optxv_notest <filesystem> <fstream> <sstream> <gtest/gtest.h> <gmock/gmock.h>)
+endif()
+
 file(GLOB test_sources CONFIGURE_DEPENDS tests/*/*_test.cpp)
 foreach(source ${test_sources})
   get_filename_component(name ${source} NAME_WE)
@@ -45,6 +55,9 @@ foreach(source ${test_sources})
   target_link_libraries(${name} PRIVATE GTest::gtest_main GTest::gmock)
   optxv_test_warnings(${name})
   optxv_compile_fast(${name})
+  if(optxv_precompiles)
+    target_precompile_headers(${name} REUSE_FROM optxv_notest)
+  endif()
   add_test(NAME ${name} COMMAND ${name})
   # A refused allocation is a case of its own: it gives nil under the address sanitizer too.
   set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120 ENVIRONMENT

@@ -96,8 +96,13 @@ std::vector<std::string> symbols::growingnames::nearest(std::string_view wrong) 
     index_.emplace(names_);
     indexed_ = names_.size();
     times_++;
+    answers_.clear();
   }
-  return index_ ? index_->nearest(wrong) : std::vector<std::string>();
+  if (!index_) return {};
+  if (answers_.size() >= mostquestions) answers_.clear();
+  const auto [answer, isnew] = answers_.try_emplace(std::string(wrong));
+  if (isnew) answer->second = index_->nearest(wrong);
+  return answer->second;
 }
 
 std::vector<std::string> symbols::nearest(std::string_view wrong) {

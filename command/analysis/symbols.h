@@ -100,6 +100,8 @@ class symbols : public listener {
     std::optional<nearestnames> index_;
     std::size_t indexed_ = 0, times_ = 0;  ///< the names in it, and how often it was made
     std::size_t questions_ = 0;
+    /// Answers of this index: a text that is read again asks much the same again.
+    std::unordered_map<std::string, std::vector<std::string>> answers_;
   };
 
   optionsymbol& at(std::int32_t optnr);

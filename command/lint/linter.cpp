@@ -1,6 +1,7 @@
 #include "lint/linter.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "text/printable.h"
 
@@ -9,9 +10,11 @@ namespace command {
 /// What hears a run. It stands after the parts that it has, and so hears each call when they have.
 class linter::joined : public listener {
  public:
-  joined(run& of, const ruleset& rules);
+  joined(run& of, const ruleset& rules) : of_(of), rules_(rules), table_(of) { startover(); }
 
-  std::vector<listener*> listeners() { return {&table_, &ignores_, &entries_, this}; }
+  /// Forgets what was read after the definition.
+  void startover();
+  std::vector<listener*> listeners() { return {&table_, &*ignores_, &*entries_, this}; }
   void tellcomments();
 
   void entered(const optxv_source& source) override;
@@ -33,8 +36,8 @@ class linter::joined : public listener {
   run& of_;
   const ruleset& rules_;
   declaredtable table_;
-  ignores ignores_;
-  entrygathering entries_;
+  std::optional<ignores> ignores_;
+  std::optional<entrygathering> entries_;
   wantedrules<tablerule> tablerules_ = wanted<tablerule>();
   wantedrules<entryrule> entryrules_ = wanted<entryrule>();
   wantedrules<leavingrule> leavingrules_ = wanted<leavingrule>();
@@ -54,17 +57,14 @@ linter::joined::wantedrules<Function> linter::joined::wanted() const {
   return all;
 }
 
-linter::joined::joined(run& of, const ruleset& rules)
-    : of_(of),
-      rules_(rules),
-      table_(of),
-      ignores_(of),
-      entries_(
-          of, table_,
-          [this](const entryfacts& entry, const sharedline& line) {
-            apply(entryrules_, entry, line);
-          },
-          [this](const leavingfacts& left) { apply(leavingrules_, left, left.line); }) {}
+void linter::joined::startover() {
+  ignores_.emplace(of_);
+  entries_.emplace(
+      of_, table_,
+      [this](const entryfacts& entry, const sharedline& line) { apply(entryrules_, entry, line); },
+      [this](const leavingfacts& left) { apply(leavingrules_, left, left.line); });
+  held_.clear();
+}
 
 template <class Function, class Facts>
 void linter::joined::apply(const wantedrules<Function>& rules, const Facts& facts,
@@ -86,7 +86,7 @@ void linter::joined::take(finding found) {
 
 void linter::joined::emit() {
   for (finding& each : held_.back())
-    if (!ignores_.silences(each.code, each.where)) of_.tell(std::move(each));
+    if (!ignores_->silences(each.code, each.where)) of_.tell(std::move(each));
   held_.back().clear();
 }
 
@@ -120,7 +120,7 @@ void linter::joined::checktable() {
 
 /// A comment about rules that are not wanted may well silence something in another run.
 void linter::joined::tellcomments() {
-  for (const ignores::ignoredword& each : ignores_.words()) {
+  for (const ignores::ignoredword& each : ignores_->words()) {
     const bool known = namesrules(each.word);
     const std::string_view code = known ? ignoreunused : ignoreunknown;
     if (!rules_.has(code) || (known && (each.used || !rules_.hasany(each.word)))) continue;
@@ -140,7 +140,10 @@ linter::linter(ruleset rules) : rules_(std::move(rules)) {}
 linter::~linter() = default;
 
 std::vector<listener*> linter::join(run& of) {
-  joined_ = std::make_unique<joined>(of, rules_);
+  if (joined_ != nullptr)
+    joined_->startover();
+  else
+    joined_ = std::make_unique<joined>(of, rules_);
   return joined_->listeners();
 }
 

@@ -19,6 +19,8 @@ namespace command {
 ///   reading.read(...);
 ///   rules.end();
 ///
+/// Where parameter text is read again, end() is called after each read.
+///
 /// OWNS: what its rules look at. BORROWS: the run, until end() or the end of the run.
 class linter {
  public:
@@ -27,7 +29,8 @@ class linter {
   linter(const linter&) = delete;
   linter& operator=(const linter&) = delete;
 
-  /// The listeners for a run. REQUIRES: called once.
+  /// The listeners for a run. Asked again for the same run, they are those for another text with
+  /// the same definition: what is known of that stays, and all else is as new.
   std::vector<listener*> join(run& of);
   /// Adds what there is to say of the comments, once everything is read. REQUIRES: it has joined.
   void end();

@@ -1,8 +1,13 @@
 #include "server/completion.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <map>
 #include <set>
 
+#include "options/optionkinds.h"
+#include "options/zmaoptions.h"
+#include "server/uris.h"
 #include "text/names.h"
 #include "text/printable.h"
 
@@ -12,7 +17,15 @@ namespace {
 using optxv::optionfacts;
 
 // The kinds of the protocol.
-enum itemkind { variableitem = 6, valueitem = 12, optionitem = 10, memberitem = 20, wordkind = 14 };
+enum itemkind {
+  variableitem = 6,
+  optionitem = 10,
+  valueitem = 12,
+  wordkind = 14,
+  fileitem = 17,
+  folderitem = 19,
+  memberitem = 20
+};
 
 /// Something that can be written.
 struct offer {
@@ -65,12 +78,13 @@ class offering {
     else if (name.find('_' + typed) != name.npos)
       all_[1].push_back(std::move(one));
   }
-  json result() const;
-
- private:
+  /// What is there from its start to where somebody types.
   std::string_view typedtext() const {
     return std::string_view(of_.text().text()).substr(from_, of_.offset - from_);
   }
+  json result() const;
+
+ private:
   /// Whether the line goes on after what is replaced: it has its separator and its value then.
   bool followed() const {
     const std::string_view text = of_.text().text();
@@ -191,6 +205,39 @@ void offeryesno(offering& to) {
   offerwords({{"1", "yes"}, {"0", "no"}, {"yes", ""}, {"no", ""}, {"on", ""}, {"off", ""}}, to);
 }
 
+/// The files that somebody may mean who has typed the beginning of a name: those of the folder that
+/// is typed so far, with the folders in it. Names with a dot in front are shown to who types it.
+void offerfiles(const subject& of, offering& to) {
+  const std::string_view typed = to.typedtext();
+  const bool quoted = typed.starts_with('"') || typed.starts_with('\'');
+  const std::string_view name = typed.substr(quoted ? 1 : 0);
+  const std::size_t slash = name.rfind('/') + 1;  // 0 if there is none
+  const std::string front(name.substr(0, slash));
+  std::error_code error;
+  std::filesystem::directory_iterator entry(pathin(of.what.folder, front.empty() ? "." : front),
+                                            error);
+  std::map<std::string, bool> names;
+  constexpr std::size_t mostfiles = 5000;
+  for (; !error && entry != std::filesystem::directory_iterator() && names.size() < mostfiles;
+       entry.increment(error)) {
+    std::string found = entry->path().filename();
+    if (found.starts_with('.') && name.substr(slash, 1) != ".") continue;
+    std::error_code gone;
+    if (const auto status = entry->status(gone); std::filesystem::is_directory(status))
+      names.emplace(found + '/', true);
+    else if (std::filesystem::is_regular_file(status))
+      names.emplace(std::move(found), false);
+  }
+  for (const auto& [found, isfolder] : names) {
+    std::string label = front + found;
+    if (quoted)
+      label = typed[0] + label + (isfolder ? "" : std::string(1, typed[0]));
+    else if (!isfolder)
+      label = externalform(label);
+    to.add({.label = std::move(label), .kind = isfolder ? folderitem : fileitem});
+  }
+}
+
 /// A macro or a multi-list hands its value on, so that it takes what its first member does.
 void offervalues(const subject& of, const optionfacts& option, offering& to) {
   if (!option.members.empty()) {
@@ -206,6 +253,8 @@ void offervalues(const subject& of, const optionfacts& option, offering& to) {
     offeryesno(to);
   } else if (option.action == "Help") {
     offeroptions(of, to);
+  } else if (option.action == "ReadFile") {
+    offerfiles(of, to);
   } else if (option.kind == "immediate") {
     if (option.action == "EolFlag" || option.action == "NoBounds") offeryesno(to);
   } else {
@@ -251,7 +300,8 @@ void inparameters(const subject& of, offering& to) {
   if (option == nullptr || !last->good) return;
   if (touched && last->kind == markkind::value) to.over(*last);
   const bool begun = last->kind == markkind::value && !touched;
-  if (!begun || takessecond(*option, *last)) return offervalues(of, *option, to);
+  if (takesvalue(*option) && (!begun || takessecond(*option, *last)))
+    return offervalues(of, *option, to);
   if (of.what.tokens) offerkeys(of, to);
 }
 
@@ -298,13 +348,45 @@ const mark* typedfield(const subject& of) {
   return found;
 }
 
+/// The default of an enumeration is one of its items, which may stand below already.
+void offerdefaults(const subject& of, const mark& field, offering& to) {
+  const optionfacts* option = of.option(field.option);
+  if (option == nullptr) return;
+  for (const optxv::valuefacts& each : option->values)
+    to.add({.label = each.value, .kind = memberitem, .documentation = each.help});
+  if (option->kind == "boolean") offerwords({{"1", "yes"}, {"0", "no"}}, to);
+}
+
+/// The name of a record is its author's own, but for the rule of lookup.
+void offerrecords(const subject& of, offering& to) {
+  const auto [begin, end] = marksin(of.marks, of.line);
+  const bool lookup = std::any_of(begin, end, [&](const mark& each) {
+    return each.kind == markkind::field && each.number == optxv_field_type &&
+           samename(of.textat(each), "lookup");
+  });
+  if (!lookup) return;
+  for (const std::string_view rule : optxv::lookupcodes)
+    to.add({.label = std::string(rule), .kind = wordkind});
+}
+
+void offeractions(offering& to) {
+  for (const std::string_view action : optxv::immediatetypenames)
+    to.add({.label = std::string(action), .kind = wordkind});
+}
+
 void indefinition(const subject& of, offering& to) {
   const mark* field = typedfield(of);
   if (field == nullptr) return;
   if (field->length > 0 && field->touches(of.line, of.column)) to.over(*field);
   switch (field->number) {
+    case optxv_field_record:
+      return offerrecords(of, to);
     case optxv_field_type:
       return offertypes(to);
+    case optxv_field_default:
+      return offerdefaults(of, *field, to);
+    case optxv_field_action:
+      return offeractions(to);
     case optxv_field_group:
       return offergroups(of, to);
     case optxv_field_member:

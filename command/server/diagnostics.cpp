@@ -1,9 +1,8 @@
 #include "server/diagnostics.h"
 
 #include <algorithm>
-#include <iterator>
 
-#include "lint/linter.h"
+#include "lint/rules.h"
 #include "output/reporter.h"
 #include "server/uris.h"
 #include "text/printable.h"
@@ -65,29 +64,6 @@ json plainrow(int severity, const char* code, const std::string& text) {
           {"source", "optxv"},
           {"code", code},
           {"message", text}};
-}
-
-/// What the rules of lint find in a document: hints, which no editor takes for faults. The rules
-/// look at the definition and the parameters together, so that both are read for them.
-std::vector<finding> lintfindings(session& in, const std::string& path, const role& what) {
-  std::vector<finding> all;
-  const currenttext definition = in.work.textof(what.definition), text = in.work.textof(path);
-  if (!definition.text || !text.text) return all;
-  linter rules({what.isdefinition ? "D" : "P", {}, {}});
-  run reading(
-      [&](const finding& found) {
-        if (namesrules(found.code)) all.push_back(found);
-      },
-      {.join = [&](run& joined) {
-        std::vector<listener*> list = rules.join(joined);
-        list.push_back(&in.work);
-        return list;
-      }});
-  const bool good = reading.readdefinition(
-      definition.text->named(namein(what.folder, what.definition)), what.tokens);
-  if (good && !what.isdefinition) reading.readmade(namein(what.folder, path), text.text->text());
-  rules.end();
-  return all;
 }
 
 void addrows(session& in, const kepttable& table, const std::vector<finding>& findings,
@@ -152,10 +128,12 @@ bool overlap(const place& left, const place& right) {
          right.column < left.column + std::max<std::int64_t>(left.length, 1);
 }
 
-/// The first sure repair of each finding, as long as they touch no other one.
+/// The first sure repair of each finding, as long as they touch no other one. What the rules of
+/// lint find is a matter of choice, one by one.
 std::vector<edit> surerepairs(const subject& of) {
   std::vector<edit> all;
   for (const finding& each : of.findings()) {
+    if (namesrules(each.code)) continue;
     const auto sure = std::ranges::find_if(
         each.hints, [](const hint& one) { return one.sure && !one.edits.empty(); });
     if (sure == each.hints.end()) continue;
@@ -206,7 +184,6 @@ std::map<std::string, json> diagnosticsof(session& in, const std::string& path) 
   kepttable& table = what.isdefinition ? in.work.definition(what) : in.work.parameters(path, what);
   if (!what.isdefinition) addrows(in, table, table.parametersfindings, rows);
   addrows(in, table, table.findings, rows);
-  if (what.lint && table.good) addrows(in, table, lintfindings(in, path, what), rows);
   return rows;
 }
 
@@ -218,10 +195,7 @@ json codeactions(session& in, const json& params) {
   const std::size_t from = of->text().offset(positionfrom(member(range, "start")), in.counts);
   const std::size_t to = of->text().offset(positionfrom(member(range, "end")), in.counts);
   const json& context = optionalmember(params, "context");
-  std::vector<finding> all = of->findings();
-  if (of->what.lint && of->table.good)
-    std::ranges::move(lintfindings(in, of->path, of->what), std::back_inserter(all));
-  for (const finding& each : all) {
+  for (const finding& each : of->findings()) {
     if (each.where.file != of->name || !wanted(context, quickfix)) continue;
     const std::size_t start = of->text().offset(each.where.line, each.where.column);
     const std::size_t end =

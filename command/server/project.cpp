@@ -197,13 +197,15 @@ std::string project::pathof(const kepttable& table, const std::string& name) {
 }
 
 kepttable& project::definition(const role& of) {
-  const std::string key = of.folder + '\n' + of.definition + (of.tokens ? "\n1" : "\n0");
+  const std::string key =
+      of.folder + '\n' + of.definition + (of.tokens ? "\n1" : "\n0") + (of.lint ? "1" : "0");
   if (tables_.size() >= mosttables && !tables_.contains(key)) tables_.clear();
   kepttable& table = tables_[key];
   if (table.path.empty()) {
     table.path = of.definition;
     table.folder = of.folder;
     table.tokens = of.tokens;
+    table.lint = of.lint;
     table.name = namein(of.folder, of.definition);
   }
   if (table.stamp != stampof(of.definition)) readdefinition(table, textof(of.definition));
@@ -219,6 +221,8 @@ void project::readdefinition(kepttable& table, const currenttext& text) {
   table.parameters.clear();
   table.good = false;
   table.kept.reset();
+  table.rules.reset();
+  if (table.lint) table.rules.emplace(ruleset("DP", {}, {}));
   table.listening = std::make_unique<marklist>();
   table.sink = &table.findings;
   if (!text.text) {
@@ -229,11 +233,15 @@ void project::readdefinition(kepttable& table, const currenttext& text) {
   folder_ = table.folder;
   table.kept = std::make_unique<run>(
       [sink = &table.sink](const finding& found) { (*sink)->push_back(found); },
-      runparts{.checks = true, .join = [this, marks = table.listening.get()](run&) {
-                 return std::vector<listener*>{marks, this};
+      runparts{.checks = true, .join = [this, &table](run& joined) {
+                 std::vector<listener*> all{table.listening.get(), this};
+                 if (table.rules)
+                   std::ranges::move(table.rules->join(joined), std::back_inserter(all));
+                 return all;
                }});
   workin(table.folder);
   table.good = table.kept->readdefinition(text.text->named(table.name), table.tokens);
+  if (table.rules) table.rules->end();
   table.listening->sort();
   table.marks = table.listening->of(table.name);
   table.facts =
@@ -289,6 +297,7 @@ void project::readparameters(kepttable& table, const std::string& path, const cu
     readdefinition(table, textof(table.path));
     return readparameters(table, path, text);
   }
+  if (table.rules) table.rules->end();
   table.parametersmarks = *table.listening;
   table.parametersmarks.sort();
   for (const std::string& each : table.parametersmarks.wanted())

@@ -10,6 +10,7 @@
 
 #include "analysis/bindings.h"
 #include "analysis/run.h"
+#include "lint/linter.h"
 #include "server/buffers.h"
 #include "server/marks.h"
 #include "tasks/helpwriter.h"
@@ -40,14 +41,17 @@ struct currenttext {
 
 /// A definition, kept as it was read, and the parameter text that was read last with it. An edit of
 /// parameter text reads that text alone; the option set then goes back to where it was after the
-/// definition. The definition is read again when its own text changes.
+/// definition. The definition is read again when its own text changes. What the rules of lint find, if
+/// they are switched on, stands among the findings.
 struct kepttable {
   std::string path, folder;
   bool tokens = false;
+  bool lint = false;
   std::string name;  ///< of the definition, as findings have it
 
   std::string stamp;          ///< of the text that was read
   std::unique_ptr<run> kept;  ///< nil if the text could not be read
+  std::optional<linter> rules;
   bool good = false;          ///< it declares an option
   std::vector<finding> findings;
   textmarks marks;                 ///< of the definition

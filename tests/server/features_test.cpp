@@ -72,10 +72,16 @@ TEST_F(Features, OfferWhatCanBeWritten) {
                                             {"steps 5 ! ste|", ""},
                                             {"steps: |", ""},
                                             {"log_file \"a b|\"", "\"a b.log\""},
+                                            {"rf |", "\"b c.opt\" optxv.json s.def sub/"},
+                                            {"rf s|", "s.def sub/"},
+                                            {"rf sub/|", "sub/deep.opt"},
+                                            {"rf \"b|\"", "\"b c.opt\""},
+                                            {"rf ../no such/|", ""},
                                             {"quiet |", ""}};
+  std::filesystem::create_directory(path("sub"));
+  for (const char* name : {"sub/deep.opt", "b c.opt", ".hidden"}) save(name, "");
   for (const auto& [marked, labels] : rows) {
-    string got = offered("a.opt", marked);
-    if (marked.starts_with("quiet")) got = "";
+    const string got = offered("a.opt", marked);
     EXPECT_EQ(got, labels) << marked;
   }
   EXPECT_TRUE(offered("a.opt", "|").starts_with("Help time_limit steps old step_size size"));
@@ -102,6 +108,10 @@ TEST_F(Features, OfferRecordsOfADefinition) {
       {"foo macro 1 1 x\n ste|", "steps step_size"},
       {"foo synonym ti|", "time_limit"},
       {"foo deprecated\n qu|", "quiet"},
+      {"foo immediate R|", "ReadFile"},
+      {"foo boolean 9 |0 1 1 Foo", "1 0"},
+      {"foo enumstr 9 lo| 1 1 Foo\n long 1 Long\n low 2 Low\n", "long low"},
+      {"M| lookup", "Minos"},
       {"foo integer |", ""},
       {"* fo|", ""}};
   for (const auto& [marked, labels] : rows)
@@ -197,6 +207,35 @@ TEST_F(Features, RepairWhatIsFound) {
   const json all = ask("textDocument/codeAction", params)[0]["edit"]["changes"][uri("a.opt")];
   EXPECT_EQ(edited("stesp 5\ntime_limit: 5\nmethod simplx\nsteps 1 ! good\n", all),
             "steps 5\ntime_limit 5\nmethod simplex\nsteps 1 ! good\n");
+}
+
+/// Rules of lint look at each text as it is after an edit, beside the definition that is kept.
+TEST_F(Features, HintAtWhatCouldBeBetter) {
+  save("optxv.json",
+       R"({"definitions": [{"definition": "s.def", "files": ["*.opt"]}], "lint": true})");
+  start();
+  begin();
+  open("s.def", definition + string("spare group 3 9 Spare\n"), "optxv-definition");
+  const std::vector<string> ofdefinition = findings("s.def"), none;
+  ASSERT_EQ(ofdefinition.size(), 1U);
+  const string twice = "STEPS 5\nsteps 6\n";
+  const std::vector<string> found{"0:0-5 P201", "1:6-7 set-twice", "0:6-7 P102"};
+  open("a.opt", twice);
+  EXPECT_EQ(findings("a.opt"), found);
+  json params = document("a.opt");
+  params["range"] = {{"start", {{"line", 0}, {"character", 0}}},
+                     {"end", {{"line", 0}, {"character", 2}}}};
+  params["context"] = {{"only", {"quickfix"}}};
+  const json actions = ask("textDocument/codeAction", params);
+  ASSERT_EQ(actions.size(), 1U);
+  EXPECT_EQ(edited(twice, actions[0]["edit"]["changes"][uri("a.opt")]), "steps 5\nsteps 6\n");
+  for (const string text : {"* optxv: ignore P\nSTEPS 5\n", "steps 5\n"}) {
+    change("a.opt", text);
+    EXPECT_EQ(findings("a.opt"), none) << text;
+  }
+  change("a.opt", twice);
+  EXPECT_EQ(findings("a.opt"), found);
+  EXPECT_EQ(findings("s.def"), ofdefinition);
 }
 
 TEST_F(Features, ShowATextFromAbove) {

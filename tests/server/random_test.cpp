@@ -5,6 +5,7 @@
 #include <random>
 
 #include "editor.h"
+#include "lint/rules.h"
 
 namespace command {
 namespace {
@@ -108,17 +109,26 @@ class Random : public editor {
     }
     return all;
   }
-  /// What `optxv check --json` tells of the texts, with the parameter file and what it reads.
+  /// What `optxv check --json` tells of the texts, with the parameter file and what it reads, and
+  /// what `optxv lint` does, which a client gets as hints.
   std::multiset<row> checked(const string& flags) {
     for (const auto& [name, text] : texts_) std::ofstream(path(name), std::ios::binary) << text;
-    std::system(("cd '" + folder_.path() + "' && '" OPTXV_COMMAND_FILE "' check --json " + flags +
-                 " s.def a.opt >.out 2>.err")
+    std::multiset<row> all = printed("check " + flags, 0);
+    for (const row& each : printed("lint --all --select D,P " + flags, 4))
+      if (namesrules(std::get<2>(each))) all.insert(each);
+    return all;
+  }
+  /// The findings of a subcommand; with a severity, if it is not 0, in place of their own.
+  std::multiset<row> printed(const string& subcommand, int severity) {
+    std::system(("cd '" + folder_.path() + "' && '" OPTXV_COMMAND_FILE "' " + subcommand +
+                 " --json s.def a.opt >.out 2>.err")
                     .c_str());
     std::multiset<row> all;
+    const std::map<string, int> numbers = {{"error", 1}, {"warning", 2}, {"note", 3}};
     const json found = json::parse(folder_.get(".out"));
     for (const json& each : found["diagnostics"]) {
-      const string severity = each["severity"], name = each["file"];
-      if (severity == "help") continue;
+      const string name = each["file"];
+      if (each["severity"] == "help") continue;
       const linedtext lines(texts_[name]);
       const auto line = each.value("line", std::int64_t{0});
       const auto column = each.value("column", std::int64_t{0});
@@ -126,10 +136,7 @@ class Random : public editor {
       const auto whole = [&](std::size_t offset) {
         return lines.offset(lines.at(offset, encoding::utf16), encoding::utf16);
       };
-      all.emplace(name,
-                  severity == "error"     ? 1
-                  : severity == "warning" ? 2
-                                          : 3,
+      all.emplace(name, severity > 0 ? severity : numbers.at(each["severity"]),
                   each["code"].is_null() ? "" : each["code"].get<string>(),
                   whole(lines.offset(line, column)),
                   whole(lines.offset(line, column + each.value("length", std::int64_t{0}))));
@@ -147,7 +154,7 @@ TEST_F(Random, EditsTellWhatCheckTells) {
     findings_.clear();
     save("optxv.json",
          R"({"definitions": [{"definition": "s.def", "files": ["a.opt"], "tokens": )" +
-             string(tokens ? "true" : "false") + "}]}");
+             string(tokens ? "true" : "false") + R"(}], "lint": true})");
     texts_ = {
         {"s.def", definition}, {"a.opt", "rf inner.opt\nsteps x\n"}, {"inner.opt", "steps 5"}};
     save("s.def", definition);
