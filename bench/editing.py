@@ -92,8 +92,17 @@ def line_of(number):
     return f'option_{number:06} {number % 100}'
 
 
-def settings(count):
-    return ''.join(line_of(i) + '\n' for i in range(count))
+def good_lines(count):
+    return [line_of(i) for i in range(count)]
+
+
+def faulty_lines(count):
+    """A fourth of the lines has a name that no option has, and is near to some."""
+    return [line_of(i) if i % 4 else f'optoin_{i:06} 7' for i in range(count)]
+
+
+def text_of(lines):
+    return ''.join(line + '\n' for line in lines)
 
 
 def percentile(times):
@@ -110,16 +119,29 @@ def after(line, character, text):
     return (line + len(lines) - 1, len(lines[-1]) + (character if len(lines) == 1 else 0))
 
 
-def keystrokes(client, chance):
+def keystrokes(client, chance, lines):
     """One edit at random, a word put in or a few characters taken out, and its undoing: the seconds of both."""
-    line, character = chance.randrange(OPTIONS), chance.randrange(14)
+    line, character = chance.randrange(len(lines)), chance.randrange(14)
     place = (line, character)
     if chance.random() < 0.5:
         word = chance.choice(WORDS)
         return [client.change('a.opt', place, place, word), client.change('a.opt', place, after(*place, word), '')]
-    gone = line_of(line)[character:][:1 + chance.randrange(3)]
+    gone = lines[line][character:][:1 + chance.randrange(3)]
     end = (line, character + len(gone))
     return [client.change('a.opt', place, end, ''), client.change('a.opt', place, place, gone)]
+
+
+def measure_other(program, folder, name, lines, lint):
+    """A keystroke in a file of other lines, or with the rules of lint switched on."""
+    (folder / 'optxv.json').write_text(json.dumps(
+        {'definitions': [{'definition': 'solver.def', 'files': ['*.opt']}], 'lint': lint}))
+    chance = random.Random(14)
+    client = Client(program, folder)
+    client.begin()
+    client.open('a.opt', 'optxv-parameters', text_of(lines))
+    row(name, percentile([took for _ in range(EDITS // 4) for took in keystrokes(client, chance, lines)]), 30, 'ms')
+    client.end()
+    (folder / 'optxv.json').unlink()
 
 
 def measure(program, folder):
@@ -127,10 +149,11 @@ def measure(program, folder):
     (folder / 'solver.def').write_text(table(OPTIONS))
     client = Client(program, folder)
     client.begin()
-    client.open('a.opt', 'optxv-parameters', settings(OPTIONS))
+    lines = good_lines(OPTIONS)
+    client.open('a.opt', 'optxv-parameters', text_of(lines))
     edits, completions, hovers = [], [], []
     for _ in range(EDITS // 2):
-        edits += keystrokes(client, chance)
+        edits += keystrokes(client, chance, lines)
         place = {'textDocument': {'uri': client.uri('a.opt')},
                  'position': {'line': chance.randrange(OPTIONS), 'character': chance.randrange(14)}}
         completions.append(client.ask('textDocument/completion', place)[1])
@@ -140,10 +163,12 @@ def measure(program, folder):
     row('hover', percentile(hovers), 5, 'ms')
     start = client.memory()
     for _ in range(MANY // 2):
-        keystrokes(client, chance)
+        keystrokes(client, chance, lines)
     row('memory', client.memory(), 64, 'MiB')
     row('memory gained in 10,000 edits', client.memory() - start, 4, 'MiB')
     client.end()
+    measure_other(program, folder, 'a keystroke where 790 lines err', faulty_lines(OPTIONS), False)
+    measure_other(program, folder, 'a keystroke with lint', lines, True)
     client = Client(program, folder)
     client.begin()
     row('opening a table of 20,000', client.open('large.def', 'optxv-definition', table(LARGE)) * 1000, 1000, 'ms')

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/hearing.h"
 #include "optxv/optxv.hpp"
@@ -28,17 +29,26 @@ class trial {
   bool instructs() const { return heard_.instruction; }
 
  private:
-  struct instructions : listener {
+  /// What a line does.
+  struct effects : listener {
     void key(const optxv_key& key) override;
+    void stored(const optxv_store& store) override { set.push_back(store.option); }
+    void dotoption(const optxv_entry&) override { entries++; }
+    void indicator(const optxv_entry&) override { entries++; }
+
     optxv_handle handle = nullptr;
     bool instruction = false;
+    std::vector<std::int32_t> set = {};  ///< the options, until they are reset
+    std::size_t entries = 0;             ///< since all were reset
   };
+
+  void open();
+  void undo();
 
   std::string_view definition_;
   bool tokens_ = false;
   std::optional<optxv::options> options_;
-  std::optional<optxv::snapshot> start_;  ///< so that no line has an effect on the next
-  instructions heard_;
+  effects heard_;
   std::optional<hearing> hearing_;
 };
 
