@@ -9,9 +9,11 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "foundation/arithmetic.h"
+#include "foundation/exactreal.h"
 
 namespace optxv {
 
@@ -139,14 +141,18 @@ std::int64_t passexponent(cursor& c) {
   return minus ? -exponent : exponent;
 }
 
-/// What a number beyond the reals stands for, by the decimal exponent of its first digit that is
-/// not zero: 0.ddd times ten to a positive power overflows, anything else underflows.
-double beyondreals(std::string_view mantissa, std::int64_t exponent) {
-  const std::size_t first = mantissa.find_first_of("123456789");
-  if (first == std::string_view::npos) return 0;
-  const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
-  const std::int64_t scale = point - static_cast<std::int64_t>(first) + exponent;
-  return scale > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+/// The real that a text of digits, a point and an exponent stands for; mantissa and exponent are
+/// its parts. The parts alone do where the C++ library reads no reals, and where it does not tell
+/// on which side the number lies beyond them.
+double nearestreal([[maybe_unused]] std::string_view text, std::string_view mantissa,
+                   std::int64_t exponent) {
+#ifdef __cpp_lib_to_chars
+  double value = 0;
+  const plainarithmetic plain;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc()) return value;
+#endif
+  return exactreal(mantissa, exponent);
 }
 
 /// The unsigned decimal number at the cursor as strtod reads it. Takes nothing and gives 0 if
@@ -167,12 +173,7 @@ double convertreal(cursor& c) {
   }
   const std::string_view mantissa = c.text.substr(start, c.at - start);
   const std::int64_t exponent = passexponent(c);
-  double value = 0;
-  const char* text = c.text.data();
-  const plainarithmetic plain;
-  const auto result = std::from_chars(text + start, text + c.at, value);
-  if (result.ec == std::errc::result_out_of_range) return beyondreals(mantissa, exponent);
-  return value;
+  return nearestreal(c.text.substr(start, c.at - start), mantissa, exponent);
 }
 
 /// A number that begins with a point, at the cursor.
@@ -208,6 +209,16 @@ double _Q9_Val_d(std::string_view s, int& code) {
   const double value = c.peek() == '.' ? convertpoint(c) : convertreal(c);
   code = c.codehere();
   return minus && !lonepoint ? -value : value;
+}
+
+std::optional<double> realfromtext(std::string_view s) {
+  cursor c{s};
+  const bool minus = c.peek() == '-';
+  if (minus) ++c.at;
+  const std::size_t start = c.at;
+  const double value = convertreal(c);
+  if (c.at == start || !c.done()) return std::nullopt;
+  return minus ? -value : value;
 }
 
 namespace {
