@@ -249,7 +249,7 @@ shortstring formatreal(double value, int width, int decimals, bool exponent) {
   if (exponent)
     std::transform(buffer.data(), end, buffer.data(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-  const int missing = std::isfinite(value) ? std::max(decimals, 0) - kept : 0;
+  const int missing = isfinitereal(value) ? std::max(decimals, 0) - kept : 0;
   return infield({buffer.data(), static_cast<std::size_t>(end - buffer.data())}, width, missing);
 }
 
@@ -275,18 +275,19 @@ shortstring _Q9_Str_d1(double value, int width) {
 }
 
 shortstring _Q9_Str_d2(double value, int width, int decimals) {
-  return formatreal(value, width, decimals, std::fabs(value) > 1e37);
+  return formatreal(value, width, decimals, isbelow(1e37, std::fabs(value)));
 }
 
 std::int64_t round(double value) {
   constexpr double limit = 9223372036854775808.0;  // 2 to the power of 63
-  if (std::isnan(value)) return 0;
+  if (isnotanumber(value)) return 0;
   const plainarithmetic plain;
   const volatile double half = std::signbit(value) ? -0.5 : 0.5;
   const volatile double sum = value + half;
   if (sum >= limit) return std::numeric_limits<std::int64_t>::max();
   if (sum < -limit) return std::numeric_limits<std::int64_t>::min();
-  return static_cast<std::int64_t>(sum);
+  const volatile auto whole = static_cast<std::int64_t>(sum);
+  return whole;
 }
 
 int fpclass(double value) {
