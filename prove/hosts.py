@@ -51,19 +51,18 @@ def make_locale(folder):
 
 
 def make_nested(folder):
-    """Lists in one another and files in one another, as deep as both may be."""
+    """Lists and macros in one another, to the last level that is allowed and one beyond it; and an entry with them in
+    the last of the files in one another."""
     lines = ['Group group 1 1 Group', 'last integer 1 5 0 100 1 1 The last', 'read immediate ReadFile 1 1 Reads a file']
     inner = 'last'
-    for level in range(LEVELS):
-        lines += [f'level{level} multilist {level + 2} 1 1 A level', f' {inner}']
+    for level in range(1, LEVELS + 2):
+        kind = 'macro' if level % 2 else f'multilist {level + 1}'
+        lines += [f'level{level} {kind} 1 1 A level', f' {inner}']
         inner = f'level{level}'
-    lines += [f'files{level} multilist {LEVELS + level + 2} 1 1 A level\n {"read" if level == 0 else f"files{level - 1}"}'
-              for level in range(LEVELS // FILES)]
     (folder / 'nested.def').write_text('\n'.join(lines) + '\n', encoding='ascii')
-    for depth in range(FILES + 1):
-        further = f'files{LEVELS // FILES - 1} {folder}/nested{depth + 1}.opt\n' if depth < FILES else ''
-        text = f'{further}{inner} {10 + depth}\n'
-        (folder / f'nested{depth}.opt').write_text(text, encoding='ascii')
+    for depth in range(1, FILES + 1):
+        text = f'read {folder}/nested{depth + 1}.opt' if depth < FILES else f'level{LEVELS} 19\nlevel{LEVELS + 1} 20'
+        (folder / f'nested{depth}.opt').write_text(text + '\n', encoding='ascii')
 
 
 def without_proc():
@@ -93,6 +92,8 @@ def try_library(folder, locale, noproc, left_out):
     starts = {'noproc': noproc}
     wanted = {host: notes_of(host, folder) for host in ('plain', 'nested', 'statuses')}
     faults = [f'{host}: status {status}' for host, (status, _) in wanted.items() if status != 0]
+    if b'\nlast 1 19 ' not in wanted['nested'][1] or b'Members nested too deep' not in wanted['nested'][1]:
+        faults.append('nested: not as deep as can be')
     tried = len(wanted)
     for host, model in SAME.items():
         if variables.get(host, {}) is None or starts.get(host, []) is None:

@@ -5,7 +5,6 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -23,6 +22,7 @@
 
 #include "optxv/embedding.h"
 #include "optxv/optxv.h"
+#include "support/smallstack.h"
 
 #if defined(__x86_64__)
 #include <xmmintrin.h>
@@ -117,7 +117,7 @@ void nested() {
   optHandle options = nullptr;
   xcreate(&options);
   note(std::to_string(coptReadDefinition(options, (folder + "nested.def").c_str())));
-  note(std::to_string(coptReadParameterFile(options, (folder + "nested0.opt").c_str())));
+  note(std::to_string(coptReadParameterFile(options, (folder + "nested1.opt").c_str())));
   notevalues(options);
   notemessages(options);
   xfree(&options);
@@ -125,20 +125,8 @@ void nested() {
 
 // --- The changes
 
-void* run(void* what) {
-  (*static_cast<std::function<void()>*>(what))();
-  return nullptr;
-}
-
-/// Runs it in a thread with a stack of so many bytes.
-void onstack(std::size_t size, std::function<void()> what) {
-  pthread_attr_t attributes;
-  pthread_attr_init(&attributes);
-  pthread_t thread;
-  if (pthread_attr_setstacksize(&attributes, size) != 0 ||
-      pthread_create(&thread, &attributes, run, &what) != 0)
-    std::exit(3);
-  pthread_join(thread, nullptr);
+void onsmallstack(void (*what)()) {
+  if (!optxv::test::onstack(std::size_t{128} << 10, what)) std::exit(3);
 }
 
 /// Does it under a limit, which is lifted after it.
@@ -243,9 +231,9 @@ const change changes[] = {
        tick(), session(), untick();
        if (ticks == 0) std::exit(3);
      }},
-    {"smallstack", [] { onstack(std::size_t{128} << 10, session); }},
+    {"smallstack", [] { onsmallstack(session); }},
     {"nested", nested},
-    {"nestedsmall", [] { onstack(std::size_t{128} << 10, nested); }},
+    {"nestedsmall", [] { onsmallstack(nested); }},
     {"statuses", statuses},
     {"nofiles", [] { under(RLIMIT_NOFILE, 3, statuses); }},
     {"nobytes", [] { std::signal(SIGXFSZ, SIG_IGN), under(RLIMIT_FSIZE, 0, statuses); }},
