@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -16,6 +17,10 @@
 #include "foundation/exactreal.h"
 
 namespace optxv {
+
+// What every conversion here takes for granted.
+static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8);
+static_assert(FLT_EVAL_METHOD == 0 || FLT_EVAL_METHOD == 1, "reals of 64 bits: -mfpmath=sse");
 
 namespace {
 

@@ -470,7 +470,8 @@ bool isplain(double x) noexcept {
 shortstring dbltostr(double x) noexcept {
   if (iszero(x)) return "0";
   const shortstring padded = _Q9_Str_d0(x);
-  const std::string_view text = padded.view().substr(padded.view().find_first_not_of(' '));
+  std::string_view text = padded.view();
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   const std::size_t e = text.find('E');
   if (e == none) return text;  // INF or NAN
   const realparts parts = partsof(text, e);
