@@ -24,6 +24,11 @@ if(PROJECT_IS_TOP_LEVEL)
   endif()
 endif()
 
+# Where these have 32 bits by themselves: a file may be larger, its inode too, and a year later than 2038.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  add_compile_definitions(_FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
+
 set(optxv_sanitizers ${OPTXV_SANITIZE})
 if(OPTXV_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)

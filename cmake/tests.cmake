@@ -4,6 +4,17 @@
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
+# What a test starts as the command: itself or, for a machine that this one only emulates, a script that starts it.
+if(build_command)
+  set(command_file $<TARGET_FILE:optxv_command>)
+  if(CMAKE_CROSSCOMPILING_EMULATOR)
+    list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " emulator)
+    set(command_file ${PROJECT_BINARY_DIR}/emulated/optxv)
+    file(GENERATE OUTPUT ${command_file} CONTENT "#!/bin/sh\nexec ${emulator} $<TARGET_FILE:optxv_command> \"$@\"\n"
+         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+  endif()
+endif()
+
 # What a test from outside needs: tests/api the library, tests/command and tests/server the command too.
 function(optxv_outside_test target folder)
   target_link_libraries(${target} PRIVATE optxv ${CMAKE_DL_LIBS})
@@ -11,7 +22,7 @@ function(optxv_outside_test target folder)
                                                OPTXV_LIBRARY_FILE="$<TARGET_FILE:optxv>")
   if(folder MATCHES "^(command|server)$")
     target_link_libraries(${target} PRIVATE optxv_command_objects)
-    target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="$<TARGET_FILE:optxv_command>")
+    target_compile_definitions(${target} PRIVATE OPTXV_COMMAND_FILE="${command_file}")
     add_dependencies(${target} optxv_command)
   endif()
 endfunction()

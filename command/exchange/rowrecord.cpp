@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
+#include "foundation/numtext.h"
 #include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
@@ -17,6 +17,7 @@ constexpr std::string_view helpcontext = "1";  // 0 would hide the option
 constexpr std::size_t longestfield = 255;
 constexpr std::size_t widesthelp = 100;
 constexpr double largest = 1e299;  // the real that stands for no bound
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 // --- Types
 
@@ -65,14 +66,11 @@ std::optional<double> realof(std::string text) {
   if (isone(text, {"maxint", "minint"}))
     return isone(text, {"maxint"}) ? 2147483647.0 : -2147483648.0;
   if (isone(text, {"eps"})) return 1e-20;
+  if (isone(text, {"inf", "infinity"})) return infinity;
+  if (isone(text, {"-inf", "-infinity"})) return -infinity;
   for (char& c : text)
     if (folded(c) == 'd') c = 'e';
-  double value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [at, error] = std::from_chars(text.data(), end, value);
-  if (text.empty() || at != end || std::isnan(value)) return std::nullopt;
-  if (error == std::errc()) return value;
-  return std::strtod(text.c_str(), nullptr);
+  return optxv::realfromtext(text);
 }
 
 /// A real as a definition has it: its largest one stands for all beyond it.

@@ -1,11 +1,10 @@
 #include "exchange/valuetext.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
+#include "foundation/numtext.h"
 #include "text/entrytext.h"
 #include "text/names.h"
 #include "text/printable.h"
@@ -48,11 +47,9 @@ std::string scalarwords(const optxv::options& table, const optxv::option& option
 
 // --- Numbers
 
-/// A number as a real; an infinity beyond the reals, as all who read JSON take it.
+/// A number of JSON as a real; an infinity beyond the reals, as all who read JSON take it.
 double realof(const std::string& text) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() ? value : std::strtod(text.c_str(), nullptr);
+  return optxv::realfromtext(text).value_or(0);
 }
 
 /// A number as a whole one of 32 bits. It may be written as 1e3 or 5.0, which are whole ones too.

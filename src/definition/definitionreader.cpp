@@ -4,6 +4,7 @@
 #include <array>
 
 #include "definition/definitionentries.h"
+#include "foundation/arithmetic.h"
 #include "options/optionkinds.h"
 
 namespace optxv {
@@ -318,7 +319,8 @@ void definitionreader::readbounded(Value& low, Value& high, Value& standard,
   (this->*next)(optxv_field_low, low, "Bad low value");
   (this->*next)(optxv_field_high, high, "Bad high value");
   readhelp(helpcontextfault);
-  check(low <= standard && standard <= high, optxv_fault_default_range, "Default not in range", at);
+  check(atmost(low, standard) && atmost(standard, high), optxv_fault_default_range,
+        "Default not in range", at);
   auto option = options.make<Option>(name, standard, low, high, help());
   modify(*option);
   toption& entered = *option;

@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <limits>
 
 #if defined(__x86_64__)
 #include <xmmintrin.h>
@@ -57,7 +58,8 @@ class plainarithmetic {
 #endif
 };
 
-// By their bits, since a comparison takes a denormal for 0 where the host has chosen that.
+// By their bits, since a comparison takes a denormal for 0 where the host has chosen that, and may
+// trap on one or on a not-a-number.
 
 /// 0 or -0.
 constexpr bool iszero(double x) noexcept {
@@ -67,6 +69,45 @@ constexpr bool iszero(double x) noexcept {
 /// Not 0, but below the smallest real of full precision.
 constexpr bool isdenormal(double x) noexcept {
   return !iszero(x) && (std::bit_cast<std::uint64_t>(x) >> 52 & 0x7FF) == 0;
+}
+
+constexpr bool isnotanumber(double x) noexcept {
+  return std::bit_cast<std::uint64_t>(x) << 1 > std::uint64_t{0x7FF} << 53;
+}
+
+/// Neither an infinity nor a not-a-number.
+constexpr bool isfinitereal(double x) noexcept {
+  return std::bit_cast<std::uint64_t>(x) << 1 < std::uint64_t{0x7FF} << 53;
+}
+
+constexpr bool samebits(double a, double b) noexcept {
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+/// Whole numbers in the order of the reals, one for 0 and -0. REQUIRES: not a not-a-number.
+constexpr std::int64_t rankof(double x) noexcept {
+  const auto bits = std::bit_cast<std::int64_t>(x);
+  return bits < 0 ? std::numeric_limits<std::int64_t>::min() - bits : bits;
+}
+
+/// a < b, and a <= b: false if one of them is a not-a-number.
+constexpr bool isbelow(double a, double b) noexcept {
+  return !isnotanumber(a) && !isnotanumber(b) && rankof(a) < rankof(b);
+}
+constexpr bool atmost(double a, double b) noexcept {
+  return !isnotanumber(a) && !isnotanumber(b) && rankof(a) <= rankof(b);
+}
+constexpr bool atmost(std::int32_t a, std::int32_t b) noexcept {
+  return a <= b;
+}
+
+/// Whether a real is an integer of 32 bits.
+constexpr bool iswhole(double x) noexcept {
+  using limits = std::numeric_limits<std::int32_t>;
+  if (!atmost(double{limits::min()}, x) || !atmost(x, double{limits::max()})) return false;
+  const auto bits = std::bit_cast<std::uint64_t>(x);
+  const int exponent = static_cast<int>(bits >> 52 & 0x7FF) - 1023;
+  return iszero(x) || (exponent >= 0 && bits << (12 + exponent) == 0);
 }
 
 }  // namespace optxv

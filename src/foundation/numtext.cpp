@@ -6,14 +6,21 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "foundation/arithmetic.h"
+#include "foundation/exactreal.h"
 
 namespace optxv {
+
+// What every conversion here takes for granted.
+static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8);
+static_assert(FLT_EVAL_METHOD == 0 || FLT_EVAL_METHOD == 1, "reals of 64 bits: -mfpmath=sse");
 
 namespace {
 
@@ -139,14 +146,18 @@ std::int64_t passexponent(cursor& c) {
   return minus ? -exponent : exponent;
 }
 
-/// What a number beyond the reals stands for, by the decimal exponent of its first digit that is
-/// not zero: 0.ddd times ten to a positive power overflows, anything else underflows.
-double beyondreals(std::string_view mantissa, std::int64_t exponent) {
-  const std::size_t first = mantissa.find_first_of("123456789");
-  if (first == std::string_view::npos) return 0;
-  const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
-  const std::int64_t scale = point - static_cast<std::int64_t>(first) + exponent;
-  return scale > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+/// The real that a text of digits, a point and an exponent stands for; mantissa and exponent are
+/// its parts. The parts alone do where the C++ library reads no reals, and where it does not tell
+/// on which side the number lies beyond them.
+double nearestreal([[maybe_unused]] std::string_view text, std::string_view mantissa,
+                   std::int64_t exponent) {
+#ifdef __cpp_lib_to_chars
+  double value = 0;
+  const plainarithmetic plain;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc()) return value;
+#endif
+  return exactreal(mantissa, exponent);
 }
 
 /// The unsigned decimal number at the cursor as strtod reads it. Takes nothing and gives 0 if
@@ -167,12 +178,7 @@ double convertreal(cursor& c) {
   }
   const std::string_view mantissa = c.text.substr(start, c.at - start);
   const std::int64_t exponent = passexponent(c);
-  double value = 0;
-  const char* text = c.text.data();
-  const plainarithmetic plain;
-  const auto result = std::from_chars(text + start, text + c.at, value);
-  if (result.ec == std::errc::result_out_of_range) return beyondreals(mantissa, exponent);
-  return value;
+  return nearestreal(c.text.substr(start, c.at - start), mantissa, exponent);
 }
 
 /// A number that begins with a point, at the cursor.
@@ -210,6 +216,16 @@ double _Q9_Val_d(std::string_view s, int& code) {
   return minus && !lonepoint ? -value : value;
 }
 
+std::optional<double> realfromtext(std::string_view s) {
+  cursor c{s};
+  const bool minus = c.peek() == '-';
+  if (minus) ++c.at;
+  const std::size_t start = c.at;
+  const double value = convertreal(c);
+  if (c.at == start || !c.done()) return std::nullopt;
+  return minus ? -value : value;
+}
+
 namespace {
 
 // No double has more than 1074 decimals: what printf adds after them is zeros, and they begin
@@ -238,7 +254,7 @@ shortstring formatreal(double value, int width, int decimals, bool exponent) {
   if (exponent)
     std::transform(buffer.data(), end, buffer.data(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-  const int missing = std::isfinite(value) ? std::max(decimals, 0) - kept : 0;
+  const int missing = isfinitereal(value) ? std::max(decimals, 0) - kept : 0;
   return infield({buffer.data(), static_cast<std::size_t>(end - buffer.data())}, width, missing);
 }
 
@@ -264,18 +280,19 @@ shortstring _Q9_Str_d1(double value, int width) {
 }
 
 shortstring _Q9_Str_d2(double value, int width, int decimals) {
-  return formatreal(value, width, decimals, std::fabs(value) > 1e37);
+  return formatreal(value, width, decimals, isbelow(1e37, std::fabs(value)));
 }
 
 std::int64_t round(double value) {
   constexpr double limit = 9223372036854775808.0;  // 2 to the power of 63
-  if (std::isnan(value)) return 0;
+  if (isnotanumber(value)) return 0;
   const plainarithmetic plain;
   const volatile double half = std::signbit(value) ? -0.5 : 0.5;
   const volatile double sum = value + half;
   if (sum >= limit) return std::numeric_limits<std::int64_t>::max();
   if (sum < -limit) return std::numeric_limits<std::int64_t>::min();
-  return static_cast<std::int64_t>(sum);
+  const volatile auto whole = static_cast<std::int64_t>(sum);
+  return whole;
 }
 
 int fpclass(double value) {

@@ -2,12 +2,13 @@
 //
 // Everything here has exactly the results of the C library's conversions in its default locale
 // (strtol, strtod, printf of ISO C), whatever locale the host program has set: it is built on
-// std::from_chars and std::to_chars, which know no locale. Nor does it depend on the mode of
-// arithmetic (rounding, denormals taken for 0), which stays as it was. The trimmed and symbolic
-// forms that users see are made of these in strutilx.
+// std::from_chars, std::to_chars and exactreal, which know no locale. Nor does it depend on the
+// mode of arithmetic (rounding, denormals taken for 0), which stays as it was. The trimmed and
+// symbolic forms that users see are made of these in strutilx.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "foundation/boundedstring.h"
@@ -34,6 +35,10 @@ std::int32_t val_spd(std::string_view s, int& code, bool& saturated);
 /// KEEP: a first digit followed by x or X is bad at the x with value 0, whatever the digit.
 /// KEEP: D and d never belong to a number here; "inf" and "nan" are bad.
 double _Q9_Val_d(std::string_view s, int& code);
+
+/// The real that a whole text is: a minus or none, digits with at most one point, an exponent with
+/// e or E or none. Nothing for any other text. Beyond the reals, an infinity or a 0.
+OPTXV_EXPORT std::optional<double> realfromtext(std::string_view s);
 
 /// printf's "%d".
 shortstring _Q9_Str_i0(std::int32_t value);

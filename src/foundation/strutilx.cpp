@@ -462,7 +462,7 @@ shortstring exponenttext(const realparts& x) noexcept {
 }
 
 bool isplain(double x) noexcept {
-  return std::fabs(x) >= 0.0001 && std::fabs(x) < 1e15;
+  return atmost(0.0001, std::fabs(x)) && isbelow(std::fabs(x), 1e15);
 }
 
 }  // namespace
@@ -470,7 +470,8 @@ bool isplain(double x) noexcept {
 shortstring dbltostr(double x) noexcept {
   if (iszero(x)) return "0";
   const shortstring padded = _Q9_Str_d0(x);
-  const std::string_view text = padded.view().substr(padded.view().find_first_not_of(' '));
+  std::string_view text = padded.view();
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   const std::size_t e = text.find('E');
   if (e == none) return text;  // INF or NAN
   const realparts parts = partsof(text, e);
@@ -478,8 +479,8 @@ shortstring dbltostr(double x) noexcept {
 }
 
 shortstring dbltostrex(double x) noexcept {
-  if (x == maxdouble) return "maxdouble";
-  if (x == -maxdouble) return "mindouble";
+  if (samebits(x, maxdouble)) return "maxdouble";
+  if (samebits(x, -maxdouble)) return "mindouble";
   return dbltostr(x);
 }
 
@@ -545,15 +546,14 @@ bool strasdoubleex(std::string_view s, double& x) noexcept {
   x = _Q9_Val_d(s, code);
   if (code != 0 && lchsetpos(exponentletters, s) != 0)
     x = _Q9_Val_d(replacechar(exponentletters, 'E', s), code);
-  return std::isfinite(x) && code == 0;
+  return isfinitereal(x) && code == 0;
 }
 
 bool strasintex2(std::string_view s, std::int32_t& n) noexcept {
   if (strasintex(s, n)) return true;
   n = 0;
   double d = 0;
-  if (!strasdoubleex(s, d)) return false;
-  if (d < -2147483648.0 || d > 2147483647.0 || d != std::trunc(d) || isdenormal(d)) return false;
+  if (!strasdoubleex(s, d) || !iswhole(d)) return false;
   n = static_cast<std::int32_t>(d);
   return true;
 }

@@ -1,9 +1,8 @@
 // The functions of the second public header that get and set values, by name and by number.
 
-#include <cmath>
-#include <limits>
 #include <type_traits>
 
+#include "foundation/arithmetic.h"
 #include "foundation/pchutil.h"
 #include "foundation/strutilx.h"
 #include "frame/status.h"
@@ -45,12 +44,6 @@ auto integersetter(std::int32_t value) {
     else
       option.setasinteger12(second, value);
   };
-}
-
-/// Whether a real is an integer of 32 bits.
-bool iswhole(double value) {
-  using limits = std::numeric_limits<std::int32_t>;
-  return value >= limits::min() && value <= limits::max() && std::trunc(value) == value;
 }
 
 void refusereal(const toption& option, double value) {

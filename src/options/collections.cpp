@@ -1,6 +1,7 @@
 // The kinds that hold no scalar value: multi-lists, string lists, macros and immediate options.
 // They are declared in toption.h.
 
+#include <forward_list>
 #include <unordered_set>
 #include <vector>
 
@@ -12,8 +13,8 @@ namespace optxv {
 
 namespace {
 
-/// Lists and macros may be nested to any depth, and a value goes down through all of them on the
-/// stack. The limit is far deeper than any real table, and well within a small stack.
+/// Lists and macros may be nested to any depth, and a list may be a member of itself. The limit is
+/// far deeper than any real table.
 constexpr std::int32_t maximumnesting = 500;
 /// A macro may name a macro twice, and with a few dozen such levels an entry would not end. The
 /// limit is far more than any real table needs, and is reached within milliseconds. All that an
@@ -91,6 +92,84 @@ class tokencutter {
   std::size_t position_ = 0;
 };
 
+/// A list or macro with the text that it hands on.
+class level {
+ public:
+  level(tmultilistoption& list, std::string_view text)
+      : list_(&list), text_(text), cutter_(text), nesting_(list, roadList) {}
+  level(tmacrooption& macro, std::string_view text)
+      : macro_(&macro), text_(text), cutter_(text), nesting_(macro, roadMacro) {}
+
+  /// The next member, nil for one that does not exist, and what is for it; false when that was all.
+  bool next(toption*& member, std::string_view& part) {
+    return list_ != nullptr ? nextoflist(member, part) : nextofmacro(member, part);
+  }
+
+ private:
+  bool nextoflist(toption*& member, std::string_view& part) {
+    if (!cutter_.next(part) || !nesting_.handon()) return false;
+    nesting_.handpart(static_cast<std::size_t>(part.data() - text_.data()), part.size());
+    if (index_ == list_->members.count()) {
+      nesting_.complain(optxv_fault_list_overflow, "Too many items for multilist ");
+      return false;
+    }
+    member = list_->owner->getobjects(list_->member(index_++));
+    return true;
+  }
+
+  bool nextofmacro(toption*& member, std::string_view& part) {
+    if (index_ == macro_->members.count() || !nesting_.handon()) return false;
+    part = text_;
+    member = macro_->member(index_++);
+    return true;
+  }
+
+  tmultilistoption* list_ = nullptr;
+  tmacrooption* macro_ = nullptr;
+  std::string_view text_;
+  tokencutter cutter_;
+  std::int32_t index_ = 0;
+  nesting nesting_;
+};
+
+/// The innermost is the first, and leaves first, also when an exception ends it: each puts back
+/// what it replaced.
+struct levels : std::forward_list<level> {
+  levels() = default;
+  levels(const levels&) = delete;
+  levels& operator=(const levels&) = delete;
+  ~levels() {
+    while (!empty()) pop_front();
+  }
+};
+
+void hand(levels& waiting, toption& option, std::string_view text) {
+  auto* const list = askind<tmultilistoption>(&option);
+  auto* const macro = askind<tmacrooption>(&option);
+  if (list == nullptr && macro == nullptr) return option.setasstring(text);
+  if (!option.takestext(text)) return;
+  if (list != nullptr)
+    waiting.emplace_front(*list, text);
+  else
+    waiting.emplace_front(*macro, text);
+}
+
+/// Hands a text down through lists and macros. Those that are not done yet wait in memory and not
+/// on the stack, of which the thread of a host may have little.
+template <class Collection>
+void handdown(Collection& outermost, std::string_view text) {
+  levels waiting;
+  waiting.emplace_front(outermost, text);
+  while (!waiting.empty()) {
+    toption* member = nullptr;
+    std::string_view part;
+    if (!waiting.front().next(member, part))
+      waiting.pop_front();
+    else if (member != nullptr)
+      hand(waiting, *member, part);
+  }
+}
+
 }  // namespace
 
 // --- Multi-list --------------------------------------------------------------------------------
@@ -114,15 +193,7 @@ bool tmultilistoption::hasmember(std::int32_t index) const {
 }
 
 void tmultilistoption::setasstring(std::string_view text) {
-  nesting level(*this, roadList);
-  tokencutter cutter(text);
-  std::string_view token;
-  for (std::int32_t i = 0; cutter.next(token) && level.handon(); ++i) {
-    level.handpart(static_cast<std::size_t>(token.data() - text.data()), token.size());
-    if (i == members.count())
-      return level.complain(optxv_fault_list_overflow, "Too many items for multilist ");
-    if (toption* option = owner->getobjects(member(i))) option->setasstring(token);
-  }
+  handdown(*this, text);
 }
 
 void tmultilistoption::reset() {
@@ -180,8 +251,7 @@ toption* tmacrooption::member(std::int32_t index) const {
 }
 
 void tmacrooption::setasstring(std::string_view text) {
-  nesting level(*this, roadMacro);
-  for (std::int32_t i = 0; i < members.count() && level.handon(); ++i) member(i)->setasstring(text);
+  handdown(*this, text);
 }
 
 void tmacrooption::reset() {

@@ -1,6 +1,7 @@
 // The six scalar kinds: how each is made, and its checked setters, the only place where a value is
 // compared with its option's bounds or allowed values. They are declared in toption.h.
 
+#include "foundation/arithmetic.h"
 #include "foundation/strutilx.h"
 #include "language/listener.h"
 #include "language/words.h"
@@ -136,7 +137,7 @@ tdbloption::tdbloption(std::string_view name, tzmaoptions* table, double standar
       highbound(high) {}
 
 void tdbloption::setasdouble12(bool second, double v) {
-  checkedstore(*this, second, v, lowbound <= v && v <= highbound,
+  checkedstore(*this, second, v, atmost(lowbound, v) && atmost(v, highbound),
                [&](messagekind kind) { refuse(*this, kind, v); });
 }
 

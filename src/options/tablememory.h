@@ -2,6 +2,7 @@
 // blocks, which takes less room and time than a block of the heap for each.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -32,8 +33,8 @@ class kepttext {
 /// Gives out memory that is all given back at once, at the end of this object.
 class tablememory {
  public:
-  /// What take gives is aligned for objects that ask for no more than a pointer does.
-  static constexpr std::size_t alignment = alignof(void*);
+  /// What take gives is aligned for objects of pointers and reals.
+  static constexpr std::size_t alignment = std::max(alignof(void*), alignof(double));
 
   /// Room for an object. Raises std::bad_alloc if there is none.
   void* take(std::size_t size);

@@ -128,9 +128,14 @@ bool badquote(const toption& option, std::string_view text) {
 
 }  // namespace
 
+bool toption::takestext(std::string_view text) {
+  if (subtype != optsubNoValue) return !badquote(*this, text);
+  setdefined(1);
+  return false;
+}
+
 void toption::setasstring(std::string_view text) {
-  if (subtype == optsubNoValue) return setdefined(1);
-  if (badquote(*this, text)) return;
+  if (!takestext(text)) return;
   withkind(*this, [text](auto& option) { option.setasstring(text); });
 }
 

@@ -168,6 +168,8 @@ class toption : public toptionx {
   /// a text with a double quote is refused; an immediate option ignores the text. A refusal leaves
   /// a message in the owner's queue, and the option as it was.
   void setasstring(std::string_view text);
+  /// Whether setasstring goes on to the value; what it does before that is done.
+  bool takestext(std::string_view text);
 
   /// Assigns the second value of a scalar option; the other kinds ignore it.
   /// KEEP: unlike setasstring there is no test for an option that takes no value.
@@ -418,8 +420,8 @@ class tstrlistoption : public toption {
 
 /// Hands one text to each of its members. It stores nothing and is never set.
 ///
-/// Lists and macros may be nested at most 500 deep, and one value goes to at most 5,000,000
-/// members: past that an assignment causes a message and ends, so that no table can keep it busy
+/// Lists and macros may be nested at most 500 deep, and one entry hands on at most 100,000
+/// values: past that an assignment causes a message and ends, so that no table can keep it busy
 /// for ever. The values given before stay.
 class tmacrooption : public toption {
  public:

@@ -107,7 +107,7 @@ std::size_t extensionstart(std::string_view name) noexcept {
 }
 
 bool belowzero(double x) noexcept {
-  return std::signbit(x) && !iszero(x) && !std::isnan(x);
+  return std::signbit(x) && !iszero(x) && !isnotanumber(x);
 }
 
 constexpr int mostdecimals = 14;  // after the point of a real's default text
@@ -123,7 +123,7 @@ double roundedmagnitude(double magnitude, int decimals) noexcept {
   // In two steps, since ten to the lowest exponent is no real.
   const int half = exponent / 2;
   const double result = digits * std::pow(10.0, half) * std::pow(10.0, exponent - half);
-  return std::isfinite(result) ? result : magnitude;  // rounded up beyond the largest real
+  return isfinitereal(result) ? result : magnitude;  // rounded up beyond the largest real
 }
 
 }  // namespace
@@ -227,7 +227,7 @@ shortstring floattoe(double x, int decimals) noexcept {
   decimals = std::clamp(decimals, 0, mostdecimals);
   const plainarithmetic plain;
   const volatile double magnitude = std::fabs(x);
-  const bool asis = iszero(magnitude) || !std::isfinite(magnitude);
+  const bool asis = iszero(magnitude) || !isfinitereal(magnitude);
   const volatile double shownvalue = asis ? magnitude : roundedmagnitude(magnitude, decimals);
   const shortstring shown = _Q9_Str_d0(shownvalue);
   const std::string_view text = shown.view().substr(shown.view().find_last_of(' ') + 1);
@@ -242,10 +242,15 @@ double realround(double x) noexcept {
   const plainarithmetic plain;
   const volatile double half = belowzero(x) ? -0.5 : 0.5;
   const volatile double sum = x + half;
-  return std::trunc(sum);
+  return realtrunc(sum);
 }
 double realtrunc(double x) noexcept {
-  return std::trunc(x);
+  // By its bits: a compiler may make std::trunc of operations that trap.
+  const auto bits = std::bit_cast<std::uint64_t>(x);
+  const int exponent = static_cast<int>(bits >> 52 & 0x7FF) - 1023;
+  if (exponent >= 52) return x;
+  const int fraction = exponent < 0 ? 63 : 52 - exponent;
+  return std::bit_cast<double>(bits >> fraction << fraction);
 }
 
 }  // namespace optxv

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "foundation/arithmetic.h"
 #include "foundation/numtext.h"
 #include "foundation/strutilx.h"
 
@@ -43,31 +44,42 @@ constexpr std::int64_t onnone = -1;
 /// Which multiple of unit a real is, onnone if it is too far from any. A not-a-number is 0 of it.
 std::int64_t multipleof(double x, double unit) noexcept {
   constexpr double tolerance = 1e-5;
-  const double v = x / unit;
-  const std::int64_t k = round(v);
-  return std::fabs(static_cast<double>(k) - v) > tolerance ? onnone : k;
+  const plainarithmetic plain;
+  const volatile double dividend = x, v = dividend / unit;
+  const volatile std::int64_t k = round(v);
+  const volatile double distance = static_cast<double>(k) - v;
+  return isbelow(tolerance, std::fabs(distance)) ? onnone : k;
+}
+
+/// The acronym of today for one of old.
+double presentacronym(double x) noexcept {
+  const plainarithmetic plain;
+  const volatile double dividend = x, quotient = dividend / old_valacr;
+  const volatile double which = static_cast<double>(round(quotient));
+  const volatile double result = which * valacr;
+  return result;
 }
 
 }  // namespace
 
 std::int32_t mapval(double x) noexcept {
-  if (x < valund) return 0;
-  if (x >= valacr) return acronymclass;
+  if (isbelow(x, valund)) return 0;
+  if (atmost(valacr, x)) return acronymclass;
   const std::int64_t k = multipleof(x, valund);
   if (k == onnone) return undefinedclass;
   return k >= undefinedclass && k <= epsilonclass ? static_cast<std::int32_t>(k) : acronymclass;
 }
 
 std::int32_t xmapval(double x) noexcept {
-  if (x >= valund) return mapval(x) + 2;
-  if (x < 0) return 0;
-  return x == 0 ? 1 : 2;
+  if (atmost(valund, x)) return mapval(x) + 2;
+  if (isbelow(x, 0)) return 0;
+  return iszero(x) ? 1 : 2;
 }
 
 double old_new_val(double x) noexcept {
   const double present[] = {valund, valund, valna, valpin, valmin, valeps};
-  if (x < old_valund) return x;
-  if (x >= old_valacr) return static_cast<double>(round(x / old_valacr)) * valacr;
+  if (isbelow(x, old_valund)) return x;
+  if (atmost(old_valacr, x)) return presentacronym(x);
   const std::int64_t k = multipleof(x, old_valund);
   return k == onnone || k > epsilonclass ? valund : present[k];
 }

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -65,9 +67,27 @@ std::string onerun(const std::string& own) {
   return all + text;
 }
 
+/// Sets the locale of the process again and again, as a host may do at any time.
+class changinglocale {
+ public:
+  ~changinglocale() {
+    done_ = true;
+    changer_.join();
+    std::setlocale(LC_ALL, "C");
+  }
+
+ private:
+  std::atomic<bool> done_ = false;
+  std::thread changer_{[this] {
+    while (!done_)
+      for (const char* name : {"C.UTF-8", "C", "POSIX"}) std::setlocale(LC_ALL, name);
+  }};
+};
+
 TEST(Threads, HandlesAreFreeOfEachOther) {
   const optxv::test::scratchfolder folder;
   const std::string alone = onerun(folder / "alone.opt");
+  const changinglocale besides;
   std::vector<int> differ(4, 0);
   std::vector<std::thread> threads;
   for (std::size_t which = 0; which < differ.size(); ++which)

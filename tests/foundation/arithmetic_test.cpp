@@ -11,6 +11,7 @@
 #include "foundation/sortedlists.h"
 #include "foundation/strutilx.h"
 #include "platform/q9utils.h"
+#include "stores/zmaspecs.h"
 
 namespace optxv {
 namespace {
@@ -21,19 +22,20 @@ struct denormals {
   unsigned bits;
 };
 #if defined(__x86_64__)
-constexpr denormals treatments[] = {{"kept", 0}, {"flushed", 0x8000}, {"taken for 0", 0x8040}};
+constexpr denormals treatments[] = {
+    {"kept", 0}, {"flushed", 0x8000}, {"taken for 0", 0x8040}, {"trapped as all else", 0x1F80}};
 unsigned control() {
   return _mm_getcsr() & ~0x3FU;
 }
-void addcontrol(unsigned bits) {
-  _mm_setcsr(_mm_getcsr() | bits);
+void changecontrol(unsigned bits) {
+  _mm_setcsr(_mm_getcsr() ^ bits);
 }
 #else
 constexpr denormals treatments[] = {{"kept", 0}};
 unsigned control() {
   return 0;
 }
-void addcontrol(unsigned) {}
+void changecontrol(unsigned) {}
 #endif
 
 std::string hex(double x) {
@@ -54,6 +56,14 @@ std::string readings(const std::string& text) {
   txstrstrlist list;
   list.setasdouble("x", real);
   return all + std::string(list.getasstring("x")) + hex(list.getasdouble("x"));
+}
+
+/// What it says of a number: its order among others, its class.
+std::string judgements(double x) {
+  std::string all = std::to_string(mapval(x)) + std::to_string(xmapval(x)) + hex(old_new_val(x));
+  for (const double other : {0.0, 4.9e-324, x, 1e-309, 1e300})
+    all += {isbelow(x, other) ? 'b' : '-', atmost(other, x) ? 'a' : '-', iswhole(x) ? 'w' : '-'};
+  return all;
 }
 
 /// All that it makes of a number.
@@ -90,6 +100,9 @@ const double numbers[] = {0.0,
                           std::numeric_limits<double>::min(),
                           -1e-310,
                           std::numeric_limits<double>::denorm_min(),
+                          2e30,
+                          3.1e300,
+                          std::numeric_limits<double>::quiet_NaN(),
                           std::numeric_limits<double>::infinity()};
 
 /// What becomes of all of them in a mode, and whether the mode was the same at the end.
@@ -98,13 +111,27 @@ std::string results(int rounding, const denormals& treatment, bool& kept) {
   std::fenv_t before;
   std::fegetenv(&before);
   std::fesetround(rounding);
-  addcontrol(treatment.bits);
+  changecontrol(treatment.bits);
   const unsigned set = control();
   for (const char* text : texts) all += readings(text) + '\n';
-  for (const double number : numbers) all += writings(number) + '\n';
+  for (const double number : numbers) all += writings(number) + judgements(number) + '\n';
   kept = std::fegetround() == rounding && control() == set;
   std::fesetenv(&before);
   return all;
+}
+
+TEST(PlainArithmetic, OrdersReals) {
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  const double rising[] = {-std::numeric_limits<double>::infinity(), -1e-310, -0.0, 4.9e-324, 1e9};
+  for (const double& a : rising)
+    for (const double& b : rising) {
+      EXPECT_EQ(isbelow(a, b), a < b) << a << ' ' << b;
+      EXPECT_EQ(atmost(a, b), a <= b) << a << ' ' << b;
+    }
+  EXPECT_TRUE(atmost(0.0, -0.0) && !isbelow(-0.0, 0.0));
+  EXPECT_FALSE(isbelow(nan, 1) || isbelow(1, nan) || atmost(nan, nan));
+  EXPECT_TRUE(iswhole(-2147483648.0) && iswhole(-0.0));
+  EXPECT_FALSE(iswhole(2147483648.0) || iswhole(0.5) || iswhole(nan) || iswhole(4.9e-324));
 }
 
 TEST(PlainArithmetic, GivesTheSameBitsInEveryMode) {

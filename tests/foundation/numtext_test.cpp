@@ -91,6 +91,20 @@ TEST(RealText, AgreesWithTheCLibrary) {
   }
 }
 
+TEST(RealText, WholeTexts) {
+  const tuple<std::string_view, std::optional<double>> rows[] = {
+      {"-1.5e1", -15},     {"5.", 5},         {".5", .5},  {"-0", -0.0},
+      {"1e999", infinity}, {"-1e-999", -0.0}, {"", {}},    {".", {}},
+      {"-", {}},           {"+1", {}},        {" 1", {}},  {"1 ", {}},
+      {"1e", {}},          {"0x1", {}},       {"inf", {}}, {"--1", {}}};
+  for (const auto& [text, value] : rows) {
+    const std::optional<double> real = realfromtext(text);
+    EXPECT_EQ(tuple(real.has_value(), bitsof(real.value_or(0))),
+              tuple(value.has_value(), bitsof(value.value_or(0))))
+        << text;
+  }
+}
+
 // The bounded text that snprintf gives with a format.
 template <class... Arguments>
 std::string printed(const char* format, Arguments... arguments) {

@@ -10,6 +10,7 @@
 #include "support/everykind.h"
 #include "support/optiontable.h"
 #include "support/rows.h"
+#include "support/smallstack.h"
 
 namespace optxv {
 namespace {
@@ -89,6 +90,20 @@ TEST(MultiList, MayBeAMemberOfItself) {
   options->setasstring("endless", "1:4");
   EXPECT_EQ(options.told(),
             "*** Value Error Members nested too deep for option \"endless\"\nx=4 y=3");
+}
+
+TEST(Nesting, GoesAsDeepAsItMayOnASmallStack) {
+  std::string definition = "last integer 1 0 0 9 0 0\n", below = "last";
+  for (int i = 1; i <= 501; ++i) {
+    const std::string name = "m" + std::to_string(i);
+    definition += name + (i % 2 == 0 ? " multilist 2 0 0\n " : " macro 0 0\n ") + below + '\n';
+    below = name;
+  }
+  optiontable options(definition);
+  ASSERT_TRUE(test::onstack(128 << 10, [&] { options->setasstring("m500", "7"); }));
+  EXPECT_EQ(options.told(), "last=7");
+  ASSERT_TRUE(test::onstack(128 << 10, [&] { options->setasstring("m501", "8"); }));
+  EXPECT_EQ(options.told(), "*** Value Error Members nested too deep for option \"m501\"\nlast=7");
 }
 
 // What an entry hands on is counted on all levels together.

@@ -1,0 +1,1 @@
+"""What more than one part of prove needs."""
