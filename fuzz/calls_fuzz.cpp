@@ -25,6 +25,8 @@ namespace {
 // --- What is handed to a call
 
 constexpr std::size_t outsize = 256;
+/// A longer zero-terminated text is replaced by words that say so.
+constexpr std::size_t longesttext = 254;
 
 /// The files of a run, which outlive it.
 struct filesofall {
@@ -74,9 +76,10 @@ std::string wordof(picker& from) {
   const unsigned kind = from.byte();
   if (kind < 120) return std::string(words[kind % words.size()]);
   if (kind < 180) return std::string(lines[kind % lines.size()]);
-  if (kind < 200) return std::string(words[kind % words.size()]) + " " + wordof(from);
-  if (kind < 210) return std::string(255 - from.below(3), 'x');
-  std::string text(from.text(255));
+  if (kind < 200)
+    return (std::string(words[kind % words.size()]) + " " + wordof(from)).substr(0, longesttext);
+  if (kind < 210) return std::string(longesttext - from.below(3), 'x');
+  std::string text(from.text(longesttext));
   std::erase(text, '\0');
   return text;
 }
@@ -121,7 +124,7 @@ template <>
 struct argument<const unsigned char*> : nothingback {
   explicit argument(picker& from) {
     const std::string text = state.path != nullptr ? *state.path : wordof(from);
-    demand(text.size() <= 255, "a text of the fuzzer is bounded");
+    demand(text.size() <= longesttext, "a text of the fuzzer is bounded");
     bytes.reset(new unsigned char[text.size() + 1]);
     bytes[0] = static_cast<unsigned char>(text.size());
     std::memcpy(bytes.get() + 1, text.data(), text.size());

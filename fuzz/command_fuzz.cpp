@@ -48,7 +48,6 @@ class streams {
     came.output = output_.content();
     came.errors = errors_.content();
     demand(came.status >= 0 && came.status <= 2, "a status is 0, 1 or 2");
-    demand(came.errors.find("internal") == std::string::npos, "nothing fails inside");
     return came;
   }
 

@@ -322,7 +322,7 @@ void arrange(tzmalist& list, picker& from) {
     case 5:
       return list.setpagenumber(n);
     case 6:
-      return list.setindent(n);
+      return list.setindent(n % 300);
     case 7:
       return list.indentstart();
     case 8:
@@ -367,7 +367,7 @@ void listing(picker& from) {
   second.assign(index.path());
   second.rewrite();
   const bool plain = from.coin();
-  const std::int32_t margin = 20 + static_cast<std::int32_t>(from.below(60));
+  const std::int32_t margin = 21 + static_cast<std::int32_t>(from.below(60));
   {
     tzmalist pages(&list, from.coin() ? &second : nullptr);
     pages.setrightmargin(margin);
