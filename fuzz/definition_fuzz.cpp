@@ -1,5 +1,6 @@
 // Any bytes as a definition file. What it declares is then read, set, reset, written and asked for,
 // with fixed text: a definition may declare a key that reads files, and the text must name none.
+#include "grammar.h"
 #include "support.h"
 
 namespace optxv::fuzz {
@@ -41,6 +42,8 @@ void run(std::string_view input) {
 
 }  // namespace
 }  // namespace optxv::fuzz
+
+OPTXV_FUZZ_GRAMMAR(0, optxv::fuzz::definitionwords)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   optxv::fuzz::run({reinterpret_cast<const char*>(data), size});

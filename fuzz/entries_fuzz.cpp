@@ -1,5 +1,6 @@
 // Parameter text goes into one object, and the parameter file that the library writes of it into a
 // second: the second must hold what the first does, wherever the language can express it.
+#include "grammar.h"
 #include "richdefinition.h"
 #include "support.h"
 
@@ -168,6 +169,8 @@ void run(unsigned way, const std::string& text) {
 
 }  // namespace
 }  // namespace optxv::fuzz
+
+OPTXV_FUZZ_GRAMMAR(1, optxv::fuzz::parameterwords)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > 0) optxv::fuzz::run(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "analysis/run.h"
+#include "grammar.h"
 #include "richdefinition.h"
 #include "support.h"
 #include "text/edited.h"
@@ -145,6 +146,8 @@ void run(unsigned way, const std::string& text) {
 
 }  // namespace
 }  // namespace optxv::fuzz
+
+OPTXV_FUZZ_GRAMMAR(1, optxv::fuzz::parameterwords)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > 0) optxv::fuzz::run(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});

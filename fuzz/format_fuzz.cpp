@@ -1,6 +1,7 @@
 // Files that are laid out. The first byte chooses the language and the settings; the rest is the
 // text. Laying out looks itself whether the result is read as the text was, and refuses its own
 // work if not, which it never should; and what was laid out is not changed again.
+#include "grammar.h"
 #include "layout/layout.h"
 #include "richdefinition.h"
 #include "support.h"
@@ -38,8 +39,14 @@ void run(unsigned way, std::string_view text) {
                [&](std::string_view each) { return layoutparameters(table, each, settings); });
 }
 
+vocabulary wordsof(const std::uint8_t* data, std::size_t size) {
+  return size > 0 && (data[0] & 1) != 0 ? vocabulary(definitionwords) : vocabulary(parameterwords);
+}
+
 }  // namespace
 }  // namespace optxv::fuzz
+
+OPTXV_FUZZ_GRAMMAR(1, optxv::fuzz::wordsof(data, size))
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > 0) optxv::fuzz::run(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});

@@ -1,5 +1,6 @@
 // Parameter text against a fixed definition. The first byte chooses how it is read: mode, bounds,
 // echo, lookup rule and source; the rest is the text.
+#include "grammar.h"
 #include "richdefinition.h"
 #include "support.h"
 
@@ -40,6 +41,8 @@ void run(unsigned way, const std::string& text) {
 
 }  // namespace
 }  // namespace optxv::fuzz
+
+OPTXV_FUZZ_GRAMMAR(1, optxv::fuzz::parameterwords)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > 0) optxv::fuzz::run(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});

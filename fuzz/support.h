@@ -19,7 +19,8 @@ namespace optxv::fuzz {
 /// Ends the run where a rule does not hold; the fuzzer then keeps the input.
 inline void demand(bool condition, std::string_view rule) {
   if (condition) return;
-  std::fprintf(stderr, "broken: %.*s\n", static_cast<int>(rule.size()), rule.data());
+  // Not by stderr, which a target may have put elsewhere.
+  ::dprintf(STDERR_FILENO, "broken: %.*s\n", static_cast<int>(rule.size()), rule.data());
   std::abort();
 }
 
