@@ -4,7 +4,11 @@
 file(GLOB command_sources CONFIGURE_DEPENDS command/*/*.cpp)
 set(command_main ${PROJECT_SOURCE_DIR}/command/cli/optxv.cpp)
 list(REMOVE_ITEM command_sources ${command_main})
-add_library(optxv_command_objects OBJECT ${command_sources})
+set(command_kind OBJECT)
+if(OPTXV_SHARED_TESTS)
+  set(command_kind SHARED)
+endif()
+add_library(optxv_command_objects ${command_kind} ${command_sources})
 target_include_directories(optxv_command_objects PUBLIC command PRIVATE src)  # src: the classes for C++ programs
 target_link_libraries(optxv_command_objects PUBLIC optxv CLI11::CLI11 nlohmann_json::nlohmann_json)
 set_source_files_properties(${PROJECT_SOURCE_DIR}/command/cli/selftext.cpp

@@ -30,7 +30,12 @@ endfunction()
 # The same objects in an archive, for the tests of the lower floors: a test takes only what its module
 # needs, so that it links, and proves it, without the floors above. The others take every object, and
 # with them the steps that run when the library is loaded.
-add_library(optxv_archive STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:optxv_objects>)
+set(archive_kind STATIC)
+if(OPTXV_SHARED_TESTS)
+  set(archive_kind SHARED)
+endif()
+add_library(optxv_archive ${archive_kind} EXCLUDE_FROM_ALL $<TARGET_OBJECTS:optxv_objects>)
+set_target_properties(optxv_archive PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(optxv_archive PUBLIC src include)
 target_link_libraries(optxv_archive PUBLIC ${CMAKE_DL_LIBS})
 
@@ -58,7 +63,7 @@ foreach(source ${test_sources})
   if(folder MATCHES "^(api|command|server)$")
     target_include_directories(${name} PRIVATE src)  # only for the table of functions, frame/api.def
     optxv_outside_test(${name} ${folder})
-  elseif(folder MATCHES "^(foundation|platform|listing|language|stores)$")
+  elseif(OPTXV_SHARED_TESTS OR folder MATCHES "^(foundation|platform|listing|language|stores)$")
     target_link_libraries(${name} PRIVATE optxv_archive)
   else()
     target_link_libraries(${name} PRIVATE optxv_objects)

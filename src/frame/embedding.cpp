@@ -28,7 +28,8 @@ using namespace optxv;
 namespace {
 
 const tstrlistoption* listat(optxv_handle handle, std::int32_t optnr) {
-  const toption* option = optnr < 1 ? nullptr : objectof(handle).getobjects(optnr - 1);
+  if (handle == nullptr || optnr < 1) return nullptr;
+  const toption* option = objectof(handle).getobjects(optnr - 1);
   return askind<tstrlistoption>(option);
 }
 
@@ -173,6 +174,7 @@ int32_t optxv_show_help(optxv_handle handle, const char* request) {
 // What the listener gets, and its questions ------------------------------------------------------
 
 void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
+  if (handle == nullptr) return;
   atboundary([&] {
     objectof(handle).told =
         listener != nullptr ? std::make_unique<optxv::listener>(*listener) : nullptr;
@@ -181,9 +183,12 @@ void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
 
 int32_t optxv_value_place(optxv_handle handle, int32_t optnr, optxv_place* place, int32_t* road,
                           int32_t* through) {
-  const tzmaoptions& options = objectof(handle);
-  const valueorigin found = optnr >= 1 ? options.origins.get(optnr - 1) : valueorigin();
-  *place = placeof(options, found.at, found.source);
+  valueorigin found;
+  *place = noplace;
+  if (handle != nullptr && optnr >= 1) {
+    found = objectof(handle).origins.get(optnr - 1);
+    *place = placeof(objectof(handle), found.at, found.source);
+  }
   if (road != nullptr) *road = found.road;
   if (through != nullptr) *through = found.through;
   return found.road != roadNone ? 1 : 0;

@@ -90,9 +90,12 @@ void optxv_clear_messages(optxv_handle handle) {
 }
 
 int32_t optxv_message_place(optxv_handle handle, int32_t number, optxv_place* place) {
+  *place = noplace;
+  if (handle == nullptr) return 0;
   const tzmaoptions& options = objectof(handle);
-  const bool good = number >= 1 && number <= options.getmessagecount();
-  const sourceplace found = good ? options.messageplaces.get(number - 1) : sourceplace();
+  const std::int32_t at = positionin(number, options.getmessagecount());
+  if (at < 0) return 0;
+  const sourceplace found = options.messageplaces.get(at);
   *place = placeof(options, found.at, found.source);
   return found.at.known() ? 1 : 0;
 }

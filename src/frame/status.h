@@ -74,9 +74,11 @@ inline optxv_text endedtext(std::string_view text) {
   return {text.empty() ? "" : text.data(), text.size()};
 }
 
+inline constexpr optxv_place noplace = {"", 0, 0, 0};
+
 /// A place as it goes out, with the name of its source.
 inline optxv_place placeof(const tzmaoptions& options, const textplace& at, std::uint16_t source) {
-  if (!at.known()) return {"", 0, 0, 0};
+  if (!at.known()) return noplace;
   return {options.sources.name(source), at.line, at.column, at.length};
 }
 

@@ -6,10 +6,12 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / 'checks'))
+import changes  # noqa: E402
 import check_exports  # noqa: E402
 import check_floors  # noqa: E402
 import check_symbols  # noqa: E402
 import check_tree  # noqa: E402
+import coverage  # noqa: E402
 
 FLOORS = '''tree src\n0 base\n1 mid/low base\n2 mid base mid/low\n2 side base\n3 top *
 tree command\n1 page optxv\n2 jobs page <lib/all.hpp> src/side/way\n3 cli *\n'''
@@ -78,6 +80,27 @@ BAD_EXPORTS = [
     (EXPORTS + [('_Zget', 'optxv::store::get()')], 'exported, not listed: optxv::store::get()'),
 ]
 
+# A text, and every line that a small change makes of it: none of what is no code, of types or of declarations.
+CHANGES = [
+    ('list<int> all; // a < b', []),
+    ('x = a < b;', ['x = a <= b;', 'x = a >= b;']),
+    ('f(1\'000, "2 + 2", \'a\');', ["f(1'000, \"2 + 2\", 'b');"]),
+    ('if (!open(2)) return true;', ['if (open(2)) return true;', 'if (!open(1)) return true;', 'if (!open(3)) return true;',
+                                   'if (true || (!open(2))) return true;', 'if (false && (!open(2))) return true;',
+                                   'if (!open(2)) return false;']),
+    ('{\n  names.clear();\n  int n = count();\n}', ['  ;']),
+    ('kill(1, 0);', []),
+]
+
+# Lines of code with the times that each is reached and the ways of its branches; the lines that are marked, and
+# the faults of the marks.
+MARKED = [
+    ([('if (a)  // unreached: why', 1, [1, 0]), ('  b();', 0, [])], [(1, 1)], 0),
+    ([('if (a)  // unreached: why', 1, [1, 2]), ('  b();', 1, [])], [(1, 1)], 1),
+    ([('  if (a) {  // unreached: why', 1, [1, 0]), ('    b(c);', 0, []), ('  }', 0, []), ('  d();', 1, [])], [(1, 3)], 0),
+    ([('if (a)  // unreached:', 1, [1, 0])], [], 0),
+]
+
 
 def faults(check, changes):
     with tempfile.TemporaryDirectory() as folder:
@@ -105,6 +128,24 @@ class Checkers(unittest.TestCase):
             with self.subTest(expected):
                 found = list(check_exports.differences(entries, *zip(*symbols)))
                 self.assertEqual(found, [expected] if expected else [])
+
+    def test_changes(self):
+        for text, expected in CHANGES:
+            with self.subTest(text):
+                lines = changes.Lines(text)
+                shown = [lines.shown(text, change)[1] for change in changes.changes_of(text)]
+                self.assertCountEqual(shown, [line.strip() for line in expected])
+
+    def test_marks(self):
+        for rows, expected, wrong in MARKED:
+            with self.subTest(rows[0][0]):
+                lines, reached, taken = zip(*rows)
+                file = coverage.File(dict(enumerate(reached, 1)), dict(enumerate(taken, 1)))
+                marked = coverage.marks(lines)
+                self.assertEqual(marked, expected)
+                self.assertEqual(len(coverage.wrong_marks('a', file, marked)), wrong)
+                left = coverage.without(file, marked)
+                self.assertNotIn(expected[0][0] if expected else 0, left.lines)
 
     def test_symbols(self):
         listed = ['lib.so.2 lib2 #MINVER#', ' (c++|regex)"^ns::.*@Base$" 2.0.0', ' gone@Base 2.0.0', ' kept@Base 2.0.0']

@@ -102,6 +102,47 @@ TEST(Names, KeepTheirWordsBesideThem) {
   EXPECT_EQ(log, "2-13-") << "the rest from the last to the first";
 }
 
+/// Items that it is asked to release are written down.
+class loggeditems : public txlist {
+ public:
+  ~loggeditems() override { clear(); }
+  void freeitem(std::int32_t i) override { log += *static_cast<const char*>(get(i)); }
+  std::string text() const {
+    std::string result;
+    for (std::int32_t i = 0; i < count(); ++i) result += *static_cast<const char*>(get(i));
+    return result;
+  }
+  std::string log;
+};
+
+TEST(Items, LeaveOneByOne) {
+  char a = 'a', b = 'b', c = 'c', none = '-';
+  loggeditems list;
+  EXPECT_EQ(list.getlast(), nullptr);
+  for (char* const item : {&a, &b, &c, &b}) list.add(item);
+  EXPECT_EQ(list.remove(&none), -1);
+  EXPECT_EQ(list.extract(&none), nullptr);
+  EXPECT_EQ(list.remove(&b), 1);
+  EXPECT_EQ(list.extract(&a), &a);
+  EXPECT_EQ(list.text() + list.log, "cbb") << "what is extracted is not released";
+  list.put(0, &a);
+  list.insert(1, &c);
+  list.exchange(0, 2);
+  EXPECT_EQ(list.getlast(), &a);
+  list.delete_(1);
+  EXPECT_EQ(list.text() + list.log, "babcc");
+}
+
+TEST(Texts, LeaveByTheirText) {
+  txstrings list;
+  for (const char* const text : {"one", "", "Two", "one"}) list.add(text);
+  list.put(0, list.get(2).substr(1));
+  EXPECT_EQ(list.extract("TWO").view(), "TWO") << "as it was asked for";
+  for (const char* const none : {"", "three"}) EXPECT_EQ(list.extract(none).view(), "");
+  EXPECT_EQ(list.count(), 3);
+  EXPECT_EQ(list.indexof("WO") * 10 + list.indexof("One"), 2);
+}
+
 TEST(Texts, AreSortedAsTheyAreSought) {
   txstrings list;
   for (const char* const text : {"b", "A", "", "C", "a_", "aB"}) list.add(text);

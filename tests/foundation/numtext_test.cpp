@@ -60,6 +60,25 @@ TEST(RealText, Rows) {
   }
 }
 
+TEST(RealText, NamesEveryClass) {
+  const std::pair<std::uint64_t, std::string_view> rows[] = {
+      {0x7FF0000000000001, "signaling NaN"},
+      {0x7FF8000000000000, "quiet NaN"},
+      {0xFFF8000000000001, "quiet NaN"},
+      {0xFFF0000000000000, "negative infinity"},
+      {0x7FF0000000000000, "positive infinity"},
+      {0x8000000000000001, "negative denormalized non-zero"},
+      {0x000FFFFFFFFFFFFF, "positive denormalized non-zero"},
+      {0x8000000000000000, "-0.0"},
+      {0, "+0.0"},
+      {0xBFF0000000000000, "negative normalized non-zero"},
+      {0x0010000000000000, "positive normalized non-zero"}};
+  for (const auto& [bits, text] : rows)
+    EXPECT_EQ(fpclasstext(fpclass(std::bit_cast<double>(bits))), text) << std::hex << bits;
+  EXPECT_EQ(fpclasstext(-1), "");
+  EXPECT_EQ(fpclasstext(10), "");
+}
+
 std::string randomdigits(std::mt19937& random, std::size_t most) {
   std::string digits;
   for (std::size_t n = random() % (most + 1); n > 0; --n)

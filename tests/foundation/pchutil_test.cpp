@@ -17,6 +17,13 @@ TEST(TextOut, CopiesCountedBytesAndATerminator) {
     strpcopyn(buffer.data(), "abc", count);
     EXPECT_EQ(buffer, left) << count;
   }
+  std::string line(8, '.');
+  std::int32_t at = 1;
+  pcharconcatstr(line.data(), at, "ab");
+  pcharconcatstr(line.data(), at, "");
+  pcharconcatpchar(line.data(), at, nullptr);
+  pcharconcatpchar(line.data(), at, "cd");
+  EXPECT_EQ(line + std::to_string(at), std::string(".abcd\0..5", 9));
   EXPECT_EQ(strtopchar(""), nullptr);
   char* const text = strtopchar("abc");
   EXPECT_STREQ(text, "abc");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 #include "foundation/runtime.h"
@@ -20,6 +21,12 @@ TEST(PlatformText, LongTextIsCutAndEmptyTextIsABlock) {
   EXPECT_STREQ(empty, "");
   EXPECT_EQ(allocmemsize() - bytes, 1);
   freemem(empty, 1);
+  std::string line(8, '.');
+  std::int32_t at = 1;
+  strcpy(line.data(), ".ab");
+  q9private::pcharconcatpchar(line.data(), at, nullptr);
+  q9private::pcharconcatpchar(line.data(), at, "cd");  // after what stands there already
+  EXPECT_EQ(line + std::to_string(at), std::string(".abcd\0..3", 9));
 }
 
 }  // namespace

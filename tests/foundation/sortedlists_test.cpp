@@ -91,6 +91,8 @@ TEST(TextsUnderNames, AreOwnedAndReplaced) {
     list.setasdouble("x", 1.5);
     list.setasboolean("t", true);
     EXPECT_EQ(texts(list), "a=two;b=three;n=-42;t=T;x=   1.50000000000000E+00;");
+    EXPECT_EQ(std::tuple(list.getasboolean("t"), list.getasboolean("a"), list.getasboolean("z")),
+              std::tuple(true, true, false));
     list.setasinteger("N", 0);
     list.setasdouble("X", -0.0);
     list.setasboolean("T", false);

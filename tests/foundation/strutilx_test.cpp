@@ -68,7 +68,46 @@ TEST(Comparison, NumbersAtTheEnd) {
     EXPECT_EQ(tuple(sign(strucmpnum(a, b)), sign(strucmpnum(b, a))), tuple(order, -order)) << a;
 }
 
+TEST(Comparison, HeapStringsAndCharacters) {
+  unsigned char nothing[] = {0, 0}, lower[] = "\2ab", upper[] = "\2AB";
+  const tuple<pstring, pstring, int, bool> rows[] = {
+      {nullptr, nullptr, 0, true}, {nullptr, nothing, -1, false}, {nothing, nothing, 0, true},
+      {lower, nullptr, 1, false},  {lower, lower, 0, true},       {lower, upper, 1, true}};
+  const auto sign = [](int n) { return (n > 0) - (n < 0); };
+  for (const auto& [a, b, order, folded] : rows) {
+    EXPECT_EQ(sign(pstrcmp(a, b)), order);
+    EXPECT_EQ(pstrequal(a, b), order == 0);
+    EXPECT_EQ(pstrucmp(a, b) == 0, folded);
+    EXPECT_EQ(pstruequal(a, b), folded);
+  }
+  const std::pair<text, int> before_b[] = {{"", -1}, {"a", -1}, {"b", 0}, {"bb", 1}, {"d", 2}};
+  for (const auto& [s, order] : before_b) EXPECT_EQ(_Q9stccmp(s, 'b'), order) << s;
+}
+
+TEST(Search, PositionsUpAndDown) {
+  // From a position: the first and the last b, then b or B.
+  const tuple<text, int, int, int, int, int> rows[] = {
+      {"aBcbBd", 1, 4, 0, 2, 0}, {"aBcbBd", 4, 4, 4, 4, 4}, {"aBcbBd", 5, 0, 4, 5, 5},
+      {"aBcbBd", 9, 0, 4, 0, 5}, {"bcB", -1, 1, 0, 1, 0},   {"", 1, 0, 0, 0, 0}};
+  for (const auto& [s, from, up, down, anyup, anydown] : rows)
+    EXPECT_EQ(tuple(lchpossp('b', s, from), rchpossp('b', s, from), lchupossp('b', s, from),
+                    rchupossp('b', s, from)),
+              tuple(up, down, anyup, anydown))
+        << s << ' ' << from;
+  EXPECT_EQ(
+      tuple(lchpos('b', "aBbb"), rchpos('b', "bbBa"), lchupos('b', "aBb"), rchupos('B', "bbA"),
+            lchsetpos(charset("xb"), "aBbx"), rchsetpos(charset("xb"), "bxBa")),
+      tuple(3, 2, 2, 2, 3, 2));
+  const tuple<text, int, int> pieces[] = {{"cd", 1, 3}, {"cd", 4, 5}, {"cd", 6, 0},
+                                          {"cd", 0, 0}, {"", 1, 0},   {"cd", 99, 0}};
+  for (const auto& [piece, from, position] : pieces)
+    EXPECT_EQ(lstrpossp(piece, "abcdcd", from), position) << piece << ' ' << from;
+  EXPECT_EQ(lstrpos("b", "abb"), 2);
+}
+
 TEST(Change, CaseSetsBlanksAndTexts) {
+  EXPECT_EQ(deletechar(charset(" -"), " a-b -"), "ab");
+  EXPECT_EQ(replacechar(charset(" -"), '_', " a-b"), "_a_b");
   EXPECT_EQ(uppercase("az{`\xE4 Q"), "AZ{`\xE4 Q");
   EXPECT_EQ(lowercase("AZ[@\xC4 q"), "az[@\xC4 q");
   EXPECT_EQ(trimright("\ta b \t"), "\ta b");

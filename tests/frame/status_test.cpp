@@ -16,8 +16,15 @@
 namespace {
 long blocksleft = -1;
 }
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(__clang__) && \
-    defined(__GLIBC__)
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define SANITIZED
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define SANITIZED
+#endif
+#if !defined(SANITIZED) && defined(__GLIBC__)
 namespace {
 bool runsout() {
   if (blocksleft > 0) --blocksleft;
@@ -123,6 +130,91 @@ TEST(Memory, ThatRunsOutLeavesTheValuesBeforeARestore) {
       },
       [](tzmaoptions& options) { EXPECT_EQ(options.getasstring("logname"), "now"); });
   optxv_free_snapshot(&taken);
+}
+
+using called = std::int32_t (*)(optxv_handle);
+
+TEST(Arguments, ThatAreNilAreRefused) {
+  // Each with a nil in it; and the same without a handle.
+  const called calls[] = {
+      [](optxv_handle h) { return optxv_find(h, "steplim", OPTXV_ENDED, nullptr); },
+      [](optxv_handle h) { return optxv_get_integer(h, "steplim", nullptr); },
+      [](optxv_handle h) { return optxv_get_integer_nr(h, 1, 1, nullptr); },
+      [](optxv_handle h) { return optxv_get_real(h, "steplim", nullptr); },
+      [](optxv_handle h) { return optxv_get_text(h, "logname", nullptr); },
+      [](optxv_handle h) { return optxv_set_integer(h, nullptr, 1); },
+      [](optxv_handle h) { return optxv_set_real(h, nullptr, 1); },
+      [](optxv_handle h) { return optxv_set_text(h, nullptr, "x", 1); },
+      [](optxv_handle h) { return optxv_set_text_nr(h, 1, 0, "x", 1); },
+      [](optxv_handle h) { return optxv_set_text_nr(h, 1, 3, "x", 1); },
+      [](optxv_handle h) { return optxv_show_value(h, 1, 1, nullptr); },
+      [](optxv_handle h) { return optxv_read_parameters(h, nullptr); },
+      [](optxv_handle h) { return optxv_read_line(h, nullptr, 1); },
+      [](optxv_handle h) { return optxv_read_parameter_text(h, "p", nullptr, OPTXV_ENDED); },
+      [](optxv_handle h) { return optxv_read_arguments(h, nullptr, nullptr, 0); },
+      [](optxv_handle h) { return optxv_read_environment(h, nullptr); },
+      [](optxv_handle h) { return optxv_read_environment(h, ""); },
+      [](optxv_handle h) { return optxv_take_snapshot(h, nullptr); },
+      [](optxv_handle h) { return optxv_restore_snapshot(h, nullptr); },
+      [](optxv_handle h) { return optxv_switch(h, optxv_switch_line_mode - 1, 0); },
+      [](optxv_handle h) { return optxv_option_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_group_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_synonym_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_message_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_show_message(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_dot_option_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_dot_option_label(h, 1, 1, nullptr); },
+      [](optxv_handle h) { return optxv_indicator_info(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_indicator_label(h, 1, 2, 1, nullptr); },
+      [](optxv_handle h) { return optxv_indicator_label(h, 1, 3, 1, nullptr); },
+      [](optxv_handle h) { return optxv_indicator_label(h, 1, 0, 1, nullptr); },
+  };
+  tzmaoptions options;
+  options.readdefinitiontext("d", everykind());
+  options.readparametertext("p", values);
+  for (std::size_t i = 0; i < std::size(calls); ++i) {
+    EXPECT_EQ(calls[i](&options), optxv_bad_argument) << i;
+    EXPECT_EQ(calls[i](nullptr), optxv_bad_argument) << i;
+  }
+}
+
+TEST(Arguments, ThatAreNilCountNothing) {
+  const called counts[] = {
+      [](optxv_handle h) { return optxv_option_count(h); },
+      [](optxv_handle h) { return optxv_group_count(h); },
+      [](optxv_handle h) { return optxv_synonym_count(h); },
+      [](optxv_handle h) { return optxv_message_count(h); },
+      [](optxv_handle h) { return optxv_dot_option_count(h, nullptr); },
+      [](optxv_handle h) { return optxv_indicator_count(h, nullptr); },
+      [](optxv_handle h) { return optxv_nearest_names(h, "x", 1, nullptr); },
+      [](optxv_handle h) { return optxv_message_nearest(h, 1, nullptr); },
+      [](optxv_handle h) { return optxv_list_count(h, 1) + 1; },
+      [](optxv_handle h) {
+        optxv_text item;
+        return optxv_list_item(h, 1, 1, &item);
+      },
+      [](optxv_handle h) {
+        optxv_place place;
+        return optxv_message_place(h, 1, &place);
+      },
+      [](optxv_handle h) {
+        optxv_place place;
+        return optxv_value_place(h, 1, &place, nullptr, nullptr);
+      },
+  };
+  for (std::size_t i = 0; i < std::size(counts); ++i) EXPECT_EQ(counts[i](nullptr), 0) << i;
+  std::int32_t errors = 7, warnings = 7;
+  optxv_error_count(nullptr, &errors, &warnings);
+  EXPECT_EQ(errors + warnings, 0);
+  optxv_error_count(nullptr, nullptr, nullptr);
+  optxv_clear_messages(nullptr);
+  optxv_free_snapshot(nullptr);
+  optxv_free(nullptr);
+  optxv_listen(nullptr, nullptr);
+  EXPECT_EQ(optxv_create(nullptr), optxv_bad_argument);
+  EXPECT_EQ(optxv_table_mark(nullptr), 0xcbf29ce484222325) << "of no bytes";
+  EXPECT_STREQ(optxv_status_text(-99), "unknown status");
+  EXPECT_STREQ(optxv_status_text(optxv_unknown), "no such option or entry");
 }
 
 }  // namespace

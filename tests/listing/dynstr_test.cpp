@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <string>
+#include <tuple>
 
 #include "foundation/runtime.h"
 
@@ -42,6 +43,22 @@ TEST(DynamicString, TakesRoomAndGrows) {
     EXPECT_EQ(text.view(), "again");
   }
   EXPECT_EQ(allocmemsize(), before);
+}
+
+TEST(DynamicString, GivesBlanksPastItsEnds) {
+  tdynamicstr text;
+  text.addstr("abc");
+  std::string bytes;
+  for (const std::int32_t i : {-1, 0, 2, 3}) bytes += text.getch(i);
+  for (const std::int32_t i : {0, 1, 3, 4}) bytes += text.getchar(i);
+  EXPECT_EQ(bytes, " ac  ac ");
+  const std::tuple<std::int32_t, std::int32_t, std::string> parts[] = {
+      {0, 2, ""}, {1, 0, ""}, {2, 1, "b"}, {2, 4, "bc  "}, {3, 1, "c"}, {4, 2, "  "}};
+  for (const auto& [start, count, part] : parts)
+    EXPECT_EQ(text.getstr(start, count).view(), part) << start << ' ' << count;
+  testing::internal::CaptureStdout();
+  text.write();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "abc");
 }
 
 }  // namespace

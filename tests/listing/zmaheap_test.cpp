@@ -66,6 +66,24 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   EXPECT_EQ(zmaheapstate().basebufused, 1) << "taken to the last unit";
 }
 
+double reported = 0;
+
+TEST_F(Heap, ReportsWhatItTakes) {
+  memoryreportproc = [](double megabytes) { reported = megabytes; };
+  zmagetmem(1);
+  EXPECT_EQ(reported, block / 1e6);
+  void* const large = xgetmem(300);
+  EXPECT_EQ(reported, (block + 300) / 1e6);
+  EXPECT_EQ(zmamemoryused(), reported);
+  const double before = getmemorylimit() * 1e6;
+  EXPECT_TRUE(setmemorylimit(block + 300));
+  EXPECT_FALSE(setmemorylimit(block + 299));
+  EXPECT_EQ(getmemorylimit(), (block + 299) / 1e6);
+  setmemorylimit(before);
+  xfreemem(large, 300);
+  EXPECT_EQ(reported, block / 1e6);
+}
+
 // In a child: a get above the limit, inside code that would catch anything.
 void getabovelimit(double limit, std::int32_t size) {
   dup2(2, 1);

@@ -263,6 +263,93 @@ TEST(Listing, PagesAndHeaderLines) {
   lists(overfull, head(1) + headers + "a\n" + head(2) + headers + "b\n");
 }
 
+TEST(Listing, CountsAndMarginsAreSetAndAsked) {
+  const script numbers = [](tzmalist& l) {
+    EXPECT_EQ(l.getlinenumber(), 2) << "one more on an empty line";
+    l.wrstr("a");
+    EXPECT_EQ(l.getlinenumber(), 1);
+    l.setlinenumber(largest);
+    l.wrln();
+    EXPECT_EQ(l.getlinenumber(), lowest + 1) << "it starts over";
+    l.setpagenumber(0);
+    EXPECT_EQ(l.getpagenumber(), 0);
+    l.setlinesperpage(20);
+    l.setlinesonpage(19);
+    EXPECT_EQ(l.getpagenumber(), 0);
+    l.setlinesonpage(20);
+    EXPECT_EQ(l.getpagenumber(), 1);
+    l.setpagenumber(1);
+    l.setpagenumber(7);
+    EXPECT_EQ(l.getpagenumber(), 8);
+    l.setrightmargin(30);
+    l.settitle("t");
+    l.wrstrln("b");
+  };
+  lists(numbers, "a\n                        Page 8\nt\n\n\nb\n");
+  const script margins = [](tzmalist& l) {
+    EXPECT_EQ(l.getuserleftmargin(), 0);
+    EXPECT_EQ(l.getuserrightmargin(), largest);
+    l.setuserleftmargin(0), l.setuserrightmargin(0);
+    EXPECT_EQ(l.getuserrightmargin(), largest);
+    l.setuserleftmargin(3), l.setuserrightmargin(9);
+    EXPECT_EQ(l.getuserleftmargin() * 100 + l.getuserrightmargin(), 309);
+    l.setrightmargin(20), l.setleftmargin(113);
+    EXPECT_EQ(l.getcharactersused(), 0) << "ignored: too narrow";
+    for (const int column : {1, 3, 5}) l.setindent(column);
+    EXPECT_EQ(l.getindent(), 2) << "as saved, not as in use";
+    l.wrstrln("at five");
+    l.wrstrln("at three");
+    l.setindent(9);
+    l.wrstr("at nine");
+    l.setrightmargin(21);
+    l.setindent(30);
+    l.calccharsleft();
+    l.setrightmargin(22);
+    l.wrln();
+  };
+  lists(margins, "    at five\n  at three\n        at nine\n        \n");
+}
+
+TEST(Listing, DoubleSpaceRulerAndQuickHeaders) {
+  const script spaced = [](tzmalist& l) {
+    l.setrightmargin(23);
+    l.setlinesperpage(20);
+    l.setlinesonpage(20);
+    l.showruler = l.doublespace = true;
+    l.headersingle("head");
+    l.wrstrln("a");
+    l.setlinesonpage(10);
+    EXPECT_TRUE(l.reqlines(5));
+    EXPECT_TRUE(l.reqlines(0));
+    l.reqlinesskip(1, 1);
+    l.wrstr("b");
+    l.newpage();
+    EXPECT_TRUE(l.reqlines(99)) << "a page is due";
+    l.setsubtitle("under");
+    l.setsubtitlelastwritten("under");
+    l.settitlelastwritten("Sub-title without a title");
+    l.wrstr("c");
+  };
+  lists(spaced,
+        "         1         2\n12345678901234567890123\n                 Page 1\n\n\nhead\n\n"
+        "a\n\n\n\nb\n"
+        "         1         2\n12345678901234567890123\n                 Page 2\n"
+        "Sub-title without a title\nunder\n\n\nhead\n\nc\n");
+  testing::internal::CaptureStdout();
+  written([](tzmalist& l) {
+    l.traceheaders = true;
+    l.headerstart("h");
+    l.wrstr("x");
+    l.headerstart("i");
+    l.headerdrop("i");
+  });
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "\nHeaderStart: h Lev = 0 Sp = 0 0\n\nHeaderStart: i Lev = 0 Sp = 1 1\n"
+            "\nPushHeader: lwrite, Lev = 0 Sp = 1\n\nHeaderDone: i Lev = 1 Sp = 1\n"
+            "\nHeaderDrop: i Lev = 1 Sp = 2\n\nHeaderDone: i Lev = 1 Sp = 2\n"
+            "\nHeaderDrop_Finished: i Lev = 1 Sp = 1\n");
+}
+
 TEST(Listing, IndexAndAssertions) {
   const script six = [](tzmalist& l) {
     l.newpage();

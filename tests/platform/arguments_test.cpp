@@ -36,6 +36,8 @@ class Arguments : public ::testing::Test {
 
 TEST_F(Arguments, ComeByNumberFromTheLoaderOrElseFromAFile) {
   const std::string file = folder_.put("cmdline", std::string("prog\0a b\0\0last\0", 15));
+  setarguments(-1, nullptr);  // as where no library has been loaded
+  keephostarguments(0, nullptr);
   initarguments((folder_ / "absent").c_str());
   EXPECT_EQ(std::pair(argumentcount(), paramcount()), std::pair(-1, 0));
   EXPECT_EQ(paramstr(1), "");

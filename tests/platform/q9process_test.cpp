@@ -61,7 +61,9 @@ TEST(ArgumentList, KeepsTexts) {
   const auto blocks = allocmemcount();
   {
     texecarglist list;
+    EXPECT_EQ(list.getlast(), "");
     list.add("b");
+    EXPECT_EQ(list.getlast(), "b");
     list.add("");
     list.insert(0, "a");
     list.insert(3, list.get(0));
@@ -146,6 +148,10 @@ TEST_F(Programs, ArgumentsArriveAsTheyAre) {
 
 TEST(FileTypes, WithoutAnImplementationRaise) {
   const test::kept filetype(osfiletype);
+  osfiletype = 0;  // where programs are started by a call that this system has not
+  EXPECT_EQ(of(q9system, "true"), "127/0");
+  EXPECT_EQ(of(q9systemp, nullptr), "127/0");
+  EXPECT_EQ(of(q9exec, "true"), "1/0");
   osfiletype = 5;
   EXPECT_THROW(of(q9system, "true"), eassertionfailed);
   EXPECT_THROW(of(q9exec, "true"), eassertionfailed);
@@ -192,6 +198,7 @@ TEST(Interrupt, ReachesTheHandlerInPlace) {
   EXPECT_EQ(interrupted([] { return overridden(), q9uninstallctrlhandler() - 2; }), killed);
   EXPECT_EQ(interrupted([] { return overridden(), finalq9process(), 0; }), 12);
   EXPECT_EQ(q9installctrlhandler(nullptr), 1);
+  EXPECT_EQ(interrupted([] { return replaced(), q9getctrlhandler() == leave<11> ? 0 : 1; }), 11);
 }
 
 }  // namespace

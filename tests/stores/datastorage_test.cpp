@@ -155,5 +155,42 @@ TEST(Stores, AgreeWithAMapAndGiveBackEveryBlock) {
   }
 }
 
+/// A store of which no operation is there.
+struct bare : tzemadatastore, tzemadatasearcher {
+  bare()
+      : tzemadatastore(1, sizeof nothing, &nothing),
+        tzemadatasearcher(static_cast<tzemadatastore&>(*this)) {}
+};
+
+TEST(Stores, WithoutAnOperationRaise) {
+  bare store;
+  void* data = nullptr;
+  const std::int32_t key = 1;
+  EXPECT_THROW(store.getcount(), eabstracterror);
+  EXPECT_THROW(store.clear(), eabstracterror);
+  EXPECT_THROW(store.loadrecord(&key, &nothing), eabstracterror);
+  EXPECT_THROW(store.getnextkey(nullptr), eabstracterror);
+  EXPECT_THROW(store.memoryused(), eabstracterror);
+  EXPECT_THROW(store.createsearcher(), eabstracterror);
+  EXPECT_THROW(store.search(&key, data), eabstracterror);
+}
+
+TEST(Stores, ReportKeysOutOfOrder) {
+  holding<tzemadatatable> store(2, {{{1, 2}, 1}, {{-7, 20}, 2}, {{3, 0}, 3}});
+  const auto told = [&](bool printall) {
+    testing::internal::CaptureStdout();
+    store.verify(printall);
+    return testing::internal::GetCapturedStdout();
+  };
+  const std::string wrong = "     1     2\n    -7    20\nKeys out of order\n";
+  EXPECT_EQ(told(false), wrong);
+  EXPECT_EQ(told(true), wrong + "     3     0\n");
+  std::int32_t* const key = store.allocindex();
+  void** const places = store.allocptrs();
+  key[1] = 5, places[2] = nullptr;
+  store.freeindex(key);
+  store.freeptrs(places);
+}
+
 }  // namespace
 }  // namespace optxv
