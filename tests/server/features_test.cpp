@@ -267,10 +267,17 @@ TEST_F(Features, ColourEachPieceOfAText) {
       {"method auto\nall 3\nrf x", "property6 enumMember4\nmacro3 string1\nkeyword2 string1"},
       {"x.prior('a') = 3", "variable1 property6 operator1 number1"},
       {"indic e$y 1", "keyword5 variable1 variable1 number1"},
-      {"stesp 5\nold 3", "\nproperty3 number1"}};
+      {"stesp 5\nold 3", "\nproperty3 number1"},
+      {"g group 1 1 G\nn enumstr.TWO 3 a 1 1 x\n a 1 b\n",
+       "property1 type5 number1 number1 string1\nproperty1 type11 number1 enumMember1 number1 "
+       "number1 string1\nenumMember1 number1 string1"},
+      {"a macro 1 1 A\n n\nold deprecated\n a\ne eolcomm !\nr immediate ReadFile 1 1 R",
+       "property1 type5 number1 number1 string1\nproperty1\nproperty3 type10\nproperty1\n"
+       "property1 type7 operator1\nproperty1 type9 keyword8 number1 number1 string1"}};
   for (const auto& [text, words] : rows) {
-    open("a.opt", text);
-    const json data = ask("textDocument/semanticTokens/full", document("a.opt"))["data"];
+    const string name = text.find(" 1 1 ") != string::npos ? "t.def" : "a.opt";
+    open(name, text, name == "t.def" ? "optxv-definition" : "optxv-parameters");
+    const json data = ask("textDocument/semanticTokens/full", document(name))["data"];
     string got;
     for (std::size_t i = 0; i + 4 < data.size(); i += 5) {
       const auto lines = data[i].get<std::size_t>();
@@ -279,6 +286,68 @@ TEST_F(Features, ColourEachPieceOfAText) {
     }
     EXPECT_EQ(got, words) << text;
   }
+}
+
+TEST_F(Features, FormatAText) {
+  const std::tuple<string, string, string> rows[] = {
+      {"a.opt", "steps=5\ntime_limit   3 ! x\n", "steps      = 5\ntime_limit   3  ! x\n"},
+      {"a.opt", "steps 5\n", "steps 5\n"},
+      {"t.def", "a  group 1  1 A\nbb integer 1 2 0 9 1 1 B\n",
+       "a  group  1  1  A\nbb  integer  1  2  0  9  1  1  B\n"}};
+  for (const auto& [name, text, laid] : rows) {
+    open(name, text, name == "t.def" ? "optxv-definition" : "optxv-parameters");
+    const json edits = ask("textDocument/formatting", document(name));
+    EXPECT_EQ(edits.empty(), text == laid) << text;
+    EXPECT_EQ(edited(text, edits), laid);
+  }
+}
+
+TEST_F(Features, MarkANameInItsText) {
+  string all;
+  for (const json& each :
+       asked("documentHighlight", "a.opt", "st|eps 5\nx.prior 1\nold 6\nall 1\n"))
+    all += shown(each["range"]) + ' ';
+  EXPECT_EQ(all, "0:0-5 ");
+  EXPECT_TRUE(asked("documentHighlight", "a.opt", "st|esp 5\n").empty());
+}
+
+TEST_F(Features, ShowADefinitionFromAbove) {
+  open("s.def", definition, "optxv-definition");
+  string symbols;
+  for (const json& each : ask("textDocument/documentSymbol", document("s.def"))) {
+    symbols += each["name"].get<string>() + ' ' + each.value("detail", "");
+    for (const json& child : each.value("children", json::array()))
+      symbols += " +" + child["name"].get<string>();
+    symbols += '\n';
+  }
+  EXPECT_EQ(symbols,
+            "lim group\nout group\ntime_limit double\nsteps integer\nstep_size double\n"
+            "method enumstr +auto +simplex\nlog_file string\nquiet boolean.NV\n"
+            "range double.TWO\nall macro +steps +step_size\nrf immediate\nsize synonym\n"
+            "old synonym\ngone deprecated\n.prior integer\nindic indicator\nx eolcomm\n");
+  string folds;
+  for (const json& each : ask("textDocument/foldingRange", document("s.def")))
+    folds += each["startLine"].dump() + '-' + each["endLine"].dump() + ' ';
+  EXPECT_EQ(folds, "2-3 6-8 12-14 18-19 ");
+}
+
+TEST_F(Features, TellRulesWhereTheyAreWanted) {
+  save("optxv.json",
+       R"({"lint": true, "definitions": [{"definition": "s.def", "files": ["*.opt"]}]})");
+  start();
+  begin({{"textDocument",
+          {{"publishDiagnostics", {{"relatedInformation", true}}},
+           {"hover", {{"contentFormat", {"markdown"}}}}}}});
+  open("a.opt", "steps 5\nsteps 6\nold 7\n");
+  EXPECT_EQ(findings("a.opt"),
+            (std::vector<string>{"1:6-7 set-twice", "2:0-3 deprecated", "2:4-5 set-twice",
+                                 "0:6-7 P102", "1:6-7 P102", "2:0-3 P104"}));
+  open("s.def", definition + string("unused group 9 1 None\n"), "optxv-definition");
+  EXPECT_EQ(findings("s.def"), std::vector<string>{"23:0-6 D103"});
+  const json answer = asked("hover", "b.opt", "st|eps 5\n");
+  EXPECT_EQ(answer["contents"]["value"],
+            "```text\nsteps: Steps\n    integer, range 0 to 99, default 10\n    Synonyms: old "
+            "(deprecated)\nset to 5 in b.opt:1\n```");
 }
 
 }  // namespace

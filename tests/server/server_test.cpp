@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include "command/commandrun.h"
 #include "editor.h"
 
 namespace command {
@@ -78,6 +79,68 @@ strings framesof(const string& bytes, std::size_t piece) {
       all.push_back(came->fault.empty() ? came->content : "!");
   }
   return all;
+}
+
+TEST_F(Protocol, AsksAClientThatCanTell) {
+  begin({{"workspace",
+          {{"configuration", true}, {"didChangeWatchedFiles", {{"dynamicRegistration", true}}}}}});
+  /// The last that was heard by some method; the number of these.
+  const auto last = [&](const string& method) {
+    std::pair<json, int> found{{}, 0};
+    for (const json& each : heard_)
+      if (each.value("method", "") == method) found = {each, found.second + 1};
+    return found;
+  };
+  EXPECT_EQ(last("client/registerCapability").second, 1);
+  save("s.def", definition);
+  const json all = {{"definitions", {{{"definition", "s.def"}, {"files", {"*.opt"}}}}}};
+  const json id = last("workspace/configuration").first["id"];
+  open("a.opt", "stesp 1\n");
+  send({{"jsonrpc", "2.0"}, {"id", id}, {"result", {all}}});
+  send({{"jsonrpc", "2.0"}, {"id", id}, {"result", {{{"definitions", 7}}}}});
+  EXPECT_EQ(findings("a.opt"), std::vector<string>{"0:0-5 unknown-option"});
+  EXPECT_EQ(last("window/showMessage").second, 0) << "an answer comes once";
+  notify("workspace/didChangeConfiguration", {{"settings", {{"optxv", {{"definitions", 7}}}}}});
+  EXPECT_EQ(last("window/showMessage").first["params"]["message"],
+            "optxv: the settings: definitions is not a list");
+  notify("workspace/didChangeConfiguration", {{"settings", nullptr}});
+  EXPECT_EQ(last("workspace/configuration").second, 2);
+  notify("textDocument/didOpen", {{"textDocument", 7}});
+  EXPECT_EQ(last("window/logMessage").second, 1);
+}
+
+TEST(Uris, AreNamesOfFiles) {
+  const std::pair<const char*, const char*> rows[] = {{"file:///a%20b/%c3%A9", "/a b/\xC3\xA9"},
+                                                      {"FILE://localhost/a", "/a"},
+                                                      {"file://host/a", ""},
+                                                      {"file:", ""},
+                                                      {"file://", ""},
+                                                      {"file:///a%00", ""},
+                                                      {"file:///a%2", "/a%2"},
+                                                      {"file:///a%zz/%4g", "/a%zz/%4g"},
+                                                      {"file:///a/../b", "/b"}};
+  for (const auto& [uri, path] : rows) EXPECT_EQ(pathof(uri), path) << uri;
+  EXPECT_EQ(uriof("/a b/\xC3"), "file:///a%20b/%C3");
+}
+
+class Streams : public optxv::test::commandrun {};
+
+TEST_F(Streams, AreServedToTheirEnd) {
+  const auto framed_ = [](const char* content) { return framed(content); };
+  const string hello =
+      framed_(R"({"jsonrpc":"2.0","id":1,"method":"initialize","params":{"processId":null}})");
+  const string bye = framed_(R"({"jsonrpc":"2.0","id":2,"method":"shutdown"})") +
+                     framed_(R"({"jsonrpc":"2.0","method":"exit"})");
+  save("in", hello + bye);
+  const auto whole = run("lsp --log log <in");
+  EXPECT_EQ(whole.status, 0) << whole.err;
+  EXPECT_NE(whole.out.find("\"id\":2"), string::npos) << whole.out;
+  EXPECT_TRUE(get("log").starts_with("<-- Content-Length: ")) << get("log");
+  EXPECT_NE(get("log").find("\n--> {"), string::npos) << get("log");
+  save("in", hello);
+  EXPECT_EQ(run("lsp <in").status, 1) << "without a word of its end";
+  EXPECT_EQ(run("lsp --log no/log <in").err,
+            "optxv: error: no/log: cannot be written: No such file or directory\n");
 }
 
 TEST(Frames, ComeInPiecesOfAnySize) {
