@@ -67,7 +67,7 @@ class radixsort {
 
  private:
   static constexpr int valuebits = 64, digitbits = 11;
-  static constexpr std::uint64_t digits = 1U << digitbits;
+  static constexpr std::size_t digits = 1U << digitbits;
 
   void prefetch(std::int32_t i) const { __builtin_prefetch(entries_[i].record); }
 
@@ -91,7 +91,9 @@ class radixsort {
   }
 
   void pass(int shift) {
-    const auto digit = [shift](const sortedrecord& of) { return of.value >> shift & (digits - 1); };
+    const auto digit = [shift](const sortedrecord& of) {
+      return static_cast<std::size_t>(of.value >> shift & (digits - 1));
+    };
     std::array<std::int32_t, digits> starts{};
     for (std::int32_t i = 0; i < count_; ++i) ++starts[digit(entries_[i])];
     std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), 0);

@@ -340,8 +340,8 @@ TEST_F(Features, TellRulesWhereTheyAreWanted) {
            {"hover", {{"contentFormat", {"markdown"}}}}}}});
   open("a.opt", "steps 5\nsteps 6\nold 7\n");
   EXPECT_EQ(findings("a.opt"),
-            (std::vector<string>{"1:6-7 set-twice", "2:0-3 deprecated", "2:4-5 set-twice",
-                                 "0:6-7 P102", "1:6-7 P102", "2:0-3 P104"}));
+            (std::vector<string>{"1:6-7 set-twice", "0:6-7 P102", "2:0-3 deprecated",
+                                 "2:4-5 set-twice", "1:6-7 P102", "2:0-3 P104"}));
   open("s.def", definition + string("unused group 9 1 None\n"), "optxv-definition");
   EXPECT_EQ(findings("s.def"), std::vector<string>{"23:0-6 D103"});
   const json answer = asked("hover", "b.opt", "st|eps 5\n");
