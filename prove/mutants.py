@@ -8,8 +8,8 @@ build with counters, whose tests share one library, and then meets the tests tha
 first, until one fails. Prints the changes that live, with their places; the status is 1 where more than a tenth of
 all does. Needs the counts of `./dev coverage`, and makes them where there are none.
 
-With --sample a few changes meet the test of their own module alone, in the build that the tests have anyway; the status
-is 1 where more than half of them live.
+With --sample a few changes meet the test of their own module alone, in the build that the tests have anyway. That is a
+look at this tool and at the tests of the lower floors: the status is 1 where more than three of four live.
 """
 import argparse
 import collections
@@ -35,7 +35,7 @@ import testruns  # noqa: E402
 FOLDERS = ('src', 'command/analysis')
 COUNTED, PLAIN = Path('build-coverage').resolve(), Path('build').resolve()
 LIBRARIES = {'src': ('liboptxv.so', 'optxv_archive'), 'command': ('optxv_command_objects',)}
-SAMPLE, SAMPLE_SEED, SAMPLE_FOLDERS = 8, 1, ('foundation', 'language', 'listing', 'stores')
+SAMPLE, SAMPLE_SEED, SAMPLE_FOLDERS = 5, 1, ('foundation', 'language', 'listing', 'stores')
 QUICK = r'-f(profile|coverage)|-mllvm|-runtime-counter'  # what a mutant is compiled without, and what it is compared without
 SLOW = QUICK + r'|-Xclang|-include|.*/cmake_pch|-Winvalid|-O0'
 MEMORY = 4 << 30  # bytes that a test may take and write: a change may make it ask for all there is
@@ -83,7 +83,7 @@ class Compiler:
         return subprocess.run([*words, '-w', *more], cwd=self.build, stderr=subprocess.DEVNULL).returncode == 0
 
     def quick(self, mutant, goal):
-        return self.compile(mutant.path, changes.changed(mutant.text, mutant.change), goal, QUICK)
+        return self.compile(mutant.path, changes.changed(mutant.text, mutant.change), goal, QUICK, '-O0')
 
     def optimised(self, path, text):
         """The object code of a text, optimised: the same for two texts that do the same in the same steps."""
@@ -138,6 +138,14 @@ class Placed:
             self.restore()
 
 
+# A changed library may write over anything that its user may: for root, the devices are not among it.
+GUARD = ['unshare', '--mount', 'sh', '-c', 'mount --bind /dev /dev && mount -o remount,bind,ro /dev && exec "$@"', 'sh']
+
+
+def guarded(test):
+    return test | {'command': [*GUARD, *test['command']]} if os.geteuid() == 0 else test
+
+
 def limited():
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -165,7 +173,7 @@ class Tests:
         return None
 
     def status(self, test, limit):
-        return testruns.run(test, {'LLVM_PROFILE_FILE': os.devnull, 'GTEST_FAIL_FAST': '1'}, limit, prepare=limited)
+        return testruns.run(guarded(test), {'LLVM_PROFILE_FILE': os.devnull, 'GTEST_FAIL_FAST': '1'}, limit, prepare=limited)
 
     def lines_of(self, name):
         """{path: {line: how often the test reaches it}}, from the last run with counters."""
@@ -244,7 +252,7 @@ def sample_fate(mutant, compiler):
     words.insert(next(index for index, word in enumerate(words) if word.endswith('_archive.a')), str(goal))
     subprocess.run(words, cwd=PLAIN, check=True)
     test = {'command': [words[program]], 'folder': '.', 'settings': {}}
-    return 'lives' if testruns.run(test, {'GTEST_FAIL_FAST': '1'}, 20, prepare=limited) == 0 else 'killed'
+    return 'lives' if testruns.run(guarded(test), {'GTEST_FAIL_FAST': '1'}, 20, prepare=limited) == 0 else 'killed'
 
 
 def sample():
@@ -262,7 +270,7 @@ def sample():
         if what == 'lives':
             told(mutant, 'the test of the module does not notice')
     print(sums.row())
-    return 1 if sums['lives'] > sums['killed'] else 0
+    return 1 if sums['lives'] > 3 * sums['killed'] else 0
 
 
 def main():
