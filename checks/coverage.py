@@ -136,10 +136,12 @@ def with_branches(lines, kept, told):
 
 def block_end(text, start):
     """The index of the last line of what the line at `start` opens: itself, where it opens nothing."""
-    code = text[start].split('//')[0].rstrip()
-    if not code.endswith(('{', '(')):
+    if not text[start].split('//')[0].rstrip().endswith(('{', '(')):
         return start
-    indent = len(code) - len(code.lstrip())
+    head = start
+    while head > 0 and text[head - 1].endswith(','):  # the lines of a head of several lines
+        head -= 1
+    indent = len(text[head]) - len(text[head].lstrip())
     closing = re.compile(' ' * indent + r'\S')
     return next(index for index in range(start + 1, len(text)) if closing.match(text[index]))
 
@@ -228,7 +230,7 @@ def main():
     words = parser.parse_args()
     build = words.build.resolve()
     if not words.kept:
-        tests = [test for test in testruns.tests_of(build, '^(unit|document)$')
+        tests = [test for test in testruns.tests_of(build)
                  if not words.tests or test['name'] in words.tests]
         failed = run_all(build, tests)
         if failed:

@@ -1,6 +1,7 @@
 """The tests of a build folder as ctest knows them, run one by one: for checkers that ask each test something.
 
-A test is {'name', 'command', 'folder', 'settings'}: its words, where it runs, and its environment beside ours.
+A test is {'name', 'command', 'folder', 'labels', 'settings'}: its words, where it runs, and its environment
+beside ours.
 """
 import json
 import os
@@ -10,18 +11,19 @@ import subprocess
 TIMED_OUT = -1000  # a status that no process has
 
 
-def tests_of(build, labels):
-    """The tests of a build folder that carry one of the labels, a regular expression."""
-    shown = subprocess.run(['ctest', '--test-dir', build, '--show-only=json-v1', '-L', labels], check=True,
+def tests_of(build):
+    """The tests of a build folder that try the code: the unit tests, the documents, what is generated."""
+    shown = subprocess.run(['ctest', '--test-dir', build, '--show-only=json-v1'], check=True,
                            stdout=subprocess.PIPE).stdout
-    return [test_of(test) for test in json.loads(shown)['tests'] if 'command' in test]
+    found = [test_of(test) for test in json.loads(shown)['tests'] if 'command' in test]
+    return [test for test in found if test['labels'] & {'unit', 'document'} or test['name'] == 'generate']
 
 
 def test_of(test):
     kept = {property['name']: property['value'] for property in test['properties']}
     settings = dict(setting.split('=', 1) for setting in kept.get('ENVIRONMENT', []))
     return {'name': test['name'], 'command': test['command'], 'folder': kept.get('WORKING_DIRECTORY', '.'),
-            'settings': settings}
+            'labels': set(kept.get('LABELS', [])), 'settings': settings}
 
 
 def run(test, settings, limit, output=subprocess.DEVNULL, prepare=None):

@@ -75,7 +75,7 @@ constexpr const causerow& rowof(cause why) {
   return causes[static_cast<std::size_t>(why)];
 }
 
-constexpr bool inorder() {
+constexpr bool inorder() {  // unreached: the compiler runs it
   for (std::size_t i = 0; i < std::size(causes); ++i)
     if (causes[i].why != static_cast<cause>(i)) return false;
   return std::size(causes) == static_cast<std::size_t>(cause::unknown) + 1;

@@ -48,7 +48,7 @@ struct signature {
 
 template <class Result, class... Arguments>
 constexpr signature signatureof(std::string_view apiname, std::string_view linkagename,
-                                bool hastwin) {
+                                bool hastwin) {  // unreached: the compiler runs it
   static_assert(sizeof...(Arguments) <= signature::maximumarguments);
   return {apiname,
           linkagename,
@@ -59,7 +59,7 @@ constexpr signature signatureof(std::string_view apiname, std::string_view linka
 }
 
 namespace detail {
-constexpr auto makesignatures() {
+constexpr auto makesignatures() {  // unreached: the compiler runs it
   using namespace kinds;
 #define OPTXV_TWIN(api, linkage, ...) signatureof<__VA_ARGS__>(#api, #linkage, true),
 #define OPTXV_PLAIN(api, linkage, ...) signatureof<__VA_ARGS__>(#api, #linkage, false),

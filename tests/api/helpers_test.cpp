@@ -21,11 +21,18 @@ TEST(Helpers, ReportOnTheSystem) {
   EXPECT_STREQ(text, "value");
   EXPECT_EQ(get_env("OPTXV_TEST", text, 5), ERANGE);
   EXPECT_EQ(get_env("", text, sizeof text), ENOENT);
+  EXPECT_EQ(get_env(nullptr, text, sizeof text), ENOENT);
+  EXPECT_EQ(get_env("OPTXV_TEST", text, 0), ERANGE);
+  EXPECT_EQ(get_cwd(text, 0), ERANGE);
+  EXPECT_EQ(get_cwd(text, 1), ERANGE);
+  EXPECT_STREQ(text, "");
   EXPECT_EQ(get_cwd(text, sizeof text), 0);
   EXPECT_EQ(text, std::filesystem::current_path());
   utsname system{};
   uname(&system);
   char names[5][256];
+  EXPECT_EQ(get_uname(names[0], names[1], names[2], names[3], names[4], 1), ERANGE);
+  for (const char* name : names) EXPECT_STREQ(name, "") << "all of them, or none";
   EXPECT_EQ(get_uname(names[0], names[1], names[2], names[3], names[4], 256), 0);
   EXPECT_STREQ(names[0], system.sysname);
   EXPECT_STREQ(names[1], system.nodename);

@@ -101,7 +101,16 @@ TEST_F(Check, TellsWhatWouldDo) {
        "10,000\xe2\x80\x9d;",
        "steps 10000"},
       {"range 1 2,5", "range 1 2.5"},
+      {"time_limit -infinity", "time_limit 0"},
+      {"time_limit auto", "time_limit 3600\" for the default"},
+      {"steps 12,345", "steps 12345"},
+      {"steps 12,34", ""},
+      {"steps 5 /* note */", "steps 5"},
       {"scale disabled", "scale no"},
+      {"scale always", "scale yes"},
+      {"x.prior(jan,'feb',*) 3", "x.prior('jan','feb',*) 3"},
+      {"x.prior(jan 3", ""},
+      {"a b c d e", ""},
       {"scale maybe", "scale yes"},
       {"quiet yes", "quiet"},
       {"500 steps", "steps 500"},
@@ -169,6 +178,13 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
   }
 }
 
+TEST_F(Check, LooksForAFileWithAWholeNameNowhereElse) {
+  save("p", "rf /no/such\nrf such\n");
+  const string out = told("s.def p");
+  EXPECT_EQ(out.find("looked for"), out.rfind("looked for"));
+  EXPECT_GT(out.find("looked for"), out.find("p:2:")) << out;
+}
+
 TEST_F(Check, TellsOfDefinitions) {
   const std::pair<string, string> rows[] = {
       {"a integer 7 10\n",
@@ -214,6 +230,15 @@ d:2:1: help: a record begins in column 1, and the one above takes no line more
        R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one
 d:2:1: help: a comment has a * in column 1
 )"},
+      {"s string 0 a 1 1 Name\n# end\na integer 0 1 0 9 1 1 A\nb integer 0 1 0 9 1 1 B\n",
+       R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one
+d:2:1: note: 2 records further down are not read
+d:2:1: help: a comment has a * in column 1
+)"},
+      {"g group +1 1 G\na integer 0 1 0 9 1 1 A\nb boolean 0 1 1 0 B\n", ""},
+      {"g group 1 1 G\na integer 0 1 0 9 1 2 A\nb boolean 0 1 1 2 B\nc boolean 0 1 1 2 C\n",
+       "d:2:21: warning: no record declares the group 2\nd:2:21: note: 2 more options stand in "
+       "it\n"},
       {"s string 0 a 1 1 Name\n  \n\t\n", ""},
       {"", "d: note: the file is empty\nd: error: the definition declares no option\n"}};
   for (const auto& [text, findings] : rows) {

@@ -93,6 +93,9 @@ TEST_F(Complete, OffersTheOptionsOfAProgram) {
       {"--log_file r", "words\nrun.log\tdefault\n"},
       {"--log_file a", "files\t\n"},
       {"log_file=a", "files\tlog_file=\n"},
+      {"--range 3 4 ''",
+       "words\ntime_limit=\tSeconds\nSteps=\tSteps\nlog_file=\tLog\nmethod=\tMethod\n"
+       "xray=\tRay\nrange=\tRange\nc=\tC\n"},
       {"model=a", "files\t\n"}};
   for (const auto& [words, answer] : rows)
     expect("fish --host prog --definition s.def -- prog " + words, answer);
@@ -108,6 +111,9 @@ TEST_F(Complete, AnswersBashInItsOwnWriting) {
                                             {R"(p t="|x )", R"(x y:z'"'!'")"},
                                             {R"(p a"b\"" 2>"t"=x t=|x\ )", R"(x\ y:z\'\!)"},
                                             {R"(p 12345|6 t=)", "t=a\nt=x\\ y:z\\'\\!\nt=x-"},
+                                            {R"(p "a\"b" "\x" t=|x\ )", R"(x\ y:z\'\!)"},
+                                            {R"(p a 2>&1 >>out t=|x\ )", R"(x\ y:z\'\!)"},
+                                            {R"(p 'a b' x1>out   t=|x\ )", R"(x\ y:z\'\!)"},
                                             {R"(p t=|x\)", "x\\ y:z\\'\\!\nx-"}};
   for (const auto& [line, replies] : rows) {
     const std::size_t bar = line.find('|');

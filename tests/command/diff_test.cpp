@@ -226,6 +226,17 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
     {"s synonym z", "s synonym z\nd deprecated\n s Say z\no obsolete\n z No more",
      "breaking: z: is obsolete now [obsolete]\nchange: s: is deprecated now [deprecated]\n"},
     {"d deprecated\n z No more", "", "change: z: is no longer deprecated [mark-gone]\n"},
+    {"o obsolete\n z No more", "", "change: z: is no longer obsolete [mark-gone]\n"},
+    {"d deprecated\n z Old", "o obsolete\n z No more", "breaking: z: is obsolete now [obsolete]\n"},
+    {"o obsolete\n z No more", "d deprecated\n z Old",
+     "change: z: is no longer obsolete [mark-gone]\n"},
+    {"s synonym z\no obsolete\n s No more", "",
+     "change: s: is gone, and was obsolete [obsolete-gone]\n"},
+    {"s synonym z", "s integer 1 5 0 9 1 1 S",
+     "breaking: s: stands for s, and stood for z [synonym-changed]\n"
+     "change: s: is new [option-new]\n"},
+    {"a integer 1 5 0 9 1 1 A\n Long.", "a integer 1 5 0 9 1 1 A\n Longer.",
+     "change: a: the help text is another one [help-changed]\n"},
     {"a integer 1 5 0 9 1 1 A", "a integer 1 5 0 9 0 1 B",
      "change: a: is no longer listed in the help [hidden]\n"
      "change: a: the help text is another one [help-changed]\n"},

@@ -36,6 +36,14 @@ TEST_F(FromTable, RowsBecomeRecords) {
       {csv + "a,enum,x,,,G,,x=An x|y z,,", group + "a enumstr 1 x 1 1\n x 1 An x\n \"y z\" 1\n"},
       {csv + "a,enum,1,,,G,,0=No|1,,", group + "a enumint 1 1 1 1\n 0 1 No\n 1 1\n"},
       {csv + "a,list,,,,G,,,,", group + "a strlist 1 1 1\n"},
+      {csv + "a,int,+5,minint,maxint,G,,,,", group + "a integer 1 5 minint maxint 1 1\n"},
+      {csv + "a,real,eps,mindouble,maxdouble,G,,,,",
+       group + "a double 1 1e-20 mindouble maxdouble 1 1\n"},
+      {csv + "r,immediate,ReadFile,,,G,R,,,", group + "r immediate ReadFile 1 1 R\n"},
+      {csv + "a,int,1,0,9,G,,,,\nm,macro,,,,G,Both,a,,",
+       group + "a integer 1 1 0 9 1 1\nm macro 1 1 Both\n a\n"},
+      {csv + "a,int,1,0,9,A b,,,,\nb,int,1,0,9,A-b,,,,",
+       "a_b group 1 1 A b\na_b_2 group 2 1 A-b\na integer 1 1 0 9 1 1\nb integer 2 1 0 9 1 2\n"},
       {csv + ".a,int,0,0,9,G,,,,", group + ".a integer 1 0 0 9 1 1\n"},
       {csv + "a,bool,0,,,G,,,b|c,Say b.", group + "a boolean 1 0 1 1\nb synonym a\nc synonym a\n"
                                                   "deprecated_names deprecated\n a Say b.\n"},
@@ -73,6 +81,12 @@ TEST_F(FromTable, FaultsAreToldWhereTheyAre) {
       {head + "a,int,5,6,7,\n", {"t:2:1: error: Default not in range for option \"a\""}},
       {head + "a,enum,z,,,x|y\n", {"t:2:1: error: Default is undefined for option \"a\""}},
       {head + "a,int,1,,,\nA,int,1,,,\n", {"t:3:1: error: Duplicate option for option \"A\""}},
+      {head + "a,enum,,,,\n", {"t:2:11: error: \"a\": an enumeration needs the column \"items\""}},
+      {head + "\"a\" b,int,1,,,\n", {"there is text behind the closing quote of the cell"}},
+      {"{\"options\": 7}", {"t:1:13: error: a list of objects is expected, one for each option"}},
+      {"name,type,default,id\na,int,1,1.5\n", {"t:2:9: error: \"a\": \"1.5\" is no whole number"}},
+      {"name,type,default,synonyms\na,int,1,9\n", {"t:2:9: error: \"a\": \"9\" is no name"}},
+      {head + "a,string,\"x\ny\",,,\n", {"t:2:10: error: \"a\": a default has no line feed"}},
       {head + "a,string,\"x\"\" y\",,,\n",
        {"t:2:1: error: \"a\": a definition has no way to write"}}};
   for (const auto& [table, expected] : rows) {

@@ -168,13 +168,15 @@ TEST(Listing, FitsItemsIntoLines) {
     l.usrwrite("longer than the line that it is on");
     l.wrstrbrk("", ',');
     l.wrln();
+    l.wrstrbrk("it fits, all", ',');
+    l.wrln();
     EXPECT_EQ(l.strblocklength("123456789012345678901", 6), 2);
     EXPECT_EQ(l.strblocklength("123", 26), 4) << "no room at all";
   };
   lists(blocks,
         "key: 12345678901234567890\n     next 67890123456789 \n     done\n\n"
         "one,two,three,four,five,\nsix,seven\none,\ntwo4567890123456789012\n"
-        "longer than the line that it is on\n");
+        "longer than the line that it is on\nit fits, all\n");
 }
 
 TEST(Listing, EchoesSourceLines) {
@@ -348,6 +350,26 @@ TEST(Listing, DoubleSpaceRulerAndQuickHeaders) {
             "\nPushHeader: lwrite, Lev = 0 Sp = 1\n\nHeaderDone: i Lev = 1 Sp = 1\n"
             "\nHeaderDrop: i Lev = 1 Sp = 2\n\nHeaderDone: i Lev = 1 Sp = 2\n"
             "\nHeaderDrop_Finished: i Lev = 1 Sp = 1\n");
+}
+
+TEST(Listing, HeaderLinesWantRoomBelowThem) {
+  const auto ended = [](bool last, int lines) {
+    bool page = false;
+    written([&](tzmalist& l) {
+      l.setlinesperpage(20);
+      l.headerstart("h");
+      l.wrstr("head");
+      l.headerdone("h");
+      l.setlinesonpage(lines);
+      last ? l.headershowlast(1) : l.headershow();
+      page = l.getpagenumber() == 1;
+    });
+    return page;
+  };
+  EXPECT_FALSE(ended(false, 14)) << "for five lines more";
+  EXPECT_TRUE(ended(false, 15));
+  EXPECT_FALSE(ended(true, 15)) << "for four";
+  EXPECT_TRUE(ended(true, 16));
 }
 
 TEST(Listing, IndexAndAssertions) {

@@ -152,6 +152,11 @@ TEST(FileTypes, WithoutAnImplementationRaise) {
   EXPECT_EQ(of(q9system, "true"), "127/0");
   EXPECT_EQ(of(q9systemp, nullptr), "127/0");
   EXPECT_EQ(of(q9exec, "true"), "1/0");
+  for (const char* const shell : {"", "dos"}) {
+    const test::keptvariable variable("COMSPEC");
+    setenv("COMSPEC", shell, 1);
+    EXPECT_EQ(of(q9system, "true"), "127/0");
+  }
   osfiletype = 5;
   EXPECT_THROW(of(q9system, "true"), eassertionfailed);
   EXPECT_THROW(of(q9exec, "true"), eassertionfailed);

@@ -133,6 +133,20 @@ TEST(Environment, DirectoriesGoBeforeTheOldPaths) {
   setarguments(-1, nullptr);
 }
 
+TEST(Environment, NamesThatAreNone) {
+  EXPECT_FALSE(q9setenv("", "x"));
+  EXPECT_FALSE(q9setenv("a=b", "x"));
+  q9unsetenv("");
+  std::int64_t position = 7;
+  EXPECT_EQ(q9filegetpointer(0, position), EBADF);
+  EXPECT_EQ(position, 7);
+  const test::kept platform(osplatform);
+  for (const std::int32_t number : {-1, 99}) {
+    osplatform = number;
+    EXPECT_FALSE(prefixloadpath("x")) << number;
+  }
+}
+
 TEST(FileNames, Extensions) {
   for (const std::string name : {"a", "a.b/c", ""})
     EXPECT_EQ(completefileext(name, ".x"), name + ".x");

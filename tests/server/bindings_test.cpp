@@ -43,6 +43,9 @@ TEST(Bindings, TellWhatIsWrong) {
       {R"({"definitions": [{"files": []}]})", "0:0 definitions[0] has no definition"},
       {R"({"definitions": [{"definition": "a", "files": [1]}]})",
        "0:0 definitions[0].files is not a string"},
+      {"", "1:1 this is no JSON"},
+      {R"({"definitions": [{"definition": "a", "colour": 1}]})",
+       "0:0 no member is called \"definitions[0].colour\""},
       {R"({"lint": 1})", "0:0 lint is not true or false"}};
   for (const auto& [text, told] : rows) {
     const auto said = parsebindings(text, "/");

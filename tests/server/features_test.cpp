@@ -68,6 +68,7 @@ TEST_F(Features, OfferWhatCanBeWritten) {
                                             {"x.|", ".prior"},
                                             {"x.pri|", ".prior"},
                                             {"x.prior = 3\ny.prior = 4\nx|", "x"},
+                                            {"rf |", ""},
                                             {"* ste|", ""},
                                             {"steps 5 ! ste|", ""},
                                             {"steps: |", ""},
@@ -203,6 +204,10 @@ TEST_F(Features, RepairWhatIsFound) {
   EXPECT_EQ(titles(0, 0), "Write \"steps 5\"\n");
   EXPECT_EQ(titles(1, 3), "Write \"time_limit 5\"\nWrite \"method simplex\"\n");
   EXPECT_EQ(titles(3, 3), "");
+  params["context"]["only"] = {7};
+  EXPECT_TRUE(ask("textDocument/codeAction", params).empty());
+  params["context"].erase("only");
+  EXPECT_EQ(ask("textDocument/codeAction", params)[0]["kind"], "source.fixAll.optxv");
   params["context"]["only"] = {"source.fixAll"};
   const json all = ask("textDocument/codeAction", params)[0]["edit"]["changes"][uri("a.opt")];
   EXPECT_EQ(edited("stesp 5\ntime_limit: 5\nmethod simplx\nsteps 1 ! good\n", all),
@@ -286,6 +291,41 @@ TEST_F(Features, ColourEachPieceOfAText) {
     }
     EXPECT_EQ(got, words) << text;
   }
+}
+
+TEST_F(Features, AreNothingInATextWithoutADefinition) {
+  open("none.txt", "steps 5\n", "plaintext");
+  json params = at("none.txt", cursortext("st|eps 5\n"));
+  params["range"] = {{"start", params["position"]}, {"end", params["position"]}};
+  params["context"] = {{"diagnostics", json::array()}, {"includeDeclaration", true}};
+  for (const char* const request :
+       {"hover", "definition", "references", "documentHighlight", "prepareRename", "completion",
+        "codeAction", "documentSymbol", "foldingRange", "inlayHint", "semanticTokens/full",
+        "semanticTokens/range", "formatting"}) {
+    const json got = ask(string("textDocument/") + request, params);
+    const json& list = got.contains("items")  ? got["items"]
+                       : got.contains("data") ? got["data"]
+                                              : got;
+    EXPECT_TRUE(list.empty()) << request << ' ' << got;
+  }
+}
+
+TEST_F(Features, LeaveOutWhatIsTooMuch) {
+  string text;
+  for (int i = 0; i < 3000; i++) text += "zz 1\n";
+  open("a.opt", text);
+  const std::vector<string> rows = findings("a.opt");
+  EXPECT_LT(rows.size(), 3000U);
+  EXPECT_TRUE(rows.back().ends_with("omitted")) << rows.back();
+}
+
+TEST_F(Features, ColourAPartAlone) {
+  open("a.opt", "steps 1\nsteps 2\nsteps 3\n");
+  json params = document("a.opt");
+  params["range"] = {{"start", {{"line", 1}, {"character", 0}}},
+                     {"end", {{"line", 1}, {"character", 7}}}};
+  const json data = ask("textDocument/semanticTokens/range", params)["data"];
+  EXPECT_EQ(data.size(), 10U) << data;
 }
 
 TEST_F(Features, FormatAText) {

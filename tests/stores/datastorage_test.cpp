@@ -187,6 +187,10 @@ TEST(Stores, ReportKeysOutOfOrder) {
   EXPECT_EQ(told(true), wrong + "     3     0\n");
   std::int32_t* const key = store.allocindex();
   void** const places = store.allocptrs();
+  void** const more = store.allocptrs();
+  const auto apart = reinterpret_cast<char*>(more) - reinterpret_cast<char*>(places);
+  EXPECT_GE(std::abs(apart), 3 * static_cast<std::ptrdiff_t>(sizeof(void*)));
+  store.freeptrs(more);
   key[1] = 5, places[2] = nullptr;
   store.freeindex(key);
   store.freeptrs(places);
