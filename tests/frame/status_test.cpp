@@ -10,6 +10,7 @@
 #include "options/optionkinds.h"
 #include "support/everykind.h"
 #include "support/optiontable.h"
+#include "writers/optionwriter.h"
 
 // Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
 // are its own, so that nothing runs out under one.
@@ -123,6 +124,35 @@ TEST(Memory, ThatRunsOutLeavesTheValuesBeforeARestore) {
       },
       [](tzmaoptions& options) { EXPECT_EQ(options.getasstring("logname"), "now"); });
   optxv_free_snapshot(&taken);
+}
+
+TEST(Memory, IsNotNeededToListen) {
+  tzmaoptions options;
+  optxv_listener listener = {};
+  listener.size = sizeof listener;
+  blocksleft = 1;
+  optxv_listen(&options, &listener);
+  blocksleft = -1;
+  EXPECT_TRUE(options.told.has_value());
+  optxv_listen(&options, nullptr);
+  EXPECT_FALSE(options.told.has_value());
+}
+
+TEST(Memory, ThatRunsOutIsAnExceptionOfAWriter) {
+  tzmaoptions options;
+  options.readdefinitiontext("d", everykind());
+  const tzmaoptionwriter writer(options);
+  bool whole = false;
+  for (long blocks = 1; !whole && blocks < 100; blocks++) {
+    blocksleft = blocks;
+    try {
+      writer.htmltext();
+      whole = true;
+    } catch (const std::bad_alloc&) {
+    }
+    blocksleft = -1;
+  }
+  EXPECT_TRUE(whole);
 }
 
 }  // namespace
