@@ -382,7 +382,8 @@ OPTXV_EMBEDDING_API uint64_t optxv_table_mark(optxv_handle handle);
 
 /*
  * The names, of options and synonyms, that are nearest to one that no option has: at most three,
- * the nearest first, zero-terminated. The result is how many; it is 0 if none is near.
+ * the nearest first, zero-terminated. The result is how many; it is 0 if none is near, and where
+ * memory ran out.
  */
 OPTXV_EMBEDDING_API int32_t optxv_nearest_names(optxv_handle handle, const char* name, size_t size,
                                                 optxv_text nearest[3]);
@@ -697,7 +698,7 @@ typedef struct optxv_listener {
   int32_t (*opening)(void* context, const char* name, optxv_text* text);
 } optxv_listener;
 
-/* Gives the handle a listener, which is copied; nil takes the listener away. */
+/* Gives the handle a listener, which is copied; nil takes the listener away. This cannot fail. */
 OPTXV_EMBEDDING_API void optxv_listen(optxv_handle handle, const optxv_listener* listener);
 
 /* ---- Questions ------------------------------------------------------------------------------ */
@@ -712,7 +713,7 @@ OPTXV_EMBEDDING_API int32_t optxv_show_message(optxv_handle handle, int32_t numb
 /*
  * The names that somebody may have meant who got this message: options and synonyms for an unknown
  * name, allowed values for an unknown value. At most three, the nearest first, zero-terminated. The
- * result is how many, 0 also for every other message and a bad number.
+ * result is how many, 0 also for every other message and a bad number, and where memory ran out.
  */
 OPTXV_EMBEDDING_API int32_t optxv_message_nearest(optxv_handle handle, int32_t number,
                                                   optxv_text nearest[3]);
@@ -811,8 +812,10 @@ OPTXV_EMBEDDING_API int32_t optxv_read_parameter_text(optxv_handle handle, const
  * or the whole new one and nothing between: the text goes to a new file beside it, which is then
  * given its name. Links are followed, the mode and the owner stay. What is no regular file, such as
  * a pipe or /dev/stdout, is written through. The empty name stands for standard output. On any
- * status but 0 a regular file is as it was; except for one that cannot be replaced, because it has
- * further names or its folder or owner does not allow it: that is written in place. Adds no
+ * status but 0 a regular file is as it was, with two exceptions. One that cannot be replaced,
+ * because it has further names or its folder or owner does not allow it, is written in place. And
+ * where the folder cannot be synced to the disk, the file is whole and new, but a crash of the
+ * machine may bring the old one back: that is a status too, the last that can come. Adds no
  * message. While the file is written, the signals that end a process wait, for this thread.
  */
 OPTXV_EMBEDDING_API int32_t optxv_write_parameters(optxv_handle handle, const char* filename);

@@ -320,8 +320,9 @@ OPTXV_API int32_t coptwriteparameterfile(optHandle handle, const char* filename)
  *
  *   a name     of an option or synonym, blanks read as underscores: help on that option;
  *   a number   the sum of what is wanted: 1 all options by group, 2 all options in alphabetical
- *              order with their help, 4 a list for debugging, which goes to standard output,
- *              8 marks of deprecation in the lines of 1. A number below 1 stands for 3;
+ *              order with their help, 4 a list for debugging, which goes to standard output
+ *              (that it cannot be written is told to nobody), 8 marks of deprecation in the lines
+ *              of 1. A number below 1 stands for 3;
  *   else       as 1.
  */
 OPTXV_API void optshowhelp(optHandle handle, const unsigned char* request);

@@ -797,7 +797,8 @@ class options {
     if (optxv_find(handle_, name.data(), name.size(), &number) != 0) return std::nullopt;
     return number;
   }
-  /// The names, at most three, that are nearest to one that no option has, the nearest first.
+  /// The names, at most three, that are nearest to one that no option has, the nearest first; none
+  /// where memory ran out.
   std::vector<std::string_view> nearest(std::string_view name) const {
     optxv_text names[3];
     const std::int32_t count = optxv_nearest_names(handle_, name.data(), name.size(), names);

@@ -176,8 +176,8 @@ int32_t optxv_show_help(optxv_handle handle, const char* request) {
 void optxv_listen(optxv_handle handle, const optxv_listener* listener) {
   if (handle == nullptr) return;
   atboundary([&] {
-    objectof(handle).told =
-        listener != nullptr ? std::make_unique<optxv::listener>(*listener) : nullptr;
+    auto& told = objectof(handle).told;
+    listener != nullptr ? void(told.emplace(*listener)) : told.reset();
   });
 }
 

@@ -90,7 +90,7 @@ tzmalist::~tzmalist() {
       fillpage();
     else if (!lineisempty())
       lwrite(true);
-  } catch (const exception&) {
+  } catch (...) {
     // A header line that nobody will see could not be stored.
   }
 }

@@ -142,7 +142,7 @@ void tzmaoptions::stored(const toption& option, std::int32_t which) {
 void tzmaoptions::beginsource(tminiparser& reader, std::int32_t kind, std::string_view name) {
   const textplace from = assigning.at;
   assigning = {.source = sources.number(name), .road = roadEntry};
-  reader.reportto(told.get(), &messageplaces, assigning.source);
+  reader.reportto(told ? &*told : nullptr, &messageplaces, assigning.source);
   if (told) told->enter(kind, sources.name(assigning.source), from);
 }
 

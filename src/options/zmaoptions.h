@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -27,6 +28,7 @@
 #include "foundation/lists.h"
 #include "foundation/strutilx.h"
 #include "foundation/visibility.h"
+#include "language/listener.h"
 #include "language/places.h"
 #include "options/messages.h"
 #include "options/nameindex.h"
@@ -36,7 +38,6 @@
 
 namespace optxv {
 
-class listener;
 class suggestions;
 class textfile;
 struct linesource;
@@ -444,7 +445,7 @@ class tzmaoptions : public toptionx {
   /// The positions of the string lists that hold items: those that programs define, and those made
   /// at run time, named "--...".
   std::array<std::set<std::int32_t>, 2> filledlists;
-  std::unique_ptr<listener> told;  ///< nil without a listener
+  std::optional<listener> told;  ///< in place, so that to listen takes no memory
   sourcenames sources;
   placelist messageplaces;  ///< of the entries of messagelist
   detaillist messagedetails;

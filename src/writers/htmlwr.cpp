@@ -58,7 +58,7 @@ thtmlwrite::thtmlwrite(inmemory target) : file_(target) {
 thtmlwrite::~thtmlwrite() {
   try {
     close();
-  } catch (const exception&) {
+  } catch (...) {
     // There is nobody left to report to; call close to know.
   }
 }
@@ -67,7 +67,7 @@ void thtmlwrite::close() {
   if (!file_.opened()) return;
   try {
     file_.put(closing);
-  } catch (const exception&) {
+  } catch (...) {
     file_.abandon();
     throw;
   }

@@ -10,6 +10,7 @@
 #include "options/optionkinds.h"
 #include "support/everykind.h"
 #include "support/optiontable.h"
+#include "writers/optionwriter.h"
 
 // Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
 // are its own, so that nothing runs out under one.
@@ -215,6 +216,35 @@ TEST(Arguments, ThatAreNilCountNothing) {
   EXPECT_EQ(optxv_table_mark(nullptr), 0xcbf29ce484222325) << "of no bytes";
   EXPECT_STREQ(optxv_status_text(-99), "unknown status");
   EXPECT_STREQ(optxv_status_text(optxv_unknown), "no such option or entry");
+}
+
+TEST(Memory, IsNotNeededToListen) {
+  tzmaoptions options;
+  optxv_listener listener = {};
+  listener.size = sizeof listener;
+  blocksleft = 1;
+  optxv_listen(&options, &listener);
+  blocksleft = -1;
+  EXPECT_TRUE(options.told.has_value());
+  optxv_listen(&options, nullptr);
+  EXPECT_FALSE(options.told.has_value());
+}
+
+TEST(Memory, ThatRunsOutIsAnExceptionOfAWriter) {
+  tzmaoptions options;
+  options.readdefinitiontext("d", everykind());
+  const tzmaoptionwriter writer(options);
+  bool whole = false;
+  for (long blocks = 1; !whole && blocks < 100; blocks++) {
+    blocksleft = blocks;
+    try {
+      writer.htmltext();
+      whole = true;
+    } catch (const std::bad_alloc&) {
+    }
+    blocksleft = -1;
+  }
+  EXPECT_TRUE(whole);
 }
 
 }  // namespace
