@@ -34,6 +34,10 @@ add_library(optxv_archive STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:optxv_objects
 target_include_directories(optxv_archive PUBLIC src include)
 target_link_libraries(optxv_archive PUBLIC ${CMAKE_DL_LIBS})
 
+set(patience 120)
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+  set(patience 1800)
+endif()
 file(GLOB test_sources CONFIGURE_DEPENDS tests/*/*_test.cpp)
 foreach(source ${test_sources})
   get_filename_component(name ${source} NAME_WE)
@@ -58,7 +62,7 @@ foreach(source ${test_sources})
   optxv_compile_fast(${name})
   add_test(NAME ${name} COMMAND ${name})
   # A refused allocation is a case of its own: it gives nil under the address sanitizer too.
-  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120 ENVIRONMENT
+  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT ${patience} ENVIRONMENT
     "ASAN_OPTIONS=allocator_may_return_null=1:detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1")
 endforeach()
 include(cmake/apitests.cmake)
