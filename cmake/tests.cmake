@@ -49,6 +49,11 @@ if(optxv_precompiles)
   optxv_precompile(optxv_notest <filesystem> <fstream> <sstream> <gtest/gtest.h> <gmock/gmock.h>)
 endif()
 
+
+set(patience 120)
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+  set(patience 1800)
+endif()
 file(GLOB test_sources CONFIGURE_DEPENDS tests/*/*_test.cpp)
 foreach(source ${test_sources})
   get_filename_component(name ${source} NAME_WE)
@@ -76,7 +81,7 @@ foreach(source ${test_sources})
   endif()
   add_test(NAME ${name} COMMAND ${name})
   # A refused allocation is a case of its own: it gives nil under the address sanitizer too.
-  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 120 ENVIRONMENT
+  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT ${patience} ENVIRONMENT
     "ASAN_OPTIONS=allocator_may_return_null=1:detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1")
 endforeach()
 include(cmake/apitests.cmake)
