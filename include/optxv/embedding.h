@@ -120,6 +120,8 @@ enum {
   optxv_other_table = -5, /* made for another handle, or from another definition */
   optxv_bad_argument = -6 /* nil or a number outside its range where that has no meaning */
 };
+/* A function without a status takes a nil handle too: it does nothing, counts 0 and finds nothing.
+ */
 
 /* A status in words, without a full stop: "no such option". Of a positive number, the system's. The
  * text is good until the same thread asks again. */

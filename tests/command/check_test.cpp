@@ -102,6 +102,7 @@ TEST_F(Check, TellsWhatWouldDo) {
        "steps 10000"},
       {"range 1 2,5", "range 1 2.5"},
       {"time_limit -infinity", "time_limit 0"},
+      {"time_limit +inf", "time_limit 1e6"},
       {"time_limit auto", "time_limit 3600\" for the default"},
       {"steps 12,345", "steps 12345"},
       {"steps 12,34", ""},
@@ -176,6 +177,14 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
     EXPECT_EQ(out.substr(0, findings.size()), findings);
     EXPECT_EQ(std::ranges::count(out, '\n'), std::ranges::count(findings, '\n') + 1) << out;
   }
+}
+
+TEST_F(Check, WritesBlanksWhereNamesHaveThem) {
+  save("m.def", "Minos lookup\ng group 1 1 G\ntime_limit double 1 5 0 9 1 1 T\n");
+  save("p", "time_limit = 3\n");
+  EXPECT_NE(check("m.def p").find("help: write \"time limit 3\""), string::npos);
+  save("p", "steps " + string(400, '1') + "\n");
+  EXPECT_EQ(run("check s.def p").status, 1);
 }
 
 TEST_F(Check, LooksForAFileWithAWholeNameNowhereElse) {

@@ -163,6 +163,7 @@ TEST_F(Complete, TellsNothingOfADefinitionThatIsNone) {
   ASSERT_EQ(mkfifo((folder_.path() + "/fifo").c_str(), 0600), 0);
   for (const string file : {"bad", "none", "fifo", "-", ".", "/dev/zero", "''"}) {
     expect("fish -- optxv help " + file + " ti", "words\n");
+    expect("fish --host p --definition '~/" + file + "' -- p --ti", "words\n");
     expect("fish --host p --definition " + (file == "''" ? "none" : file) + " -- p --ti",
            "words\n");
   }

@@ -90,6 +90,13 @@ TEST_F(BoundCheck, ChecksAllThatIsBound) {
   EXPECT_TRUE(told.out.starts_with("a.opt:1:7: error: Integer expected")) << told.out;
   EXPECT_NE(told.out.find("\nsub/c.txt:1:1: error: Unknown option \"stesp\""), std::string::npos);
   EXPECT_NE(told.out.find("\nt.def:1:1: error: cannot be read"), std::string::npos) << told.out;
+  save("optxv.json", R"({"definitions": [{"definition": "s.def", "files": ["**/*.opt", "**"]}]})");
+  std::filesystem::create_directories(folder_.path() + "/.hidden");
+  save("sub/d.opt", "stesp 2\n");
+  save(".hidden/e.opt", "stesp 3\n");
+  const std::string deep = run("check --format gcc").out;
+  EXPECT_NE(deep.find("sub/d.opt:1:1: error"), deep.npos) << deep;
+  EXPECT_EQ(deep.find("e.opt"), deep.npos) << deep;
   save("optxv.json", "{");
   EXPECT_NE(run("check").err.find("optxv.json:1:2: this is no JSON"), std::string::npos);
 }

@@ -310,6 +310,21 @@ TEST_F(Features, AreNothingInATextWithoutADefinition) {
   }
 }
 
+TEST_F(Features, RenameWithVersionsWhereTheClientWantsThem) {
+  start();
+  ask("initialize",
+      {{"processId", 1},
+       {"workspaceFolders", {{{"uri", uriof(folder_.path())}}}},
+       {"capabilities", {{"workspace", {{"workspaceEdit", {{"documentChanges", true}}}}}}}});
+  notify("initialized", json::object());
+  const cursortext in("st|eps 5\n");
+  open("a.opt", in.text);
+  json params = at("a.opt", in);
+  params["newName"] = "strides";
+  const json changes = ask("textDocument/rename", params)["documentChanges"];
+  EXPECT_EQ(changes.size(), 2U) << changes;
+}
+
 TEST_F(Features, LeaveOutWhatIsTooMuch) {
   string text;
   for (int i = 0; i < 3000; i++) text += "zz 1\n";

@@ -54,6 +54,19 @@ TEST_F(Protocol, AnswersWhatIsWrong) {
       {R"({"id":1,"method":"textDocument/hover","params":{"textDocument":{"uri":"file:///a"},)"
        R"("position":{"line":-1,"character":0}}})",
        invalidparams},
+      {R"({"id":1,"method":"textDocument/hover","params":{"textDocument":{"uri":"file:///a"},)"
+       R"("position":{"line":"x","character":0}}})",
+       invalidparams},
+      {R"({"id":1,"method":"textDocument/hover","params":{"textDocument":{"uri":"file:///a"},)"
+       R"("position":{"line":0,"character":-1}}})",
+       invalidparams},
+      {R"({"method":"textDocument/didChange","params":{"textDocument":{"uri":"file:///a",)"
+       R"("version":1},"contentChanges":[]}})",
+       0},
+      {R"({"method":"textDocument/didClose","params":{"textDocument":{"uri":"file:///a"}}})", -1},
+      {R"({"method":"$/cancelRequest","params":{"id":{}}})", -1},
+      {R"({"id":1,"error":{}})", -1},
+      {R"({"method":"textDocument/hover"})", -1},
       {R"({"id":1,"method":"shutdown"})", 0},
       {R"({"id":1,"method":"shutdown"})", invalidrequest}};
   for (const auto& [content, code] : rows) EXPECT_EQ(codeof(content), code) << content;
