@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <new>
 
 #include "optxv/optxv.h"
 
@@ -156,6 +157,7 @@ void collector::explain(finding& found, const optxv_message& message) {
   if (message.fault != optxv_fault_cannot_open || file.starts_with('/')) return;
   std::error_code fault;
   const std::string here = std::filesystem::current_path(fault).string();
+  if (fault == std::errc::not_enough_memory) throw std::bad_alloc();
   found.notes.push_back(
       {fault ? "the current folder cannot be found" : "looked for in \"" + here + '"', {}});
 }
