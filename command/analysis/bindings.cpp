@@ -162,26 +162,60 @@ const binding* bindings::ofdefinition(std::string_view path) const {
   return found == all.end() ? nullptr : &*found;
 }
 
+namespace {
+
+/// The entries of a folder and, if that is wanted, of those below, as far as they may be listed.
+/// Hidden folders are passed over.
+std::vector<fs::directory_entry> entriesof(const std::string& folder, bool deep,
+                                           std::error_code& fault) {
+  std::vector<fs::directory_entry> all;
+  std::vector<fs::path> waiting = {folder};
+  fault.clear();
+  while (!waiting.empty() && !fault) {
+    const fs::path from = waiting.back();
+    waiting.pop_back();
+    fs::directory_iterator at(from, fault);
+    if (fault == std::errc::permission_denied && from != folder) fault.clear();
+    for (; !fault && at != fs::end(at); at.increment(fault)) {
+      all.push_back(*at);
+      std::error_code none;
+      if (deep && !at->is_symlink(none) && at->is_directory(none) &&
+          !ishidden(at->path().filename().string()))
+        waiting.push_back(at->path());
+    }
+  }
+  return all;
+}
+
+/// Whether an entry may be a file to read. What the system does not tell is found by reading it.
+bool mayberead(const fs::directory_entry& entry) {
+  std::error_code ignored;
+  const fs::file_status status = entry.status(ignored);
+  return fs::is_regular_file(status) || !fs::status_known(status);
+}
+
+}  // namespace
+
 /// Only patterns that name folders make it look into them.
-std::vector<std::string> bindings::filesof(const binding& of) const {
-  std::vector<std::string> found;
+std::vector<std::string> bindings::filesof(const binding& of, std::error_code& fault) const {
   const bool deep = std::ranges::any_of(of.files, [](const std::string& pattern) {
     return pattern.find('/') != pattern.npos || pattern == anyfolders;
   });
-  std::error_code fault;
-  fs::recursive_directory_iterator at(folder, fs::directory_options::skip_permission_denied, fault);
-  for (; !fault && at != fs::end(at); at.increment(fault)) {
-    const fs::path& path = at->path();
-    std::error_code ignored;
-    if (at->is_directory(ignored)) {
-      if (!deep || ishidden(path.filename().string())) at.disable_recursion_pending();
-    } else if (offile(path.string()) == &of && ofdefinition(path.string()) == nullptr &&
-               at->is_regular_file(ignored)) {
-      found.push_back(path.lexically_relative(folder).string());
-    }
+  std::vector<fs::directory_entry> entries;
+  do entries = entriesof(folder, deep, fault);
+  while (fault == std::errc::interrupted);
+  std::vector<std::string> found;
+  for (const fs::directory_entry& each : entries) {
+    const std::string path = each.path().string();
+    if (offile(path) == &of && ofdefinition(path) == nullptr && mayberead(each))
+      found.push_back(each.path().lexically_relative(folder).string());
   }
   std::ranges::sort(found);
   return found;
+}
+
+finding unreadablebindings(const std::string& why) {
+  return wrong("cannot be read: " + why);
 }
 
 std::variant<bindings, finding> parsebindings(std::string_view text, const std::string& folder) {
@@ -199,8 +233,8 @@ std::variant<bindings, finding> parsebindings(std::string_view text, const std::
 std::optional<std::string> nearestbindings(const std::string& folder) {
   for (fs::path at = fs::path(folder);; at = at.parent_path()) {
     const fs::path file = at / bindingsname;
-    std::error_code ignored;
-    if (fs::exists(file, ignored)) return file.string();
+    std::error_code fault;
+    if (fs::exists(file, fault) || fault) return file.string();
     if (at == at.parent_path()) return std::nullopt;
   }
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <variant>
 #include <vector>
 
@@ -31,8 +32,10 @@ struct bindings {
   const binding* offile(std::string_view path) const;
   /// The binding whose definition that file is, the first; nil if there is none.
   const binding* ofdefinition(std::string_view path) const;
-  /// The parameter files of a binding that are there, as paths from the folder, sorted.
-  std::vector<std::string> filesof(const binding& of) const;
+  /// The parameter files of a binding that are there, as paths from the folder, sorted. A folder in
+  /// it that may not be listed is passed over. Any other failure of the system is the fault, and
+  /// there may be files that are not among those given.
+  std::vector<std::string> filesof(const binding& of, std::error_code& fault) const;
 };
 
 /// The name of the file.
@@ -42,7 +45,11 @@ inline constexpr std::string_view bindingsname = "optxv.json";
 /// in the file as a whole. Unknown members are faults too, but `$schema` is none.
 std::variant<bindings, finding> parsebindings(std::string_view json, const std::string& folder);
 
-/// The path of the nearest optxv.json from a folder upwards; nothing if there is none.
+/// What is said of such a file that cannot be read.
+finding unreadablebindings(const std::string& why);
+
+/// The path of the nearest optxv.json from a folder upwards; nothing if there is none. Where the
+/// system does not tell whether there is one, its path: reading it then tells why.
 std::optional<std::string> nearestbindings(const std::string& folder);
 
 /// Whether a path, without `.` and `..` in it, is one that a pattern means: `*` is any part of a

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <new>
 
 #include "optxv/optxv.h"
 
@@ -153,10 +154,12 @@ void collector::explain(finding& found, const optxv_message& message) {
   if (message.kind == optMsgDefineError) explainrecord(found, message);
   addhints(found, message, hints_);
   const std::string_view file = viewof(message.about);
-  std::error_code ignored;
-  if (message.fault == optxv_fault_cannot_open && !file.starts_with('/'))
-    found.notes.push_back(
-        {"looked for in \"" + std::filesystem::current_path(ignored).string() + '"', {}});
+  if (message.fault != optxv_fault_cannot_open || file.starts_with('/')) return;
+  std::error_code fault;
+  const std::string here = std::filesystem::current_path(fault).string();
+  if (fault == std::errc::not_enough_memory) throw std::bad_alloc();
+  found.notes.push_back(
+      {fault ? "the current folder cannot be found" : "looked for in \"" + here + '"', {}});
 }
 
 /// What the record should hold, and what it has.

@@ -3,15 +3,20 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 
 namespace command {
 
 void run::filelist::entered(const optxv_source& source) {
-  identity id = given;
-  struct stat status = {};
-  if (source.level > 1) id = stat(source.name, &status) == 0 ? identityof(status) : identity{};
-  all.push_back({source.name, source.level, source.from, id});
+  enteredfile entered{source.name, source.level, source.from, given};
+  if (source.level > 1) {
+    struct stat status = {};
+    const bool known = stat(source.name, &status) == 0;
+    entered.id = known ? identityof(status) : identity{};
+    entered.unknown = known || errno == ENOENT || errno == ENOTDIR ? 0 : errno;
+  }
+  all.push_back(std::move(entered));
 }
 
 run::readparts::readparts(run& of)

@@ -54,7 +54,8 @@ struct enteredfile {
   std::string name;
   std::int32_t level = 1;  ///< 1 for a file that was asked for
   place from = {};         ///< where it is named; no line on level 1
-  identity id = {};        ///< no file if it is none, or is gone
+  identity id = {};        ///< no file if it is none, or is gone, or is not known
+  int unknown = 0;         ///< the system's error number if it does not tell which file it is
 };
 
 /// Reads texts and says what is found in them, in the order of the text, while it reads. It does

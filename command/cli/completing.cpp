@@ -187,8 +187,13 @@ int complete(const request& given) {
     return tell({.what = "--host and --definition belong together"});
   if (!given.handed.empty()) return answer(given);
   completedprogram program = {.name = "optxv"};
+  std::error_code fault;
   if (!given.host.empty())
-    program = {given.host, std::filesystem::absolute(given.definition).lexically_normal().string()};
+    program = {given.host,
+               std::filesystem::absolute(given.definition, fault).lexically_normal().string()};
+  if (fault)
+    return tell({.what = "the path of " + inquotes(given.definition) + " cannot be found",
+                 .error = fault.value()});
   for (const std::string& each : {program.name, program.definition})
     if (printable(each) != each)
       return tell({.what = inquotes(each) + " cannot stand in a script"});

@@ -28,5 +28,9 @@ int flushed(int status) {
 
 int main(int count, char** words) {
   std::set_new_handler(outofmemory);
-  return flushed(command::runcommandline(count, words));
+  try {
+    return flushed(command::runcommandline(count, words));
+  } catch (const std::bad_alloc&) {  // of what asks for memory by other ways than operator new
+    outofmemory();
+  }
 }

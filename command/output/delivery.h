@@ -16,15 +16,11 @@ namespace command {
 using optxv::identity;
 using optxv::identityof;
 
-/// Which of some files a destination is, whatever links lead to it: a position in the list, or
-/// nothing. An empty name is standard output. A product does no harm to what keeps no content, so
-/// terminals, pipes and the like never count as one of the files.
-std::optional<std::size_t> overlays(const std::string& destination,
-                                    std::span<const identity> inputs);
-
 /// Writes a product to a file; an empty name is standard output. Gives nothing, or what failed.
 ///
-/// - One of the inputs is refused; a caller that should write all the same passes none.
+/// - One of the inputs is refused, whatever links lead to it, and so is what may be one, where the
+///   system does not tell; a caller that should write all the same, with --force, passes none. A
+///   product does no harm to what keeps no content, so terminals, pipes and the like never count.
 /// - All others are written as optxv::replacefile does it (src/platform/filereplacement.h).
 std::optional<failure> deliver(const std::string& destination, std::string_view product,
                                std::span<const identity> inputs);

@@ -29,6 +29,14 @@ void workin(const std::string& folder) {
   fs::current_path(folder, ignored);
 }
 
+/// The files of a binding. What cannot be listed fails the request: it would miss files.
+std::vector<std::string> boundby(const bindings& all, const binding& of) {
+  std::error_code fault;
+  std::vector<std::string> found = all.filesof(of, fault);
+  if (fault) throw fs::filesystem_error("cannot be listed", all.folder, fault);
+  return found;
+}
+
 /// The only definition in a folder; empty if there is none, or more than one.
 std::string onlydefinition(const std::string& folder) {
   std::string found;
@@ -39,7 +47,7 @@ std::string onlydefinition(const std::string& folder) {
     if (!found.empty()) return {};
     found = at->path().string();
   }
-  return found;
+  return fault ? std::string() : found;
 }
 
 /// The definition that a comment in the first lines names: `* optxv: definition solver.def`.
@@ -77,8 +85,9 @@ currenttext project::textof(const std::string& path) const {
     result.text.emplace(path, document->text.text());
     return result;
   }
-  std::error_code ignored;
-  if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
+  std::error_code ignored;  // reading it tells why
+  const fs::file_status status = fs::status(path, ignored);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
     result.failure = "it is no regular file";
     return result;
   }
@@ -113,7 +122,10 @@ const bindings* project::nearest(const std::string& folder, std::string* file) {
   if (known.stamp != stamp) {
     const currenttext now = textof(*path);
     known.stamp = stamp;
-    known.said = parsebindings(now.text ? now.text->text() : "{}", folderof(*path));
+    if (now.text)
+      known.said = parsebindings(now.text->text(), folderof(*path));
+    else
+      known.said = unreadablebindings(now.failure);
     if (auto* fault = std::get_if<finding>(&known.said)) fault->where.file = *path;
   }
   return std::get_if<bindings>(&known.said);
@@ -311,7 +323,8 @@ std::vector<std::string> project::filesof(const role& of) {
     if (each != nullptr && !each->folder.empty())
       for (const binding& row : each->all)
         if (pathin(each->folder, row.definition) == of.definition)
-          for (const std::string& name : each->filesof(row)) all.insert(pathin(each->folder, name));
+          for (const std::string& name : boundby(*each, row))
+            all.insert(pathin(each->folder, name));
   for (const auto& [path, document] : open_.all())
     if (const role& found = roleof(path);
         found.known() && !found.isdefinition && found.definition == of.definition)

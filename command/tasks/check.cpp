@@ -71,8 +71,10 @@ void boundcheck::check(const binding& of, const std::vector<std::string>& files)
 
 /// Gives the exit status of a failure, which is told; else 0, with the counts.
 int checkbound(const request& given, reporter& report, tally& total) {
-  std::error_code ignored;
-  const auto file = nearestbindings(std::filesystem::current_path(ignored).string());
+  std::error_code fault;
+  const std::string here = std::filesystem::current_path(fault).string();
+  if (fault) return tell({.what = "the current folder cannot be found", .error = fault.value()});
+  const auto file = nearestbindings(here);
   if (!file)
     return tell({.what = "DEFINITION is required",
                  .notes = {"without one, check looks for " + std::string(bindingsname) +
@@ -89,9 +91,13 @@ int checkbound(const request& given, reporter& report, tally& total) {
     return tell({.what = where, .why = wrong->text});
   }
   const auto& all = std::get<bindings>(said);
-  std::filesystem::current_path(all.folder);
-  for (const binding& each : all.all)
-    boundcheck(given, report, total).check(each, all.filesof(each));
+  std::filesystem::current_path(all.folder, fault);
+  if (fault) return tell({.what = all.folder + ": cannot be entered", .error = fault.value()});
+  for (const binding& each : all.all) {
+    const std::vector<std::string> files = all.filesof(each, fault);
+    if (fault) return tell({.what = all.folder + ": cannot be listed", .error = fault.value()});
+    boundcheck(given, report, total).check(each, files);
+  }
   return 0;
 }
 

@@ -20,13 +20,6 @@ std::string heading(const std::string& left, const std::string& right) {
   return "--- " + printable(left) + "\n+++ " + printable(right) + '\n';
 }
 
-/// The findings outside of a file, which another run has told.
-findingtaker without(const std::string& file) {
-  return [file, take = tostandarderror()](const finding& found) {
-    if (found.where.file != file) take(found);
-  };
-}
-
 /// One side: a definition with a parameter file.
 readsettings sideof(const request& given, const std::string& parameters) {
   readsettings what = readingof(given);
@@ -48,8 +41,17 @@ void putdifferences(const std::vector<difference>& found, const request& given) 
 int diffsettings(const request& given) {
   run left(tostandarderror(), {.origins = true});
   if (!left.read(sideof(given, given.parameters[0]))) return statusunusable;
-  run right(without(given.definition), {.origins = true});
-  right.read(sideof(given, given.parameters[1]));
+  const findingtaker take = tostandarderror();
+  std::vector<finding> again;  // of the definition, which the other run has told
+  run right(
+      [&](const finding& found) {
+        found.where.file == given.definition ? again.push_back(found) : take(found);
+      },
+      {.origins = true});
+  if (!right.read(sideof(given, given.parameters[1]))) {
+    std::ranges::for_each(again, take);
+    return statusunusable;
+  }
   if (left.total().unreadable + right.total().unreadable > 0) return statusunusable;
   const std::vector<difference> found = differences(left, right);
   putdifferences(found, given);

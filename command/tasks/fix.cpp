@@ -34,8 +34,9 @@ class keptback {
   keptback(const keptback&) = delete;
   keptback& operator=(const keptback&) = delete;
   std::FILE* stream() const { return stream_; }
+  /// What was written. Throws std::bad_alloc if there was no room for all of it.
   std::string_view text() const {
-    std::fflush(stream_);
+    if (std::fflush(stream_) != 0 || std::ferror(stream_) != 0) throw std::bad_alloc();
     return {text_, size_};
   }
 

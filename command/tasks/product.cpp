@@ -50,10 +50,13 @@ int withheld(const request& given, const run& read, const std::string& destinati
 int delivered(const request& given, const run& read, const std::string& destination,
               std::string_view product) {
   const std::vector<identity> inputs = given.force ? std::vector<identity>() : inputsof(read);
-  std::optional<failure> failed = delivered(destination, product, inputs);
-  if (!failed) return read.total().status();
-  if (overlays(destination, inputs)) failed->notes.emplace_back("--force writes over it");
-  return tell(*failed);
+  if (!given.force)
+    for (const enteredfile& each : read.files())
+      if (each.unknown != 0)
+        return tell({.what = each.name + ": cannot be told from " + filewords(destination),
+                     .error = each.unknown});
+  const std::optional<failure> failed = delivered(destination, product, inputs);
+  return failed ? tell(*failed) : read.total().status();
 }
 
 int shownproduct(std::string_view text) {

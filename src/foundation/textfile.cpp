@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "foundation/interrupted.h"
 #include "foundation/runtime.h"
 
 namespace optxv {
@@ -21,13 +22,6 @@ constexpr std::size_t longestline = std::size_t{1} << 30;
 void fail(int number) {
   errno = number;
   setioresult(number);
-}
-
-template <class Call>
-auto untilnotinterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
 }
 
 /// Whether a device may give bytes without an end: neither a terminal nor the null device.

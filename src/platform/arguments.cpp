@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "foundation/interrupted.h"
 #include "foundation/pchutil.h"
 #include "foundation/q9private.h"
 #include "foundation/runtime.h"
@@ -28,13 +29,16 @@ char** hostvector = nullptr;
 
 std::string contentof(const char* file) {
   std::string content;
-  const int descriptor = open(file, O_RDONLY | O_CLOEXEC);
+  const int descriptor = untilnotinterrupted([&] { return open(file, O_RDONLY | O_CLOEXEC); });
   if (descriptor < 0) return content;
   char block[4096];
-  for (ssize_t got; (got = read(descriptor, block, sizeof block)) > 0;)
-    content.append(block, static_cast<std::size_t>(got));
+  ssize_t got = 0;
+  const auto more = [&] {
+    return untilnotinterrupted([&] { return read(descriptor, block, sizeof block); });
+  };
+  while ((got = more()) > 0) content.append(block, static_cast<std::size_t>(got));
   close(descriptor);
-  return content;
+  return got == 0 ? content : std::string();  // a part of the arguments would pass for all of them
 }
 
 /// The arguments as a file holds them, as long as the library is loaded.

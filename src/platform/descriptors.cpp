@@ -10,14 +10,14 @@ namespace optxv {
 bool descriptor::finish() {
   const int closing = number_;
   number_ = -1;
-  return closing < 0 || close(closing) == 0;
+  return closing < 0 || close(closing) == 0 || errno == EINTR;  // closed all the same
 }
 
 bool writeall(int file, std::string_view text) {
   while (!text.empty()) {
-    const ssize_t put = write(file, text.data(), text.size());
-    if (put < 0 && errno != EINTR) return false;
-    text.remove_prefix(put < 0 ? 0 : static_cast<std::size_t>(put));
+    const ssize_t put = untilnotinterrupted([&] { return write(file, text.data(), text.size()); });
+    if (put < 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(put));
   }
   return true;
 }

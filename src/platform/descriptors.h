@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/interrupted.h"
 #include "foundation/visibility.h"
 
 namespace optxv {
@@ -19,7 +20,8 @@ class OPTXV_EXPORT descriptor {
   descriptor(const descriptor&) = delete;
   descriptor& operator=(const descriptor&) = delete;
   int number() const { return number_; }
-  /// Closes it; false, with errno set, if the system reports a failed write only now.
+  /// Closes it; false, with errno set, if the system reports a failed write only now. A signal that
+  /// interrupts it is no failure.
   bool finish();
 
  private:
@@ -36,7 +38,7 @@ inline identity identityof(const struct stat& status) {
   return {status.st_dev, status.st_ino};
 }
 
-/// Writes all of the text; false, with errno set, on a failure.
+/// Writes all of the text, also where signals interrupt it; false, with errno set, on a failure.
 OPTXV_EXPORT bool writeall(int file, std::string_view text);
 
 /// The system's words for an error number.

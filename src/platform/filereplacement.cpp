@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "foundation/interrupted.h"
 #include "platform/descriptors.h"
 #include "platform/heldsignals.h"
 
@@ -39,27 +40,37 @@ bool isprocess(const fs::path& folder) {
   return folder.native().starts_with("/proc/");
 }
 
-bool isowndescriptors(const fs::path& folder) {
-  constexpr std::array<const char*, 2> names = {"/proc/self/fd", "/proc/thread-self/fd"};
-  return std::ranges::any_of(names, [&](const char* name) {
-    std::error_code none;
-    return folder == fs::canonical(name, none);
-  });
+/// Whether a folder has the open descriptors of this process. Sets the error if that is not known.
+bool isowndescriptors(const fs::path& folder, std::error_code& error) {
+  for (const char* name : {"/proc/self/fd", "/proc/thread-self/fd"}) {
+    const fs::path own = fs::canonical(name, error);
+    if (error == std::errc::no_such_file_or_directory) error.clear();  // no such file system here
+    if (error || folder == own) return !error;
+  }
+  return false;
+}
+
+/// Where a link leads; empty for what is none, or not there. Sets the error if that is not known.
+fs::path targetof(const fs::path& path, std::error_code& error) {
+  const fs::path target = fs::read_symlink(path, error);
+  if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory)
+    error.clear();
+  return target;
 }
 
 /// Follows the links of a name, even to a file that does not exist yet. Nothing, with errno set, if
-/// a folder on the way does not exist.
+/// a folder on the way does not exist, or if the system does not tell where it leads.
 std::optional<place> placeof(fs::path name) {
   constexpr int mostlinks = 40;
   for (int links = 0; links < mostlinks; links++) {
     std::error_code error;
     const fs::path folder = fs::canonical(name.has_parent_path() ? name.parent_path() : ".", error);
+    const fs::path path = folder / name.filename();
+    if (!error && isowndescriptors(folder, error)) return place{path, place::owndescriptor};
+    const fs::path target = error ? fs::path() : targetof(path, error);
     errno = error.value();
     if (error) return std::nullopt;
-    const fs::path path = folder / name.filename();
-    if (isowndescriptors(folder)) return place{path, place::owndescriptor};
-    const fs::path target = fs::read_symlink(path, error);
-    if (error) return place{path};
+    if (target.empty()) return place{path};
     if (isprocess(folder) && folder.filename() == "fd") return place{path, place::otherdescriptor};
     name = folder / target;
   }
@@ -71,7 +82,8 @@ std::optional<place> placeof(fs::path name) {
 
 /// Syncs a file or a folder to the disk. Some file systems cannot do that, which is not a failure.
 bool synced(int file) {
-  return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+  return untilnotinterrupted([&] { return fsync(file); }) == 0 || errno == EINVAL ||
+         errno == ENOTSUP || errno == EROFS;
 }
 
 result writethrough(int number, std::string_view product) {
@@ -93,7 +105,8 @@ int duplicate(int number) {
 }
 
 int openas(const fs::path& path, int flags) {
-  return open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags);
+  return untilnotinterrupted(
+      [&] { return open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags); });
 }
 
 result writeinplace(const fs::path& path, std::string_view product) {
@@ -146,7 +159,8 @@ class newfile {
     int number = -1;
     for (int tries = 0; tries < mosttries && number < 0; tries++) {
       path_ = place_.parent_path() / freshname();
-      number = open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+      number = untilnotinterrupted(
+          [&] { return open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
       if (number < 0 && errno != EEXIST) break;
     }
     return number;
@@ -161,7 +175,8 @@ class newfile {
 /// The new name exists already; this makes sure that it stays. A folder that cannot be read cannot
 /// be synced to the disk either.
 result syncfolder(const fs::path& folder) {
-  const descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const descriptor opened(untilnotinterrupted(
+      [&] { return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   if (opened.number() < 0 || synced(opened.number())) return std::nullopt;
   return fault{"is written, but its folder cannot be synced to the disk"};
 }

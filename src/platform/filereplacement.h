@@ -19,12 +19,15 @@ struct replacefault {
 /// Writes a text to a file; an empty name is the descriptor of standard output. Gives nothing, or
 /// what failed.
 ///
+/// Calls that a signal interrupts are repeated.
+///
 /// - A regular file, or a free name: a new file is written beside it, under a name that
 ///   begins with .optxv-; it is synced to the disk and then renamed. Owner, group and
 ///   mode are those of the file that it replaces; access lists and other attributes are not copied.
-///   After a failure the old file is as it was, and nothing is left beside it. Signals that end the
-///   process wait until this is done; only SIGKILL, or a crash of the machine, can leave the new
-///   file beside the old one.
+///   After a failure the old file is as it was, and nothing is left beside it; but for the last
+///   failure that there can be, when the new file is in place and its folder cannot be synced.
+///   Signals that end the process wait until this is done; only SIGKILL, or a crash of the machine,
+///   can leave the new file beside the old one.
 /// - A symbolic link stays, and the file that it leads to is written, or created if it does not
 ///   exist yet.
 /// - A regular file is written in place, from its start, if it has further names (hard links),

@@ -11,6 +11,7 @@ namespace optxv::test {
 namespace {
 
 using nlohmann::json;
+using std::string;
 
 const char* const settings =
     "steplim 7\nverbose\nrange * 4\nlogname = my log\nnames one\nnames \"two, three\"\n"
@@ -38,6 +39,25 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
   for (const auto& [arguments, out, err] : rows) {
     const outcome got = run(arguments);
     EXPECT_EQ(std::tuple(got.status, got.out, got.err), std::tuple(2, out, err)) << arguments;
+  }
+}
+
+TEST_F(Command, WhatTheSystemRefusesIsToldAndNotTakenForNothing) {
+  const string astray = "sh -c 'mkdir gone && cd gone && rmdir ../gone && exec \"$0\" \"$@\"'",
+               full = "sh -c 'ulimit -n 4 && exec \"$0\" \"$@\"'",
+               looping = "sh -c 'ln -s optxv.json optxv.json; exec \"$0\" \"$@\"'";
+  const std::tuple<string, string, string> rows[] = {
+      {astray, "check", "the current folder cannot be found: No such file or directory\n"},
+      {astray, "complete bash --host h --definition d",
+       "the path of \"d\" cannot be found: No such file or directory\n"},
+      {full, "lsp", "standard input: cannot be served: Too many open files\n"},
+      {looping, "check",
+       folder_ / "optxv.json: cannot be read: Too many levels of symbolic links\n"}};
+  for (const auto& [system, arguments, sentence] : rows) {
+    const outcome got = run(arguments, system);
+    EXPECT_EQ(std::tuple(got.status, got.out, got.err),
+              std::tuple(2, "", "optxv: error: " + sentence))
+        << arguments;
   }
 }
 

@@ -101,6 +101,13 @@ TEST_F(Diff, ItsStatusIsThatOfSuchTools) {
   }
 }
 
+TEST_F(Diff, ADefinitionThatIsGoneForTheSecondFileIsTold) {
+  save("p", "steps 1\n");
+  const outcome got = run("diff /dev/stdin p p", "sh -c 'cat s.def | \"$0\" \"$@\"'");
+  EXPECT_EQ(got.status, 2);
+  EXPECT_TRUE(got.err.starts_with("/dev/stdin: note: the file is empty\n")) << got.err;
+}
+
 TEST_F(Diff, ProgramsGetTheSameAsJson) {
   save("p", "paths a\n");
   save("q", "range 1 0\n");
