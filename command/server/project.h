@@ -41,8 +41,8 @@ struct currenttext {
 
 /// A definition, kept as it was read, and the parameter text that was read last with it. An edit of
 /// parameter text reads that text alone; the option set then goes back to where it was after the
-/// definition. The definition is read again when its own text changes. What the rules of lint find, if
-/// they are switched on, stands among the findings.
+/// definition. The definition is read again when its own text changes. What the rules of lint find,
+/// if they are switched on, stands among the findings.
 struct kepttable {
   std::string path, folder;
   bool tokens = false;
@@ -52,7 +52,7 @@ struct kepttable {
   std::string stamp;          ///< of the text that was read
   std::unique_ptr<run> kept;  ///< nil if the text could not be read
   std::optional<linter> rules;
-  bool good = false;          ///< it declares an option
+  bool good = false;  ///< it declares an option
   std::vector<finding> findings;
   textmarks marks;                 ///< of the definition
   optxv::tablefacts facts;         ///< option N of the readers at N - 1

@@ -44,7 +44,7 @@ TEST_F(Command, UnusableFilesAreNamedWithTheReason) {
 
 TEST_F(Command, WhatTheSystemRefusesIsToldAndNotTakenForNothing) {
   const string astray = "sh -c 'mkdir gone && cd gone && rmdir ../gone && exec \"$0\" \"$@\"'",
-               full = "sh -c 'ulimit -n 4 && exec \"$0\" \"$@\"'",
+               full = "sh -c 'exec 3>&-; ulimit -n 4 && exec \"$0\" \"$@\"'",
                looping = "sh -c 'ln -s optxv.json optxv.json; exec \"$0\" \"$@\"'";
   const std::tuple<string, string, string> rows[] = {
       {astray, "check", "the current folder cannot be found: No such file or directory\n"},

@@ -68,7 +68,6 @@ TEST_F(Features, OfferWhatCanBeWritten) {
                                             {"x.|", ".prior"},
                                             {"x.pri|", ".prior"},
                                             {"x.prior = 3\ny.prior = 4\nx|", "x"},
-                                            {"rf |", ""},
                                             {"* ste|", ""},
                                             {"steps 5 ! ste|", ""},
                                             {"steps: |", ""},
