@@ -24,13 +24,6 @@ std::pair<textmarks::const_iterator, textmarks::const_iterator> marksin(const te
           std::ranges::upper_bound(all, line, {}, lineof)};
 }
 
-const mark* markat(const textmarks& all, markkind kind, std::int64_t line, std::int64_t column) {
-  const auto [from, to] = marksin(all, line);
-  const auto found = std::find_if(
-      from, to, [&](const mark& each) { return each.kind == kind && each.touches(line, column); });
-  return found == to ? nullptr : &*found;
-}
-
 const textmarks& marklist::of(const std::string& file) const {
   static const textmarks none;
   const auto found = files_.find(file);

@@ -49,8 +49,6 @@ using textmarks = std::vector<mark>;
 /// The marks of some line. They lie between these two.
 std::pair<textmarks::const_iterator, textmarks::const_iterator> marksin(const textmarks& all,
                                                                         std::int64_t line);
-/// The mark of a kind that a place touches; nil if there is none.
-const mark* markat(const textmarks& all, markkind kind, std::int64_t line, std::int64_t column);
 
 /// Where an option got its value last.
 struct laststore {
