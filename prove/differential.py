@@ -21,6 +21,8 @@ sys.path.insert(0, str(ROOT / "tests" / "support"))
 import plainreader  # noqa: E402  (the path comes first)
 from plainreader import Option, Table  # noqa: E402
 
+from aid.build import build  # noqa: E402
+
 BUILD = ROOT / "build"
 NUMBERS, TEXTS = 100_000_000, 1_000_000
 SAMPLE_NUMBERS, SAMPLE_TEXTS = 1_000_000, 4_000
@@ -345,19 +347,13 @@ def texts(count, seed):
     return tried, None
 
 
-def build():
-    subprocess.run(["cmake", "--preset", "release"], cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", "--preset", "release", "--target", "liboptxv.so", "numbers_prove"], cwd=ROOT,
-                   check=True, stdout=subprocess.DEVNULL)
-
-
 def main():
     words = argparse.ArgumentParser()
     words.add_argument("--sample", action="store_true")
     words.add_argument("--texts", type=int)
     words.add_argument("--seed", type=int, default=1)
     given = words.parse_args()
-    build()
+    build("optxv", "numbers_prove")
     numbers = SAMPLE_NUMBERS if given.sample else NUMBERS
     done = subprocess.run([BUILD / "numbers_prove", str(numbers), str(given.seed)], capture_output=True, text=True,
                           check=False)

@@ -17,11 +17,11 @@ import tempfile
 import time
 from pathlib import Path
 
+from aid.build import build, built
 from growing.calls import CALLS, Library
 from growing.everycall import EVERYCALL
 from growing.inputs import INPUTS
 
-TREE = Path(__file__).resolve().parents[1]
 FIRST, LAST = 250, 32000
 FIRST_CALL, LAST_CALL = 4000, 128000
 LIMIT, LONGEST, ALLOWED, ROUNDS = 1.2, 4, 20, 3
@@ -116,13 +116,6 @@ def measure(program, make, subcommand, folder):
     return size, times[-1], exponent(times, 0.05)
 
 
-def build():
-    """Builds the command; its path."""
-    for step in (['--preset', 'release'], ['--build', '--preset', 'release', '--target', 'optxv_command']):
-        subprocess.run(['cmake', *step], cwd=TREE, check=True, stdout=subprocess.DEVNULL)
-    return TREE / 'build' / 'optxv'
-
-
 class Table:
     """The rows, and how many of them grow too fast."""
 
@@ -167,7 +160,9 @@ def main():
     parser.add_argument('--program', type=Path, help='the command; else it is built')
     parser.add_argument('names', nargs='*', help='inputs, subcommands or calls')
     given = parser.parse_args()
-    program = (given.program or build()).resolve()
+    if not given.program:
+        build('optxv_command')
+    program = (given.program or built('optxv')).resolve()
     table = Table()
     time_inputs(table, program, lambda name, subcommand: (not given.names or {name, subcommand} & set(given.names)) and
                 (not given.sample or (name in SAMPLE_INPUTS and subcommand == 'check')))

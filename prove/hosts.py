@@ -15,7 +15,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from support.commandruns import ROOT, RUNS, differing, outcome
+from aid.build import build
+from aid.commandruns import ROOT, RUNS, differing, outcome
 
 # The hosts of the library, each with the one whose notes it must repeat.
 SAME = {host: 'plain' for host in ['locale', 'upward', 'downward', 'towardzero', 'flush', 'flushboth', 'traps', 'closed',
@@ -30,14 +31,6 @@ LEVELS, FILES = 500, 9
 MEBIBYTE = 1 << 20
 COMMAND = ROOT / 'build/optxv'
 COMMA = 'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\ngrouping 3;3\nEND LC_NUMERIC\n'
-
-
-def build():
-    for step in (['cmake', '--preset', 'release'],
-                 ['cmake', '--build', 'build', '--target', 'hosts_prove', 'optxv_command', 'optxv']):
-        run = subprocess.run(step, cwd=ROOT, capture_output=True, text=True, check=False)
-        if run.returncode != 0:
-            sys.exit(run.stdout + run.stderr)
 
 
 # --- What the hosts have
@@ -218,7 +211,7 @@ def closed_output(folder):
 
 def main(words):
     sample = '--sample' in words
-    build()
+    build('hosts_prove', 'optxv_command', 'optxv')
     left_out, tried, faults = [], 0, []
     with tempfile.TemporaryDirectory() as scratch:
         base = Path(scratch)

@@ -19,7 +19,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from support.commandruns import ROOT, RUNS, differing, outcome
+from aid.build import build
+from aid.commandruns import ROOT, RUNS, differing, outcome
 
 # name: the compiler's name of the machine, CMake's, the emulator's
 MACHINES = {'s390x': ('s390x-linux-gnu', 's390x', 's390x'),
@@ -53,7 +54,7 @@ def libcxx_settings():
     return ['-DCMAKE_C_COMPILER=clang-16', '-DCMAKE_CXX_COMPILER=clang++-16', '-DCMAKE_CXX_FLAGS=-stdlib=libc++']
 
 
-def build(name, settings):
+def build_for(name, settings):
     """Builds GoogleTest and then everything of ours; gives the folder. Warnings are for the builds of this machine:
     g++ 12 for armhf takes the end of a string for one that is passed."""
     folder = ROOT / f'build-{name}'
@@ -110,7 +111,7 @@ def try_build(name, sample):
     prefix = ['qemu-' + MACHINES[name][2], '-L', '/usr/' + MACHINES[name][0]] if name in MACHINES else []
     tests, faults, runs = 0, [], RUNS[::6] if sample else RUNS
     if not sample:
-        build(name, machine_settings(name) if name in MACHINES else libcxx_settings())
+        build_for(name, machine_settings(name) if name in MACHINES else libcxx_settings())
         tests, failed = run_tests(folder)
         faults += [f'test {test}' for test in failed] + ([] if tests else ['no test ran'])
     faults += compare(prefix, ROOT / 'build/optxv', folder / 'optxv', runs)
@@ -158,8 +159,7 @@ def try_musl(sample):
 
 def try_reals(sample):
     """Both roads from text to a real."""
-    quietly('cmake', '--preset', 'release', cwd=ROOT)
-    quietly('cmake', '--build', ROOT / 'build', '--target', 'exactreal_prove', 'optxv_command', cwd=ROOT)
+    build('exactreal_prove', 'optxv_command')
     run = subprocess.run([ROOT / 'build/exactreal_prove', str(SAMPLE_TEXTS if sample else TEXTS), '1'],
                          capture_output=True, text=True, check=False)
     lines = run.stdout.splitlines() or ['no figures']

@@ -4,13 +4,14 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-BUILD = Path("build")
+TREE = Path(__file__).resolve().parents[2]
+BUILD = TREE / "build"
 
 
 def build(*targets):
     """Builds targets of the preset that the tests use too. What it prints is shown only if it fails."""
     for words in (["cmake", "--preset", "release"], ["cmake", "--build", "--preset", "release", "--target", *targets]):
-        done = subprocess.run(words, capture_output=True, text=True, check=False)
+        done = subprocess.run(words, cwd=TREE, capture_output=True, text=True, check=False)
         if done.returncode != 0:
             raise SystemExit(done.stdout + done.stderr)
 
