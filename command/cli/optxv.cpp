@@ -18,6 +18,11 @@ namespace {
   std::_Exit(command::statusunusable);
 }
 
+/// In place before all other static objects are made, since some of them ask for memory.
+const struct handlers {
+  handlers() { std::set_new_handler(outofmemory); }
+} installed [[gnu::init_priority(101)]];
+
 /// The exit status, once all that was printed has arrived; or that of this failure.
 int flushed(int status) {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
@@ -27,7 +32,6 @@ int flushed(int status) {
 }  // namespace
 
 int main(int count, char** words) {
-  std::set_new_handler(outofmemory);
   try {
     return flushed(command::runcommandline(count, words));
   } catch (const std::bad_alloc&) {  // of what asks for memory by other ways than operator new
