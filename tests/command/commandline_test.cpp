@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commandrun.h"
+#include "support/sanitized.h"
 
 namespace optxv::test {
 namespace {
@@ -110,14 +111,7 @@ TEST_F(Commandline, CheckCountsErrorsAsItIsTold) {
 }
 
 // A sanitizer takes more address space than any limit leaves.
-#if defined(__SANITIZE_ADDRESS__)
-#define OPTXV_UNLIMITED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OPTXV_UNLIMITED
-#endif
-#endif
-#ifndef OPTXV_UNLIMITED
+#if !OPTXV_SANITIZED
 TEST_F(Commandline, MemoryThatRunsOutIsToldOnce) {
   save("big.def", std::string(std::size_t{48} << 20, 'a'));
   std::string records;

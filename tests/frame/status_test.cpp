@@ -10,6 +10,7 @@
 #include "options/optionkinds.h"
 #include "support/everykind.h"
 #include "support/optiontable.h"
+#include "support/sanitized.h"
 #include "writers/optionwriter.h"
 
 // Memory that runs out after so many more blocks; for ever if below 0. The blocks of a sanitizer
@@ -17,15 +18,7 @@
 namespace {
 long blocksleft = -1;
 }
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SANITIZED
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define SANITIZED
-#endif
-#if !defined(SANITIZED) && defined(__GLIBC__)
+#if !OPTXV_SANITIZED && defined(__GLIBC__)
 namespace {
 bool runsout() {
   if (blocksleft > 0) --blocksleft;
