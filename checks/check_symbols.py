@@ -11,7 +11,7 @@ from pathlib import Path
 
 from check_exports import entries_of
 
-ROW = re.compile(r' ([\w.]+)@Base (\S+)')
+ROW = re.compile(r' ([\w.*?]+)@Base (\S+)')  # a pattern too, which then is no name of a function
 
 
 def rows_of(lines):
