@@ -260,6 +260,7 @@ void code(const setting& in, const std::string& text) {
   run(line);
 }
 
+/// Long help may be wrapped, which makes other lines of it.
 void layout(const setting& in, const std::string& text) {
   const words width = in.flag(2) ? words{"--width", "30"} : words{};
   const auto laidout = [&](std::string_view each) {
@@ -268,8 +269,11 @@ void layout(const setting& in, const std::string& text) {
   const result once = laidout(text);
   if (once.status == 2) return;
   demand(laidout(once.output).output == once.output, "once is enough");
-  const result same = run({"diff", "--definitions", pathof(0, text), pathof(1, once.output)});
-  demand(same.output.empty(), "a definition that is laid out is the same one");
+  const result same =
+      run({"diff", "--json", "--definitions", pathof(0, text), pathof(1, once.output)});
+  if (same.output.empty()) return;  // one that has no option
+  for (const auto& each : nlohmann::json::parse(same.output)["changes"])
+    demand(each["code"] == "help-changed", "a definition that is laid out is the same one");
 }
 
 /// The old one has the first half of the lines.

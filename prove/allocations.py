@@ -17,12 +17,10 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent / "aid"))
-
-import commands  # noqa: E402
-from build import build, built, compiled, workplace  # noqa: E402
-from judge import Tally, command_faults, difference  # noqa: E402
-from server import Folder, Server  # noqa: E402
+from aid import commands
+from aid.build import build, built, compiled, workplace
+from aid.judge import Tally, command_faults, difference
+from aid.server import Folder, Server
 
 FOREVER = 1 << 60
 CAUSES = (b"optxv: error: out of memory\n", b": Cannot allocate memory\n")
@@ -56,7 +54,8 @@ def walk_commands(place, tally, step):
     shared = walk_command("--version", 1, step * 3, place / "version", tally) * 9 // 10
     with ThreadPoolExecutor(2) as pool:
         for at, line in enumerate(commands.LINES):
-            pool.submit(walk_command, line, shared + 1, step, place / str(at), tally).add_done_callback(lambda done: done.result())
+            walked = pool.submit(walk_command, line, shared + 1, step, place / str(at), tally)
+            walked.add_done_callback(lambda done: done.result())
 
 
 HEAD = b"Q9 Standard Exception Handler: Out of Memory in "
@@ -105,7 +104,16 @@ def walk_call(program, kind, name, step, place, files, tally):
     tally.add(name, refused, faults)
 
 
-FIRST = "setplim 4\nsteplim 9\nnames /first\nnames /second\n--made first\nx.scale('a',*) = 3\ntie eq(i,'b')$var(i) = 1\nnosuch 1\nmethod newton\n"
+FIRST = """setplim 4
+steplim 9
+names /first
+names /second
+--made first
+x.scale('a',*) = 3
+tie eq(i,'b')$var(i) = 1
+nosuch 1
+method newton
+"""
 VARIABLES = {"WALKED_STEPLIM": "3", "WALKED_NOSUCH": "1", "WALKED_LOGNAME": "a file"}
 MORE = "more integer 1 1 0 9 1 1 More\nlimits group 7 1 The limits\nmo synonym more\n"
 
@@ -140,8 +148,8 @@ def walk_library(place, tally, step):
 def walk_generated(place, tally, step):
     """The code that the command generates, and the header for C++."""
     for language, name in (("c", "solver_options.h"), ("c++", "solver_options.hpp")):
-        subprocess.run([built("optxv"), "generate", "examples/solver.def", "--lang", language, "--embed", "-o", place / name],
-                       check=True)
+        words = ["generate", "examples/solver.def", "--lang", language, "--embed", "-o", place / name]
+        subprocess.run([built("optxv"), *words], check=True)
     walk_calls(compiled("prove/generated.cpp", place), SOLVER, place, tally, step)
 
 

@@ -463,15 +463,24 @@ std::vector<call> values() {
   };
 }
 
+/// A function that fills in what is known of each number; its other numbers are 1.
+template <class... Arguments>
+call asked(const char* name, std::int32_t (*ask)(optxv_handle, std::int32_t, Arguments...)) {
+  constexpr std::size_t others = sizeof...(Arguments) - 1;
+  using info = std::remove_pointer_t<std::tuple_element_t<others, std::tuple<Arguments...>>>;
+  return checked(name, [ask](optxv_handle h, outcome& out) {
+    const auto one = [&](std::int32_t number, info& found) {
+      if constexpr (others == 0) return ask(h, number, &found);
+      if constexpr (others == 1) return ask(h, number, 1, &found);
+      if constexpr (others == 2) return ask(h, number, 1, 1, &found);
+    };
+    return each<info>(one, out);
+  });
+}
+
 std::vector<call> questions() {
   const auto counted = [](const char* name, auto count) {
     return sure(name, [count](optxv_handle h, outcome& out) { out.put(count(h)); });
-  };
-  const auto asked = []<class Info>(const char* name, Info, auto ask) {
-    return checked(name, [ask](optxv_handle h, outcome& out) {
-      return each<Info>([&](std::int32_t number, Info& found) { return ask(h, number, found); },
-                        out);
-    });
   };
   return {
       counted("optxv_option_count", &optxv_option_count),
@@ -484,51 +493,23 @@ std::vector<call> questions() {
               [](optxv_handle h) { return optxv_indicator_count(h, nullptr); }),
       counted("optxv_table_mark",
               [](optxv_handle h) { return static_cast<std::int64_t>(optxv_table_mark(h)); }),
-      asked("optxv_option_info", optxv_option{},
-            [](optxv_handle h, std::int32_t nr, optxv_option& to) {
-              return optxv_option_info(h, nr, &to);
-            }),
-      asked("optxv_item_info", optxv_item{},
-            [](optxv_handle h, std::int32_t nr, optxv_item& to) {
-              return optxv_item_info(h, nr, 1, &to);
-            }),
-      asked("optxv_help_line", optxv_text{},
-            [](optxv_handle h, std::int32_t nr, optxv_text& to) {
-              return optxv_help_line(h, nr, 1, &to);
-            }),
-      asked("optxv_group_info", optxv_group{},
-            [](optxv_handle h, std::int32_t nr, optxv_group& to) {
-              return optxv_group_info(h, nr, &to);
-            }),
-      asked("optxv_synonym_info", optxv_synonym{},
-            [](optxv_handle h, std::int32_t nr, optxv_synonym& to) {
-              return optxv_synonym_info(h, nr, &to);
-            }),
-      asked("optxv_message_info", optxv_message{},
-            [](optxv_handle h, std::int32_t nr, optxv_message& to) {
-              return optxv_message_info(h, nr, &to);
-            }),
-      asked("optxv_dot_option_info", optxv_dot_option{},
-            [](optxv_handle h, std::int32_t nr, optxv_dot_option& to) {
-              return optxv_dot_option_info(h, nr, &to);
-            }),
-      asked("optxv_dot_option_label", optxv_text{},
-            [](optxv_handle h, std::int32_t nr, optxv_text& to) {
-              return optxv_dot_option_label(h, nr, 1, &to);
-            }),
-      asked("optxv_indicator_info", optxv_indicator{},
-            [](optxv_handle h, std::int32_t nr, optxv_indicator& to) {
-              return optxv_indicator_info(h, nr, &to);
-            }),
-      asked("optxv_indicator_label", optxv_text{},
-            [](optxv_handle h, std::int32_t nr, optxv_text& to) {
-              return optxv_indicator_label(h, nr, 1, 1, &to);
-            }),
-      asked("optxv_show_message", std::int32_t{},
-            [](optxv_handle h, std::int32_t nr, std::int32_t&) {
-              char text[OPTXV_TEXT_SIZE];
-              return optxv_show_message(h, nr, text);
-            }),
+      asked("optxv_option_info", &optxv_option_info),
+      asked("optxv_item_info", &optxv_item_info),
+      asked("optxv_help_line", &optxv_help_line),
+      asked("optxv_group_info", &optxv_group_info),
+      asked("optxv_synonym_info", &optxv_synonym_info),
+      asked("optxv_message_info", &optxv_message_info),
+      asked("optxv_dot_option_info", &optxv_dot_option_info),
+      asked("optxv_dot_option_label", &optxv_dot_option_label),
+      asked("optxv_indicator_info", &optxv_indicator_info),
+      asked("optxv_indicator_label", &optxv_indicator_label),
+      checked("optxv_show_message",
+              [](optxv_handle h, outcome& out) {
+                char text[OPTXV_TEXT_SIZE] = "";
+                return each<int>(
+                    [&](std::int32_t number, int&) { return optxv_show_message(h, number, text); },
+                    out);
+              }),
       guess("optxv_nearest_names",
             [](optxv_handle h, optxv_text* near) {
               return optxv_nearest_names(h, "setplim", OPTXV_ENDED, near);

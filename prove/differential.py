@@ -10,20 +10,17 @@ import argparse
 import ctypes
 import multiprocessing
 import os
-import pathlib
 import random
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tests" / "support"))
+from aid.build import TREE, build, built
+
+sys.path.insert(0, str(TREE / "tests" / "support"))
 
 import plainreader  # noqa: E402  (the path comes first)
 from plainreader import Option, Table  # noqa: E402
 
-from aid.build import build  # noqa: E402
-
-BUILD = ROOT / "build"
 NUMBERS, TEXTS = 100_000_000, 1_000_000
 SAMPLE_NUMBERS, SAMPLE_TEXTS = 1_000_000, 4_000
 CHUNK = 1_000
@@ -192,7 +189,7 @@ class Library:
     """A handle of the library for each text."""
 
     def __init__(self):
-        self.functions = ctypes.CDLL(str(BUILD / "liboptxv.so"))
+        self.functions = ctypes.CDLL(str(built("liboptxv.so")))
         self.definitions = {rule: definition(rule).encode("latin-1") for rule in RULES}
         self.buffers = [ctypes.create_string_buffer(256) for _ in range(2)]
         self.integers = [ctypes.c_int32() for _ in range(6)]
@@ -355,7 +352,7 @@ def main():
     given = words.parse_args()
     build("optxv", "numbers_prove")
     numbers = SAMPLE_NUMBERS if given.sample else NUMBERS
-    done = subprocess.run([BUILD / "numbers_prove", str(numbers), str(given.seed)], capture_output=True, text=True,
+    done = subprocess.run([built("numbers_prove"), str(numbers), str(given.seed)], capture_output=True, text=True,
                           check=False)
     print(done.stdout, end="", flush=True)
     tried, difference = texts(given.texts or (SAMPLE_TEXTS if given.sample else TEXTS), given.seed)

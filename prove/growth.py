@@ -31,7 +31,8 @@ SAMPLE_CALL, SAMPLE_STEP, SAMPLE_INPUTS = 16000, 8, ('faulty_lines', 'synonyms')
 # What each subcommand gets after its definition; {} is the parameter file.
 SUBCOMMANDS = {'check': ['{}'], 'lint': ['{}'], 'fix': ['{}'], 'format': ['{}'], 'origin': ['{}'],
                'convert': ['{}', '--to', 'json', '--force'], 'show': ['{}', '--all'], 'help': ['3'],
-               'search': ['--search', 'number', '7'], 'unknown': ['optoin_000001'], 'write': ['{}', '--force'], 'reference': ['-o', 'site', '--force']}
+               'search': ['--search', 'number', '7'], 'unknown': ['optoin_000001'], 'write': ['{}', '--force'],
+               'reference': ['-o', 'site', '--force']}
 NAMES = {'search': 'help', 'unknown': 'help'}
 # These read no parameters, so that they are of use where the definition grows.
 ALONE = ('help', 'search', 'unknown', 'reference')

@@ -15,8 +15,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from aid.build import build
-from aid.commandruns import ROOT, RUNS, differing, outcome
+from aid.build import BUILD, build, built
+from aid.commandruns import RUNS, differing, outcome
 
 # The hosts of the library, each with the one whose notes it must repeat.
 SAME = {host: 'plain' for host in ['locale', 'upward', 'downward', 'towardzero', 'flush', 'flushboth', 'traps', 'closed',
@@ -29,7 +29,7 @@ LIMITED = {'statuses': 'create 0\ndefinition 0\nparameters 0\nwrite 0\n',
 LOADS, SAMPLE_LOADS = 10_000, 500
 LEVELS, FILES = 500, 9
 MEBIBYTE = 1 << 20
-COMMAND = ROOT / 'build/optxv'
+COMMAND = built('optxv')
 COMMA = 'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\ngrouping 3;3\nEND LC_NUMERIC\n'
 
 
@@ -74,7 +74,7 @@ def notes_of(host, folder, start=(), variables=None, arguments=()):
     """Status and notes of the program in one host."""
     target = folder / 'notes'
     target.unlink(missing_ok=True)
-    run = subprocess.run([*start, ROOT / 'build/hosts_prove', 'plain' if host == 'noproc' else host, folder, target,
+    run = subprocess.run([*start, built('hosts_prove'), 'plain' if host == 'noproc' else host, folder, target,
                           *arguments], cwd=folder, env=os.environ | (variables or {}), capture_output=True, check=False)
     return run.returncode, target.read_bytes() if target.exists() else b''
 
@@ -114,7 +114,7 @@ def try_limits(folder):
 
 def try_loads(folder, count):
     """Loads and unloads, with children between them."""
-    status, notes = notes_of('loads', folder, arguments=[ROOT / 'build/liboptxv.so', str(count)])
+    status, notes = notes_of('loads', folder, arguments=[built('liboptxv.so'), str(count)])
     good = (0, b'bad loads: 0\nmemory as before\n')
     return count, [] if (status, notes) == good else [f'loads: status {status}, {notes.decode().split()}']
 
@@ -132,7 +132,7 @@ def command_hosts(locale, noproc, left_out):
         left_out.append('the command without /proc')
     else:
         # The loader itself finds a library beside the program only by /proc.
-        hosts['noproc'] = (noproc, {'env': os.environ | {'LD_LIBRARY_PATH': str(ROOT / 'build')}})
+        hosts['noproc'] = (noproc, {'env': os.environ | {'LD_LIBRARY_PATH': str(BUILD)}})
     hosts['small stack'] = ([], {'preexec_fn': lambda: resource.setrlimit(resource.RLIMIT_STACK, (256 << 10,) * 2)})
     hosts['few files'] = ([], {'preexec_fn': lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (8, 8))})
     return hosts

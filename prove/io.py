@@ -20,12 +20,10 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent / "aid"))
-
-import commands  # noqa: E402
-from build import build, built, workplace  # noqa: E402
-from judge import Tally, command_faults, difference, same, whole  # noqa: E402
-from server import Folder, Server  # noqa: E402
+from aid import commands
+from aid.build import build, built, workplace
+from aid.judge import Tally, command_faults, difference, same, whole
+from aid.server import Folder, Server
 
 FOREVER = 1 << 60
 HALF, ONEBYTE = -1, -2

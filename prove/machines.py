@@ -19,8 +19,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from aid.build import build
-from aid.commandruns import ROOT, RUNS, differing, outcome
+from aid.build import TREE, build, built
+from aid.commandruns import RUNS, differing, outcome
 
 # name: the compiler's name of the machine, CMake's, the emulator's
 MACHINES = {'s390x': ('s390x-linux-gnu', 's390x', 's390x'),
@@ -45,7 +45,7 @@ def quietly(*command, **how):
 def machine_settings(name):
     """What CMake is to know of a machine."""
     target, processor, emulator = MACHINES[name]
-    return [f'-DCMAKE_SYSTEM_NAME=Linux', f'-DCMAKE_SYSTEM_PROCESSOR={processor}',
+    return ['-DCMAKE_SYSTEM_NAME=Linux', f'-DCMAKE_SYSTEM_PROCESSOR={processor}',
             f'-DCMAKE_C_COMPILER={target}-gcc', f'-DCMAKE_CXX_COMPILER={target}-g++',
             f'-DCMAKE_CROSSCOMPILING_EMULATOR=qemu-{emulator};-L;/usr/{target}']
 
@@ -57,12 +57,12 @@ def libcxx_settings():
 def build_for(name, settings):
     """Builds GoogleTest and then everything of ours; gives the folder. Warnings are for the builds of this machine:
     g++ 12 for armhf takes the end of a string for one that is passed."""
-    folder = ROOT / f'build-{name}'
+    folder = TREE / f'build-{name}'
     common = ['-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release', *settings]
     prefix = folder / 'prefix'
     quietly('cmake', '-S', GOOGLETEST, '-B', folder / 'googletest', f'-DCMAKE_INSTALL_PREFIX={prefix}', *common)
     quietly('cmake', '--build', folder / 'googletest', '--target', 'install')
-    quietly('cmake', '-S', ROOT, '-B', folder, f'-DCMAKE_PREFIX_PATH={prefix}', '-DOPTXV_TOOLS=ON',
+    quietly('cmake', '-S', TREE, '-B', folder, f'-DCMAKE_PREFIX_PATH={prefix}', '-DOPTXV_TOOLS=ON',
             '-DOPTXV_EXAMPLES=OFF', '-DBUILD_TESTING=ON', '-DOPTXV_PRECOMPILE=ON', '-DCMAKE_CXX_COMPILER_LAUNCHER=',
             '-DCMAKE_C_COMPILER_LAUNCHER=', *common)
     quietly('cmake', '--build', folder)
@@ -105,7 +105,7 @@ def compare(prefix, here, there, runs):
 
 def try_build(name, sample):
     """One machine, or the other library of C++: the line for it, and its faults."""
-    folder = ROOT / f'build-{name}'
+    folder = TREE / f'build-{name}'
     if sample and not (folder / 'optxv').exists():
         return f'{name}: not built, not tried', []
     prefix = ['qemu-' + MACHINES[name][2], '-L', '/usr/' + MACHINES[name][0]] if name in MACHINES else []
@@ -114,7 +114,7 @@ def try_build(name, sample):
         build_for(name, machine_settings(name) if name in MACHINES else libcxx_settings())
         tests, failed = run_tests(folder)
         faults += [f'test {test}' for test in failed] + ([] if tests else ['no test ran'])
-    faults += compare(prefix, ROOT / 'build/optxv', folder / 'optxv', runs)
+    faults += compare(prefix, built('optxv'), folder / 'optxv', runs)
     return f'{name}: {tests} test programs, {len(runs)} runs of the command', faults
 
 
@@ -131,7 +131,7 @@ MUSL_LIBRARY = '/usr/lib/x86_64-linux-musl/libc.so'
 def musl_object(source, folder):
     """Compiles a source against musl's headers; gives the C functions that it calls."""
     target = folder / (source.stem + '.o')
-    includes = ['-I', ROOT / 'src', '-I', ROOT / 'include']
+    includes = ['-I', TREE / 'src', '-I', TREE / 'include']
     defined = [f'-DOPTXV_BUILD_{name}=""' for name in ['MAJOR', 'MINOR', 'MAINTENANCE', 'PLATFORM_CODE', 'CODE',
                                                        'PLATFORM_TEXT']]
     quietly(*MUSL, *includes, *defined, '-DOPTXV_BUILD_EPOCH=0', '-c', source, '-o', target)
@@ -144,8 +144,8 @@ def try_musl(sample):
     if sample and not (shutil.which(MUSL[0]) and Path(MUSL_LIBRARY).exists()):
         return 'musl: not installed, not tried', []
     known = set(quietly('nm', '-D', '--defined-only', '--format=just-symbols', MUSL_LIBRARY).split())
-    sources = sorted((ROOT / 'src').glob('*/*.cpp'))
-    defined_here = set(quietly('nm', '-D', '--defined-only', '--format=just-symbols', ROOT / 'build/liboptxv.so').split())
+    sources = sorted((TREE / 'src').glob('*/*.cpp'))
+    defined_here = set(quietly('nm', '-D', '--defined-only', '--format=just-symbols', built('liboptxv.so')).split())
     allowed = known | defined_here | {'_GLOBAL_OFFSET_TABLE_', '_Unwind_Resume', '__dso_handle', '__gxx_personality_v0'}
     if sample:
         sources = sources[::50]
@@ -160,7 +160,7 @@ def try_musl(sample):
 def try_reals(sample):
     """Both roads from text to a real."""
     build('exactreal_prove', 'optxv_command')
-    run = subprocess.run([ROOT / 'build/exactreal_prove', str(SAMPLE_TEXTS if sample else TEXTS), '1'],
+    run = subprocess.run([built('exactreal_prove'), str(SAMPLE_TEXTS if sample else TEXTS), '1'],
                          capture_output=True, text=True, check=False)
     lines = run.stdout.splitlines() or ['no figures']
     return f'reals: {lines[-1]}', lines[:-1] + ([] if run.returncode == 0 else [f'status {run.returncode}'])

@@ -36,7 +36,8 @@ FOLDERS = ('src', 'command/analysis')
 COUNTED, PLAIN = Path('build-coverage').resolve(), Path('build').resolve()
 LIBRARIES = {'src': ('liboptxv.so', 'optxv_archive'), 'command': ('optxv_command_objects',)}
 SAMPLE, SAMPLE_SEED, SAMPLE_FOLDERS = 5, 1, ('foundation', 'language', 'listing', 'stores')
-QUICK = r'-f(profile|coverage)|-mllvm|-runtime-counter'  # what a mutant is compiled without, and what it is compared without
+# What a mutant is compiled without, and what it is compared without.
+QUICK = r'-f(profile|coverage)|-mllvm|-runtime-counter'
 SLOW = QUICK + r'|-Xclang|-include|.*/cmake_pch|-Winvalid|-O0'
 MEMORY = 4 << 30  # bytes that a test may take and write: a change may make it ask for all there is
 
@@ -173,7 +174,8 @@ class Tests:
         return None
 
     def status(self, test, limit):
-        return testruns.run(guarded(test), {'LLVM_PROFILE_FILE': os.devnull, 'GTEST_FAIL_FAST': '1'}, limit, prepare=limited)
+        settings = {'LLVM_PROFILE_FILE': os.devnull, 'GTEST_FAIL_FAST': '1'}
+        return testruns.run(guarded(test), settings, limit, prepare=limited)
 
     def lines_of(self, name):
         """{path: {line: how often the test reaches it}}, from the last run with counters."""

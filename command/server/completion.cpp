@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <set>
 
 #include "options/optionkinds.h"
@@ -205,36 +204,51 @@ void offeryesno(offering& to) {
   offerwords({{"1", "yes"}, {"0", "no"}, {"yes", ""}, {"no", ""}, {"on", ""}, {"off", ""}}, to);
 }
 
+/// The files of a folder and the folders in it, these with a slash. Names with a dot in front are
+/// there if hidden is true; those that a line of text cannot show as they are never are.
+std::set<std::string> filesin(const std::string& folder, bool hidden) {
+  constexpr std::size_t mostfiles = 5000;
+  std::set<std::string> names;
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder, error);
+  for (; !error && entry != std::filesystem::directory_iterator() && names.size() < mostfiles;
+       entry.increment(error)) {
+    std::string name = entry->path().filename();
+    if ((name.starts_with('.') && !hidden) || printable(name) != name) continue;
+    std::error_code gone;
+    const auto status = entry->status(gone);
+    const bool isfolder = std::filesystem::is_directory(status);
+    if (isfolder) name += '/';
+    if (isfolder || std::filesystem::is_regular_file(status)) names.insert(std::move(name));
+  }
+  return names;
+}
+
+/// The name of a file as a value, after the quote that is typed or without one (0). The quote of a
+/// folder stays open. Empty if the name has the quote in it, which ends the value there.
+std::string filevalue(const std::string& name, char quote) {
+  const bool isfolder = name.ends_with('/');
+  if (quote == 0 && isfolder) return name;
+  const std::string value = quote == 0 ? externalform(name) : quote + name + quote;
+  const bool quoted = value != name;
+  if (quoted && name.find(value.front()) != name.npos) return {};
+  return isfolder ? value.substr(0, value.size() - 1) : value;
+}
+
 /// The files that somebody may mean who has typed the beginning of a name: those of the folder that
-/// is typed so far, with the folders in it. Names with a dot in front are shown to who types it.
+/// is typed so far. Names with a dot in front are shown to who types it.
 void offerfiles(const subject& of, offering& to) {
   const std::string_view typed = to.typedtext();
   const bool quoted = typed.starts_with('"') || typed.starts_with('\'');
   const std::string_view name = typed.substr(quoted ? 1 : 0);
   const std::size_t slash = name.rfind('/') + 1;  // 0 if there is none
   const std::string front(name.substr(0, slash));
-  std::error_code error;
-  std::filesystem::directory_iterator entry(pathin(of.what.folder, front.empty() ? "." : front),
-                                            error);
-  std::map<std::string, bool> names;
-  constexpr std::size_t mostfiles = 5000;
-  for (; !error && entry != std::filesystem::directory_iterator() && names.size() < mostfiles;
-       entry.increment(error)) {
-    std::string found = entry->path().filename();
-    if (found.starts_with('.') && name.substr(slash, 1) != ".") continue;
-    std::error_code gone;
-    if (const auto status = entry->status(gone); std::filesystem::is_directory(status))
-      names.emplace(found + '/', true);
-    else if (std::filesystem::is_regular_file(status))
-      names.emplace(std::move(found), false);
-  }
-  for (const auto& [found, isfolder] : names) {
-    std::string label = front + found;
-    if (quoted)
-      label = typed[0] + label + (isfolder ? "" : std::string(1, typed[0]));
-    else if (!isfolder)
-      label = externalform(label);
-    to.add({.label = std::move(label), .kind = isfolder ? folderitem : fileitem});
+  const std::string folder = pathin(of.what.folder, front.empty() ? "." : front);
+  for (const std::string& each : filesin(folder, name.substr(slash).starts_with('.'))) {
+    std::string label = filevalue(front + each, quoted ? typed[0] : '\0');
+    const bool isfolder = each.ends_with('/');
+    if (!label.empty())
+      to.add({.label = std::move(label), .kind = isfolder ? folderitem : fileitem});
   }
 }
 

@@ -49,10 +49,10 @@ struct kepttable {
   bool lint = false;
   std::string name;  ///< of the definition, as findings have it
 
-  std::string stamp;          ///< of the text that was read
-  std::unique_ptr<run> kept;  ///< nil if the text could not be read
-  std::optional<linter> rules;
-  bool good = false;  ///< it declares an option
+  std::string stamp;            ///< of the text that was read
+  std::unique_ptr<run> kept;    ///< nil if the text could not be read
+  std::optional<linter> rules;  ///< has joined the kept run; nothing where lint is off
+  bool good = false;            ///< it declares an option
   std::vector<finding> findings;
   textmarks marks;                 ///< of the definition
   optxv::tablefacts facts;         ///< option N of the readers at N - 1

@@ -76,15 +76,15 @@ struct ending {
   failure told = {};  ///< with an error number if it is one
 };
 
-ending broken(const char* what) {
-  return {.told = {.what = what, .error = errno}};
+ending broken(const char* what, int error) {
+  return {.told = {.what = what, .error = error}};
 }
 
 /// Takes what is there to read. Nothing if that is the end.
 std::optional<std::size_t> taken(int from, std::span<char> block, ending& end) {
   const auto more = [&] { return read(from, block.data(), block.size()); };
   const ssize_t got = optxv::untilnotinterrupted(more);
-  if (got < 0) end = broken("standard input: cannot be read");
+  if (got < 0) end = broken("standard input: cannot be read", errno);
   return got > 0 ? std::optional(static_cast<std::size_t>(got)) : std::nullopt;
 }
 
@@ -96,7 +96,7 @@ ending relay(server& to, int from, logfile& log, const int& lost) {
   while (!to.ended() && lost == 0) {
     pollfd waited{.fd = from, .events = POLLIN, .revents = 0};
     const int ready = poll(&waited, 1, patience);
-    if (ready < 0 && errno != EINTR) return broken("standard input: cannot be read");
+    if (ready < 0 && errno != EINTR) return broken("standard input: cannot be read", errno);
     if (ready <= 0 && isgone(to.client())) return end;
     if (ready <= 0) continue;
     const auto got = taken(from, block, end);
@@ -105,8 +105,7 @@ ending relay(server& to, int from, logfile& log, const int& lost) {
     log.add("<-- ", bytes);
     to.take(bytes);
   }
-  errno = lost;
-  if (lost != 0 && lost != EPIPE) return broken("standard output: cannot be written");
+  if (lost != 0 && lost != EPIPE) return broken("standard output: cannot be written", lost);
   end.said = to.ended();
   return end;
 }

@@ -23,8 +23,9 @@ def built(name):
 def compiled(source, place, *words):
     """Compiles one source against the library in the build folder, and gives the program."""
     program = Path(place) / Path(source).stem
-    done = subprocess.run(["c++", "-std=c++20", "-O1", "-Iinclude", f"-I{place}", source, "-o", program, BUILD / "liboptxv.so",
-                           f"-Wl,-rpath,{BUILD.resolve()}", *words], capture_output=True, text=True, check=False)
+    line = ["c++", "-std=c++20", "-O1", "-Iinclude", f"-I{place}", source, "-o", program, BUILD / "liboptxv.so",
+            f"-Wl,-rpath,{BUILD.resolve()}", *words]
+    done = subprocess.run(line, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         raise SystemExit(done.stderr)
     return program

@@ -1,10 +1,11 @@
 """Runs of the command on the examples: what each prints, its status and the files that it writes."""
+
 import hashlib
 import shutil
 import subprocess
-from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent.parent
+from aid.build import TREE
+
 DEFINITION, FAULTY, PARAMETERS, TIGHT = 'solver.def', 'faulty.opt', 'solver.opt', 'tight.opt'
 
 # Each in a fresh copy of examples/, which it may write to.
@@ -61,7 +62,7 @@ def digest(folder):
 def outcome(command, words, folder, **how):
     """Status, output, complaints and files of one run in a fresh copy of the examples."""
     shutil.rmtree(folder, ignore_errors=True)
-    shutil.copytree(ROOT / 'examples', folder)
+    shutil.copytree(TREE / 'examples', folder)
     (folder / 'examples').symlink_to('.')  # one of the files names another from above the folder
     run = subprocess.run([*map(str, command), *words], cwd=folder, capture_output=True, stdin=subprocess.DEVNULL,
                          check=False, **how)

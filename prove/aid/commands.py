@@ -8,7 +8,10 @@ FOLDER = "walked"
 
 MISTAKES = "iteration_limt 5000\ntime_limit -1\nmethod = newton\nlog_file = \"the \"big\" run.log\"\nprint_level 3\n"
 NEWER = "Normal lookup\ntime_limit double 101 100 0 1000 1 1 Time limit\nthreads integer 103 1 1 64 12 1 Threads\n"
-TABLE = "name,type,default,low,high,group,text\nsteplim,integer,100,0,1000,Limits,Step limit\nmethod,enumstr,primal,,,,Method\n"
+TABLE = """name,type,default,low,high,group,text
+steplim,integer,100,0,1000,Limits,Step limit
+method,enumstr,primal,,,,Method
+"""
 BOUND = {"definitions": [{"definition": "solver.def", "files": ["*.opt"]}]}
 
 
@@ -16,7 +19,8 @@ def files():
     """The files of the folder that each line is run in."""
     parameters = (EXAMPLES / "solver.opt").read_text().replace("examples/", "")
     return {"solver.def": (EXAMPLES / "solver.def").read_bytes(), "solver.opt": parameters,
-            "tight.opt": (EXAMPLES / "tight.opt").read_bytes(), "faulty.opt": MISTAKES, "other.opt": "threads 4\n", "naming.opt": "read \"missing.opt\"\n",
+            "tight.opt": (EXAMPLES / "tight.opt").read_bytes(), "faulty.opt": MISTAKES,
+            "other.opt": "threads 4\n", "naming.opt": "read \"missing.opt\"\n",
             "newer.def": NEWER, "table.csv": TABLE, "set.json": '{"time_limit": 9, "threads": 2}\n',
             "optxv.json": json.dumps(BOUND), "old.out": "what was there before\n"}
 
@@ -33,8 +37,10 @@ def conversation(folder):
     here = {"textDocument": {"uri": uri}, "position": {"line": 0, "character": 3}}
     layout = {"textDocument": {"uri": uri}, "options": {"tabSize": 2, "insertSpaces": True}}
     opened = {"textDocument": {"uri": uri, "languageId": "optxv-parameters", "version": 1, "text": MISTAKES}}
-    asked = [("completion", here), ("hover", here), ("definition", here), ("documentSymbol", here), ("formatting", layout)]
-    return "".join([framed("initialize", {"processId": None, "rootUri": folder.absolute().as_uri(), "capabilities": {}}, 1),
+    asked = [("completion", here), ("hover", here), ("definition", here), ("documentSymbol", here),
+             ("formatting", layout)]
+    root = folder.absolute().as_uri()
+    return "".join([framed("initialize", {"processId": None, "rootUri": root, "capabilities": {}}, 1),
                     framed("initialized", {}), framed("textDocument/didOpen", opened)] +
                    [framed("textDocument/" + name, params, 2 + at) for at, (name, params) in enumerate(asked)] +
                    [framed("shutdown", None, 9), framed("exit", None)])

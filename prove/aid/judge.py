@@ -22,7 +22,8 @@ class Tally:
 
 
 def whole(run, base, folder):
-    """What is wrong with the files after a run: each is as it was, or as it comes to be without a failure; a log is of its run."""
+    """What is wrong with the files after a run: each is as it was, or as it comes to be without a failure. A log is of
+    its run, and not looked at."""
     for name in sorted(run.files.keys() | base.files.keys()):
         if name.endswith(".log"):
             continue
@@ -45,7 +46,8 @@ def command_faults(run, base, folder, causes):
     if same(run, base):
         return faults
     if run.status != 2:
-        return faults + [f"status {run.status} in place of {base.status}: {run.err[-200:]!r} {difference(run.out, base.out)}"]
+        said = f"{run.err[-200:]!r} {difference(run.out, base.out)}"
+        return faults + [f"status {run.status} in place of {base.status}: {said}"]
     if not any(cause in run.err + run.out for cause in causes):
         faults.append(f"no sentence: {run.err[-300:]!r}")
     return faults

@@ -80,8 +80,9 @@ class Server:
         self.reports, reports = os.pipe()
         variables = {"PATH": os.environ["PATH"], "LC_ALL": "C", "LD_PRELOAD": str(preload),
                      "PROVE_ORDERS": str(orders), "PROVE_REPORTS": str(reports), **(environment or {})}
-        self.process = subprocess.Popen(words, cwd=folder.path, env=variables, stdin=self.opened(self.input, os.O_RDONLY), stdout=self.opened(self.out, os.O_WRONLY | os.O_APPEND),
-                                        stderr=self.opened(self.err, os.O_WRONLY | os.O_APPEND), pass_fds=(orders, reports))
+        out, err = (self.opened(file, os.O_WRONLY | os.O_APPEND) for file in (self.out, self.err))
+        self.process = subprocess.Popen(words, cwd=folder.path, env=variables, stdin=self.opened(self.input, os.O_RDONLY),
+                                        stdout=out, stderr=err, pass_fds=(orders, reports))
         os.close(orders)
         os.close(reports)
 

@@ -120,7 +120,18 @@ TEST_F(Check, TellsWhatWouldDo) {
       {"x.prior(jan) 3", "x.prior('jan') 3"},
       {"rf a b.opt", "rf \"a b.opt\""},
       {"lines no steps 1,5 time_limit 2", ""},
-      {"lines no time_limit 1,5", "time_limit 1.5"}};
+      {"lines no time_limit 1,5", "time_limit 1.5"},
+      {"steps 5\xc2\xa0", "steps 5"},
+      {"steps 1,2345", ""},
+      {"steps 123,456x", ""},
+      {"steps ,5", ""},
+      {"scale inf", "scale yes"},
+      {"method = = simplex", "method = simplex"},
+      {"range", "range 0\" for the default"},
+      {"---steps 5", "steps 5"},
+      {"x.prior)jan( 3", ""},
+      {"rf a c.opt", ""},
+      {"rf", ""}};
   save("a b.opt", "");
   for (const auto& [line, form] : rows) {
     save("p", line + "\n");
@@ -170,7 +181,13 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
       {"\xEF\xBB\xBF* c\n",
        "p:1:1: note: the file begins with a byte-order mark (UTF-8), which the language does not "
        "know\np:1:1: help: save the file as plain text without the mark\n"
-       "p:1:1: error: Option keyword expected, saw \"\\xEF\"\n"}};
+       "p:1:1: error: Option keyword expected, saw \"\\xEF\"\n"},
+      {"\xFF\xFEs\n",
+       "p:1:1: note: the file begins with a byte-order mark (UTF-16), which the language does not "
+       "know\np:1:1: help: save the file as plain text without the mark\n"
+       "p:1:1: error: Option keyword expected, saw \"\\xFF\"\n"},
+      {string("* \0 a\nlog_file a\0\n", 18),
+       "p:2:11: warning: the line has a zero byte in it; is this a text file?\n"}};
   for (const auto& [text, findings] : rows) {
     save("p", text);
     const string out = told("s.def p");
@@ -238,6 +255,25 @@ d:2:1: help: a record begins in column 1, and the one above takes no line more
       {"s string 0 a 1 1 Name\n// end\n",
        R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one
 d:2:1: help: a comment has a * in column 1
+)"},
+      {"s string 0 a 1 1 Name\n; end\n",
+       R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one
+d:2:1: help: a comment has a * in column 1
+)"},
+      {"s string 0 a 1 1 Name\n5 end\n",
+       R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one
+d:2:1: help: a record begins with a letter in column 1
+)"},
+      {"a boolean x z 1 y A\n",
+       R"(d:1:11: error: Bad usermap value for option "a"
+d:1:11: note: expected: usermap default hc group text
+d:1:11: note: saw "x" as usermap
+d:1:13: error: Bad default value for option "a"
+d:1:13: note: expected: usermap default hc group text
+d:1:13: note: saw "z" as default
+d:1:17: error: Bad Group value for option "a"
+d:1:17: note: expected: usermap default hc group text
+d:1:17: note: saw "y" as group
 )"},
       {"s string 0 a 1 1 Name\n# end\na integer 0 1 0 9 1 1 A\nb integer 0 1 0 9 1 1 B\n",
        R"(d:2:1: error: the definition ends here, since the line neither begins a record nor continues one

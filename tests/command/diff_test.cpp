@@ -194,6 +194,12 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
      "breaking: a: is called b now [option-renamed]\n"},
     {"a integer 0 5 0 9 1 1 A", "b integer 0 5 0 9 1 1 A",
      "breaking: a: is gone [option-gone]\nchange: b: is new [option-new]\n"},
+    {"a integer 1 5 0 9 1 1 A\nb integer 1 5 0 9 1 1 B", "c integer 1 5 0 9 1 1 C",
+     "breaking: a: is gone [option-gone]\nbreaking: b: is gone [option-gone]\n"
+     "change: c: is new [option-new]\n"},
+    {"a integer 1 5 0 9 1 1 A\nb integer 2 5 0 9 1 1 B", "b integer 1 5 0 9 1 1 B",
+     "breaking: a: is gone [option-gone]\nbreaking: b: the usermap is 1, was 2 "
+     "[usermap-changed]\n"},
     {"a integer 1 5 0 9 1 1 A", "b integer 1 6 0 9 1 1 A\na synonym b",
      "change: a: is called b now, of which a is a synonym [option-renamed-kept]\n"
      "change: b: the default is 6, was 5 [default-changed]\n"},
@@ -213,6 +219,8 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
      "change: a: the default is \"x OLD\", was NEW [default-changed]\n"},
     {"a boolean.NV 1 0 1 1 A", "a boolean.NV 1 1 1 1 A",
      "breaking: a: the name alone sets 1, and set 0 [default-said]\n"},
+    {"a integer.OPT 1 5 0 9 1 1 A", "a integer.OPT 1 6 0 9 1 1 A",
+     "breaking: a: the name alone sets 6, and set 5 [default-said]\n"},
     {"a enumstr 1 p 1 1 A\n p 1 P\n q 1 Q", "a enumstr 1 p 1 1 A\n P 2 P\n \"r s\" 1 R",
      "breaking: a: the item q is gone [item-gone]\n"
      "change: a: the item \"r s\" is new [item-new]\n"},
@@ -222,6 +230,9 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
      "b integer 1 5 0 9 1 1 A\na synonym b\nm macro 1 1 M\n b",
      "breaking: m: the members are b, were a z [members-changed]\n"
      "change: a: is called b now, of which a is a synonym [option-renamed-kept]\n"},
+    {"a integer 1 5 0 9 1 1 A\nm macro 1 1 M\n a\n z", "m macro 1 1 M\n z",
+     "breaking: a: is gone [option-gone]\n"
+     "breaking: m: the members are z, were a z [members-changed]\n"},
     {"r immediate ReadFile 1 1 R", "r immediate Message 1 1 R",
      "breaking: r: the instruction is Message, was ReadFile [action-changed]\n"},
     {"a integer 1 5 0 9 1 1 A", "a integer 2 5 0 9 1 1 A",
@@ -254,6 +265,7 @@ const std::tuple<const char*, const char*, const char*> changes[] = {
      "change: group 1: the text is \"First\", was \"One\" [group-changed]\n"
      "change: group 2: is gone [group-gone]\nchange: group 3: is new [group-new]\n"},
     {"c eolcomm !#\nw indicator", "d eolcomm #!\nw indicator", ""},
+    {"c eolcomm !#", "", "breaking: eolcomm: the characters are none, were !# [comment-changed]\n"},
     {"c eolcomm !#\nw indicator", "c eolcomm #\nv indicator",
      "breaking: eolcomm: the characters are #, were !# [comment-changed]\n"
      "breaking: indicator: the word is v, was w [indicator-changed]\n"},

@@ -72,14 +72,18 @@ TEST_F(Features, OfferWhatCanBeWritten) {
                                             {"steps 5 ! ste|", ""},
                                             {"steps: |", ""},
                                             {"log_file \"a b|\"", "\"a b.log\""},
-                                            {"rf |", "\"b c.opt\" optxv.json s.def sub/"},
+                                            {"rf |", "\"b c.opt\" it's.opt optxv.json s.def sub/"},
                                             {"rf s|", "s.def sub/"},
                                             {"rf sub/|", "sub/deep.opt"},
                                             {"rf \"b|\"", "\"b c.opt\""},
+                                            {"rf d|", ""},
+                                            {"rf 'it|'", ""},
                                             {"rf ../no such/|", ""},
                                             {"quiet |", ""}};
   std::filesystem::create_directory(path("sub"));
-  for (const char* name : {"sub/deep.opt", "b c.opt", ".hidden"}) save(name, "");
+  for (const char* name :
+       {"sub/deep.opt", "b c.opt", ".hidden", "it's.opt", "d\te.opt", "d\"e f.opt"})
+    save(name, "");
   for (const auto& [marked, labels] : rows) {
     const string got = offered("a.opt", marked);
     EXPECT_EQ(got, labels) << marked;
