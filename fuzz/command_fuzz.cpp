@@ -272,7 +272,8 @@ void layout(const setting& in, const std::string& text) {
   const result same =
       run({"diff", "--json", "--definitions", pathof(0, text), pathof(1, once.output)});
   if (same.output.empty()) return;  // one that has no option
-  for (const auto& each : nlohmann::json::parse(same.output)["changes"])
+  const auto told = nlohmann::json::parse(same.output);
+  for (const auto& each : told["changes"])
     demand(each["code"] == "help-changed", "a definition that is laid out is the same one");
 }
 
