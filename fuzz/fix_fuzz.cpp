@@ -2,6 +2,7 @@
 // the command makes them, until none is left; the text then says what it said, or more.
 #include <set>
 
+#include "analysis/hints.h"
 #include "analysis/run.h"
 #include "grammar.h"
 #include "richdefinition.h"
@@ -39,6 +40,12 @@ std::string lineof(std::string_view text, std::int64_t number) {
   return std::string(text.substr(0, text.find('\n')));
 }
 
+/// An item without the quotes that a repair takes from it.
+std::string bare(std::string_view item) {
+  while (command::withoutforeignquotes(item)) continue;
+  return std::string(item);
+}
+
 std::map<std::string, setvalue> valuesof(const command::run& read, std::string_view text) {
   std::map<std::string, setvalue> values;
   const optxv_handle handle = read.options().handle();
@@ -58,7 +65,7 @@ std::map<std::string, setvalue> valuesof(const command::run& read, std::string_v
     for (std::int32_t item = 1; info.kind == optxv_kind_list && item <= info.items; item++) {
       optxv_text piece{};
       if (optxv_list_item(handle, option, item, &piece) == 1)
-        value.items.emplace_back(piece.bytes, piece.size);
+        value.items.push_back(bare({piece.bytes, piece.size}));
     }
   }
   return values;

@@ -1,16 +1,11 @@
 #include "analysis/entrychecks.h"
 
+#include <algorithm>
+
 #include "analysis/hints.h"
 #include "text/printable.h"
 
 namespace command {
-namespace {
-
-bool isdashes(char c) {
-  return c == '-' || c == '/';
-}
-
-}  // namespace
 
 void entrychecks::key(const optxv_key& key) {
   constexpr std::int32_t ownkey = 2;  // dashes that make a key of the user's own
@@ -20,10 +15,10 @@ void entrychecks::key(const optxv_key& key) {
 /// A key of the user's own that may well be meant for something else.
 void entrychecks::checklist(const optxv_key& key) {
   std::string_view name = viewof(key.text);
-  while (!name.empty() && isdashes(name[0])) name.remove_prefix(1);
+  name.remove_prefix(std::min(name.find_first_not_of('-'), name.size()));
   const std::string_view line = at_.source().text;
   const auto before = static_cast<std::size_t>(key.place.column - 1);
-  if (before >= 1 && before <= line.size() && line[before - 1] == '/') {
+  if (line.substr(0, before).ends_with('/')) {
     finding found = own(
         ownfinding::slashes, key.place,
         "this is no comment but an entry for a list called " + inquotes("--" + std::string(name)));

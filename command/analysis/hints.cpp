@@ -208,6 +208,7 @@ class hinting {
   void boolean();
   void item();
   void similar();
+  void reference();
   void index();
   void missing();
   void remainder();
@@ -351,7 +352,7 @@ void hinting::offername(const place& where, string_view name, bool samemeaning) 
 
 /// Tells the line with the only name that can be meant, and if need be its value put right too.
 void hinting::offerlikely() {
-  if (found_.nearest.size() != 1 || from_.at.source().kind == optxv_source_definition) return;
+  if (found_.nearest.size() != 1) return;
   const std::string& name = found_.nearest[0];
   offername(place(said_.place), name);
   if (told() || name.starts_with('.')) return;
@@ -363,6 +364,11 @@ void hinting::offerlikely() {
 void hinting::similar() {
   found_.nearest = from_.names.nearest(viewof(said_.about));
   offerlikely();
+}
+
+/// A record of a definition names an option that is not there.
+void hinting::reference() {
+  found_.nearest = from_.names.nearest(viewof(said_.seen));
 }
 
 /// A line that begins as comments do elsewhere.
@@ -560,9 +566,9 @@ constexpr std::array<row, 18> rows = {{{optxv_fault_bad_separator, &hinting::sep
                                        {optxv_fault_remainder, &hinting::remainder},
                                        {optxv_fault_deprecated, &hinting::deprecated},
                                        {optxv_fault_cannot_open, &hinting::file},
-                                       {optxv_fault_unknown_target, &hinting::similar},
-                                       {optxv_fault_unknown_member, &hinting::similar},
-                                       {optxv_fault_unknown_marked, &hinting::similar}}};
+                                       {optxv_fault_unknown_target, &hinting::reference},
+                                       {optxv_fault_unknown_member, &hinting::reference},
+                                       {optxv_fault_unknown_marked, &hinting::reference}}};
 
 }  // namespace
 

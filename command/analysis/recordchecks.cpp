@@ -1,21 +1,19 @@
 #include "analysis/recordchecks.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
+#include "foundation/strutilx.h"
 #include "text/names.h"
 #include "text/printable.h"
 
 namespace command {
 namespace {
 
-std::optional<std::int64_t> wholenumber(std::string_view text) {
-  std::int64_t number = 0;
-  if (text.starts_with('+')) text.remove_prefix(1);
-  const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (text.empty() || fault != std::errc() || end != text.data() + text.size()) return {};
-  return number;
+/// The number that a reader takes a text for; nothing if it is none.
+std::optional<std::int32_t> wholenumber(std::string_view text) {
+  std::int32_t number = 0;
+  return optxv::strasintex(text, number) ? std::optional(number) : std::nullopt;
 }
 
 std::string nameof(const readrecord& record) {

@@ -39,9 +39,9 @@ class recordchecks : public listener {
 
   reading& at_;
   collector& findings_;
-  std::unordered_map<std::int64_t, std::pair<std::string, place>> usermaps_;
-  std::map<std::int64_t, groupuse> groups_;
-  std::set<std::int64_t> declaredgroups_;
+  std::unordered_map<std::int32_t, std::pair<std::string, place>> usermaps_;
+  std::map<std::int32_t, groupuse> groups_;
+  std::set<std::int32_t> declaredgroups_;
   std::unordered_map<std::string, place> items_;  ///< of the enumeration that is being read
   std::int32_t itemsof_ = 0;                      ///< its option
 };

@@ -132,8 +132,7 @@ void textchecks::ended(const optxv_place& where) {
     found.notes.push_back(
         {counted(lost, "record") + " further down " + (lost == 1 ? "is" : "are") + " not read",
          {}});
-  if (const std::string_view words = advice(tail); !words.empty())
-    found.hints.push_back({"", std::string(words)});
+  found.hints.push_back({"", std::string(advice(tail))});
   findings_.add(std::move(found));
 }
 

@@ -76,11 +76,19 @@ void readenumint(definitionreader& record) {
 
 namespace {
 
+/// Reports that no option is called as the last field of a record says.
+void reportunknown(definitionreader& record, std::int32_t fault, std::string_view words,
+                   std::string_view called) {
+  fieldread at = record.lastfield();
+  at.seen = called;
+  record.report(fault, words, record.name, at);
+}
+
 void addmember(definitionreader& record, tmultilistoption& list, std::string_view member) {
   const std::int32_t position = record.options.optlookup(member);
   if (position < 0)
-    record.report(optxv_fault_unknown_member,
-                  concat("MultiList option ", quoted{member}, " is undefined"));
+    reportunknown(record, optxv_fault_unknown_member,
+                  concat("MultiList option ", quoted{member}, " is undefined"), member);
   record.check(!list.hasmember(position), optxv_fault_duplicate_member, "Duplicate option used");
   list.additem(position);
   record.declare({.what = optxv_declared_member,
@@ -127,8 +135,9 @@ void readmacro(definitionreader& record) {
     if (position >= 0)
       option->additem(record.options.getobjects(position));
     else
-      record.report(optxv_fault_unknown_member,
-                    concat("Unknown option ", quoted{member}, " for macro ", quoted{record.name}));
+      reportunknown(record, optxv_fault_unknown_member,
+                    concat("Unknown option ", quoted{member}, " for macro ", quoted{record.name}),
+                    member);
     record.declare({.what = optxv_declared_member,
                     .number = position >= 0 ? option->members.count() : 0,
                     .option = record.number(),
@@ -158,7 +167,8 @@ void readsynonym(definitionreader& record) {
   record.check(record.options.synonymindex.find(record.name) < 0, optxv_fault_duplicate_synonym,
                "Duplicate synonym", record.namefield);
   const std::int32_t position = record.options.optlookup(target);
-  record.check(position >= 0, optxv_fault_unknown_target, "Unknown option for synonym");
+  if (position < 0)
+    reportunknown(record, optxv_fault_unknown_target, "Unknown option for synonym", target);
   record.options.addsynonym(record.name, position);
   record.declare({.what = optxv_declared_synonym,
                   .number = record.options.optsynonymcount(),
@@ -201,8 +211,8 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
   const std::int32_t synonym = own ? -1 : options.synonymindex.find(name);
   if (synonym >= 0) option = options.synonymtarget(synonym);
   if (option == nullptr)
-    return record.report(optxv_fault_unknown_marked,
-                         concat("Deprecated option ", quoted{name}, " is undefined"));
+    return reportunknown(record, optxv_fault_unknown_marked,
+                         concat("Deprecated option ", quoted{name}, " is undefined"), name);
   record.declare({.what = marks.declared,
                   .number = own ? 0 : options.synonymindex.find(name) + 1,
                   .option = option->position + 1},

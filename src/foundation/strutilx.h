@@ -314,7 +314,7 @@ std::int32_t strasint(std::string_view s) noexcept;
 ///
 /// KEEP: a number beyond 32 bits is no fault, n is the nearest limit. After a fault n is what was
 /// read before it, or 0.
-bool strasintex(std::string_view s, std::int32_t& n) noexcept;
+OPTXV_EXPORT bool strasintex(std::string_view s, std::int32_t& n) noexcept;
 
 /// Whether that limit stands in for the number that s gives.
 bool saturatedinteger(std::string_view s) noexcept;

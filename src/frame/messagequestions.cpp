@@ -35,10 +35,11 @@ std::vector<std::string> meantby(tzmaoptions& options, const messagedetail& mess
   switch (message.fault) {
     case optxv_fault_unknown_option:
     case optxv_fault_unknown_suffix:
+      return options.nearnames().names(message.about);
     case optxv_fault_unknown_member:
     case optxv_fault_unknown_target:
     case optxv_fault_unknown_marked:
-      return options.nearnames().names(message.about);
+      return options.nearnames().names(message.seen);  // it is about the record
     case optxv_fault_unknown_value: {
       const toption* const option = options.getobjects(message.option - 1);
       if (option == nullptr) return {};

@@ -130,6 +130,9 @@ TEST_F(Check, TellsWhatWouldDo) {
       {"range", "range 0\" for the default"},
       {"---steps 5", "steps 5"},
       {"x.prior)jan( 3", ""},
+      {"method 'auto'", "method auto"},
+      {"x.prior(jan,) 3", ""},
+      {"steps \"\"", ""},
       {"rf a c.opt", ""},
       {"rf", ""}};
   save("a b.opt", "");
@@ -200,6 +203,8 @@ TEST_F(Check, WritesBlanksWhereNamesHaveThem) {
   save("m.def", "Minos lookup\ng group 1 1 G\ntime_limit double 1 5 0 9 1 1 T\n");
   save("p", "time_limit = 3\n");
   EXPECT_NE(check("m.def p").find("help: write \"time limit 3\""), string::npos);
+  save("p", "time_limit 3\n");
+  EXPECT_NE(check("m.def p").find("help: write \"time limit 3\""), string::npos);
   save("p", "steps " + string(400, '1') + "\n");
   EXPECT_EQ(run("check s.def p").status, 1);
 }
@@ -209,6 +214,18 @@ TEST_F(Check, LooksForAFileWithAWholeNameNowhereElse) {
   const string out = told("s.def p");
   EXPECT_EQ(out.find("looked for"), out.rfind("looked for"));
   EXPECT_GT(out.find("looked for"), out.find("p:2:")) << out;
+}
+
+TEST_F(Check, TellsOfMarks) {
+  save("d",
+       "a integer 1 5 0 9 1 1 A\nm macro 1 1 M\n a\no obsolete\n a No\nd deprecated\n m Use a\n");
+  save("p", "m 5\na 5\n");
+  EXPECT_EQ(told("d p"),
+            R"(p:1:1: warning: deprecated option "m"; Use a
+p:1:3: warning: the obsolete option "a" is set all the same
+p:2:1: warning: obsolete option "a"; No
+3 warnings in 2 files
+)");
 }
 
 TEST_F(Check, TellsOfDefinitions) {
@@ -281,9 +298,26 @@ d:2:1: note: 2 records further down are not read
 d:2:1: help: a comment has a * in column 1
 )"},
       {"g group +1 1 G\na integer 0 1 0 9 1 1 A\nb boolean 0 1 1 0 B\n", ""},
+      {"g group $1 1 G\na integer $7 1 0 9 1 1 A\nb boolean 7 $3 1 1 B\n",
+       R"(d:3:11: warning: the usermap 7 is taken
+d:2:11: note: by the option "a"
+d:3:13: warning: the default of a boolean is 0 or 1, not 3
+)"},
       {"g group 1 1 G\na integer 0 1 0 9 1 2 A\nb boolean 0 1 1 2 B\nc boolean 0 1 1 2 C\n",
        "d:2:21: warning: no record declares the group 2\nd:2:21: note: 2 more options stand in "
        "it\n"},
+      {"g group 1 1 G\na integer 0 1 0 9 1 2 A\n",
+       "d:2:21: warning: no record declares the group 2\n"},
+      {"a boolean 0 1 1 1 5 bees\n", ""},
+      {"steps integer 1 1 0 9 1 1 S\nm macro 1 1 M\n stesp\ns synonym step\nd deprecated\n setps "
+       "x\n",
+       R"(d:3:2: error: Unknown option "stesp" for macro "m" for option "m"
+d:3:2: note: did you mean "steps"?
+d:4:11: error: Unknown option for synonym"s"
+d:4:11: note: did you mean "steps"?
+d:6:2: error: Deprecated option "setps" is undefined for option "d"
+d:6:2: note: did you mean "steps"?
+)"},
       {"s string 0 a 1 1 Name\n  \n\t\n", ""},
       {"", "d: note: the file is empty\nd: error: the definition declares no option\n"}};
   for (const auto& [text, findings] : rows) {

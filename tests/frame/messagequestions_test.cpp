@@ -93,6 +93,13 @@ TEST(NearestNames, AreThoseOfTheTableAndOfTheValues) {
     for (std::int32_t i = 2; i < optxv_message_count(&*table); i++) all.push_back(namesat(i));
     EXPECT_EQ(joined(all, "; "), wanted) << read;
   }
+  table->optclearmessages();
+  table->readdefinitiontext("records",
+                            "m macro 1 1 M\n setplim\ns synonym logmane\nd deprecated\n scail x");
+  lines all;
+  for (std::int32_t i = 1; i <= optxv_message_count(&*table); i++)
+    if (const std::string names = namesat(i); names != "-") all.push_back(names);
+  EXPECT_EQ(joined(all, "; "), "steplim; logname; scale");
   table->readdefinitiontext("more", "setplims integer 1 1 1 9 1 1 New");
   optxv_text names[3];
   ASSERT_EQ(optxv_nearest_names(&*table, "setplimX", 7, names), 2);  // the table has grown

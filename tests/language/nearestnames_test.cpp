@@ -16,6 +16,8 @@ TEST(NearestNames, Finds) {
       {"to", {}},                // too short to tell a slip
       {"max_iteration", {"max iterations"}},
       {"gap_mip_rel", {"mip_rel_gap", "mip_abs_gap"}},  // words in another order; two of three
+      {"lim_time", {"time_limit"}},                     // the beginning of a word, of three letters
+      {"li_time", {}},                                  // but not of two
       {"cut_x", {"cut_a", "cut_b", "cut_c"}},           // no more than three
       {std::string(300, 'a'), {}}};
   const std::vector<knownname> table = {

@@ -19,6 +19,8 @@ TEST(Bindings, MeanFilesByPatterns) {
       {"**/*.opt", "a.opt", true},
       {"**/*.opt", "x/y/a.opt", true},
       {"**", "x/y", true},
+      {"**", "", false},
+      {"x/y", "./x//y", true},
       {"x/**/y", "x/y", true},
       {"x/**/y", "x/a/b/y", true},
       {"x/**/y", "y", false},
