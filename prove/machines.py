@@ -27,9 +27,16 @@ MACHINES = {'s390x': ('s390x-linux-gnu', 's390x', 's390x'),
             'armhf': ('arm-linux-gnueabihf', 'armv7l', 'arm'),
             'aarch64': ('aarch64-linux-gnu', 'aarch64', 'aarch64')}
 GOOGLETEST = '/usr/src/googletest'
-# The first starts programs of the machine by their own names, which only the machine itself can do; the other holds
-# all that a program says at its end against what it should, and the emulator adds a line of its own.
-NOT_EMULATED = '^(hostarguments|boundary)_test$'
+# What an emulator cannot do as the machine would, by the names of the tests.
+NOT_EMULATED = [
+    'HostArguments.*',  # starts programs of the machine by their own names
+    'BoundaryDeathTest.*',  # holds all that a program says at its end against what it should; the emulator adds a line
+    'HeapDeathTest.*',  # the same
+    'Command.WhatTheSystemRefuses*',  # has no descriptors or no folder: the emulator needs them itself
+    'Commandline.MemoryThatRunsOut*',  # a limit of memory, which ends the emulator first
+    'Libraries.LoadFindAndFree',  # compiles a library, for this machine
+    'Files.ModesOfOpening',  # the emulator opens with access mode 3 as if it were 0
+]
 TEXTS, SAMPLE_TEXTS = 20_000_000, 400_000
 
 
@@ -69,10 +76,11 @@ def build_for(name, settings):
     return folder
 
 
-def run_tests(folder):
-    """Runs the unit tests; gives how many programs ran, and the names of those that failed."""
-    run = subprocess.run(['ctest', '--test-dir', str(folder), '-L', 'unit', '-E', NOT_EMULATED, '--output-on-failure'],
-                         capture_output=True, text=True, check=False)
+def run_tests(folder, left_out):
+    """Runs the unit tests but for some; gives how many programs ran, and the names of those that failed."""
+    words = ['ctest', '--test-dir', folder, '-L', 'unit', '-j', str(os.cpu_count()), '--output-on-failure']
+    run = subprocess.run(words, capture_output=True, text=True, check=False,
+                         env=os.environ | {'GTEST_FILTER': '-' + ':'.join(left_out)})
     failed = re.findall(r'^\s*\d+ - (\S+) \((?:Failed|Timeout|.*EXCEPTION.*|Subprocess.*)\)', run.stdout, re.MULTILINE)
     count = re.search(r'tests failed out of (\d+)', run.stdout)
     if failed or not count:
@@ -112,7 +120,7 @@ def try_build(name, sample):
     tests, faults, runs = 0, [], RUNS[::6] if sample else RUNS
     if not sample:
         build_for(name, machine_settings(name) if name in MACHINES else libcxx_settings())
-        tests, failed = run_tests(folder)
+        tests, failed = run_tests(folder, NOT_EMULATED if name in MACHINES else [])
         faults += [f'test {test}' for test in failed] + ([] if tests else ['no test ran'])
     faults += compare(prefix, built('optxv'), folder / 'optxv', runs)
     return f'{name}: {tests} test programs, {len(runs)} runs of the command', faults
