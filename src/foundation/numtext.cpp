@@ -245,6 +245,10 @@ shortstring infield(std::string_view text, int width, int missing = 0) {
 }
 
 shortstring formatreal(double value, int width, int decimals, bool exponent) {
+  if (isnotanumber(value)) {  // some libraries have more words for some of these
+    const std::string_view words = exponent ? "-NAN" : "-nan";
+    return infield(words.substr(std::signbit(value) ? 0 : 1), width);
+  }
   std::array<char, mostdecimals + 64> buffer;
   const int kept = std::clamp(decimals, 0, mostdecimals);
   const auto form = exponent ? std::chars_format::scientific : std::chars_format::fixed;

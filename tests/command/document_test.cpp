@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <thread>
+#include <future>
 #include <tuple>
 
 #include "support/scratchfolder.h"
@@ -26,7 +26,7 @@ class Document : public testing::Test {
   /// A named pipe that gives a text to its first reader.
   std::string pipe(const std::string& name, const std::string& text) {
     mkfifo((folder_ / name).c_str(), 0600);
-    writer_ = std::jthread([path = folder_ / name, text] {
+    writer_ = std::async(std::launch::async, [path = folder_ / name, text] {
       const descriptor out(open(path.c_str(), O_WRONLY | O_CLOEXEC));
       optxv::writeall(out.number(), text);
     });
@@ -34,7 +34,7 @@ class Document : public testing::Test {
   }
 
   const scratchfolder folder_;
-  std::jthread writer_;
+  std::future<void> writer_;  // waits for the writer at its end
 };
 
 TEST_F(Document, EveryFailedReadIsAFailure) {
