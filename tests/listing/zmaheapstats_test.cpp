@@ -33,6 +33,7 @@ TEST(HeapReport, OfPiecesBlocksAndLargeOnes) {
   xfreemem(piece, 8);
   zmagetmem(31);
   void* const large = xgetmem(1000000);
+  const std::string pointers = sizeof(void*) == 8 ? "3" : "1";  // their table, in Kb
   EXPECT_EQ(report(17), R"(Heap Statistics, at line 17
  Nr     Allocated    Slot         #GetMem        #FreeMem        #FreeList           #Used
   1          0 Kb   1-  8               2               1                1               1
@@ -48,7 +49,8 @@ Memory allocated   = 2001 Kb
 #GetMem            = 3
 #FreeMem           = 0
 #ReAllocMem        = 1
-ReAlloc Memory     = 3 Kb
+ReAlloc Memory     = )" + pointers +
+                            R"( Kb
 ReAlloc Free Memory= 0 Kb
 
 )");

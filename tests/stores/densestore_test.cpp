@@ -15,7 +15,8 @@ TEST(Mapping, GrowsToWhatIsAskedFor) {
     EXPECT_EQ(mapping.capacity(), capacity);
     EXPECT_EQ(mapping.memoryused(), 4 * capacity);
     for (const std::int32_t i : indices) EXPECT_EQ(mapping.getmapping(i), i < 0 ? -1 : 7);
-    for (const std::int64_t i : {-1L, 5L, capacity - 2, capacity, 2147483647L})
+    for (const std::int64_t i :
+         std::initializer_list<std::int64_t>{-1, 5, capacity - 2, capacity, 2147483647})
       EXPECT_EQ(mapping.getmapping(static_cast<std::int32_t>(i)), -1) << i;
   };
   growsto({0}, 1024);
