@@ -104,7 +104,7 @@ def walk_command(line, step, place, tally):
         base = server.run()
         for first, count, error, words in orders(kinds_of(server.journal), step):
             run = server.run(first, count, error)
-            failed += run.failed
+            failed += run.failed > 0
             faults += [f"{words}: {each}" for each in judge_command(run, base, folder, error)]
     tally.add(f"optxv {line}", failed, faults)
 
@@ -149,7 +149,7 @@ def walk_call(program, kind, name, step, place, tally):
         base = server.run()
         for first, count, error, words in orders(kinds_of(server.journal), step):
             run = server.run(first, count, error)
-            failed += run.failed
+            failed += run.failed > 0
             faults += [f"{words}: {each}" for each in judge_call(kind, run, base, folder, error)]
     tally.add(name, failed, faults)
 
@@ -165,7 +165,7 @@ def walk_calls(place, tally, step):
 
 def main():
     build("optxv_command", "io_preload", "io_prove")
-    tally, sample = Tally("io", "failed"), "--sample" in sys.argv[1:]
+    tally, sample = Tally("io", "runs with a failure"), "--sample" in sys.argv[1:]
     with workplace() as place:
         walk_calls(Path(place), tally, 3 if sample else 1)
         walk_commands(Path(place), tally, 11 if sample else 1)
