@@ -204,8 +204,8 @@ void offeryesno(offering& to) {
   offerwords({{"1", "yes"}, {"0", "no"}, {"yes", ""}, {"no", ""}, {"on", ""}, {"off", ""}}, to);
 }
 
-/// The files of a folder and the folders in it, these with a slash. Names with a dot in front are
-/// there if hidden is true; those that a line of text cannot show as they are never are.
+/// The files of a folder and the folders in it, these with a slash. Names with a dot in front only
+/// if hidden is true, and no name with bytes that cannot be shown as they are.
 std::set<std::string> filesin(const std::string& folder, bool hidden) {
   constexpr std::size_t mostfiles = 5000;
   std::set<std::string> names;
@@ -224,15 +224,15 @@ std::set<std::string> filesin(const std::string& folder, bool hidden) {
   return names;
 }
 
-/// The name of a file as a value, after the quote that is typed or without one (0). The quote of a
-/// folder stays open. Empty if the name has the quote in it, which ends the value there.
+/// The name of a file as a value, in the quotes that were begun, or in such as it needs if none
+/// were (0). Those of a folder stay open. Empty if the name has the quote in it, which would end it
+/// there.
 std::string filevalue(const std::string& name, char quote) {
   const bool isfolder = name.ends_with('/');
-  if (quote == 0 && isfolder) return name;
   const std::string value = quote == 0 ? externalform(name) : quote + name + quote;
   const bool quoted = value != name;
   if (quoted && name.find(value.front()) != name.npos) return {};
-  return isfolder ? value.substr(0, value.size() - 1) : value;
+  return isfolder && quoted ? value.substr(0, value.size() - 1) : value;
 }
 
 /// The files that somebody may mean who has typed the beginning of a name: those of the folder that
