@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Changes the code in one small place at a time, and says which changes no test notices.
 
-Usage: mutants.py [--count N] [--seed S] [--sample] [folder...]. Tries N changes (300) out of all that the sources of
-the folders (src and command/analysis) may suffer, chosen at random by the seed, so that a run can be had again. A
-change is left out that does not compile, or that gives the same optimised object code. Each is compiled into the
-build with counters, whose tests share one library, and then meets the tests that reach its line, the quick ones
-first, until one fails. Prints the changes that live, with their places; the status is 1 where more than a tenth of
-all does. Needs the counts of `./dev coverage`, and makes them where there are none.
+Usage: mutants.py [--count N] [--seed S] [--sample] [place...]. Tries N changes (300) out of all that the places may
+suffer, chosen at random by the seed, so that a run can be had again. A place is a folder (src and command/analysis), a
+file, or a line of a file as path:line. A change is left out that does not compile, or that gives the same optimised
+object code. Each is compiled into the build with counters, whose tests share one library, and then meets the tests that
+reach its line, the one of its own module and the quick ones first, until one fails. Prints the changes that live, with
+their places; the status is 1 where more than a tenth of all does. Needs the counts of `./dev coverage`, and makes them
+where there are none.
 
 With --sample a few changes meet the test of their own module alone, in the build that the tests have anyway. That is a
 look at this tool and at the tests of the lower floors: the status is 1 where more than three of four live.
@@ -39,7 +40,8 @@ SAMPLE, SAMPLE_SEED, SAMPLE_FOLDERS = 5, 1, ('foundation', 'language', 'listing'
 # What a mutant is compiled without, and what it is compared without.
 QUICK = r'-f(profile|coverage)|-mllvm|-runtime-counter'
 SLOW = QUICK + r'|-Xclang|-include|.*/cmake_pch|-Winvalid|-O0'
-MEMORY = 4 << 30  # bytes that a test may take and write: a change may make it ask for all there is
+MEMORY = 4 << 30  # bytes that a test may take: a change may make it ask for all there is
+WRITTEN = 8 << 30  # bytes that a file may have; a test makes a sparse one of five thousand million
 
 # A change of a file: its text, and where it stands for people.
 Mutant = collections.namedtuple('Mutant', 'path text change line before after')
@@ -56,8 +58,16 @@ def sources(folders):
     return sorted({str(path) for folder in folders for path in Path(folder).rglob('*.cpp')})
 
 
-def shuffled(paths, seed):
-    found = [mutant for path in paths for mutant in mutants_of(path)]
+def mutants_at(places):
+    """The mutants of folders, of files, and of lines of files: path:line."""
+    for place in places:
+        path, _, line = place.partition(':')
+        for source in [path] if Path(path).is_file() else sources([path]):
+            yield from (mutant for mutant in mutants_of(source) if line in ('', str(mutant.line)))
+
+
+def shuffled(mutants, seed):
+    found = list(mutants)
     random.Random(seed).shuffle(found)
     return found
 
@@ -150,7 +160,7 @@ def guarded(test):
 def limited():
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    resource.setrlimit(resource.RLIMIT_FSIZE, (MEMORY, MEMORY))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (WRITTEN, WRITTEN))
 
 
 class Tests:
@@ -182,11 +192,13 @@ class Tests:
         return coverage.line_counts([self.build / 'profiles' / name], coverage.libraries(self.build))
 
     def reaching(self, mutant):
-        """The tests that reach the line; where it is no line of steps but of a table, those that reach its file."""
-        def reaches(name):
-            lines = self.lines[name].get(mutant.path, {})
-            return lines.get(mutant.line, any(lines.values()))
-        return [name for name in self.order if reaches(name)]
+        """The tests that reach the line, the one of its own module first. Where none does, those that reach its
+        file: it may be a line of a table, or of what the compiler works out."""
+        counts = {name: self.lines[name].get(mutant.path, {}) for name in self.order}
+        names = [name for name in self.order if counts[name].get(mutant.line)]
+        names = names or [name for name in self.order if any(counts[name].values())]
+        own = f'{Path(mutant.path).stem}_test'
+        return sorted(names, key=lambda name: name != own)
 
     def killer(self, names):
         """The first of some tests that fails, or None."""
@@ -232,7 +244,7 @@ def whole(words):
     compiler, placed = Compiler(COUNTED), Placed(COUNTED)
     tests = Tests(COUNTED)
     sums = Sums()
-    for mutant in shuffled(sources(words.folders or FOLDERS), words.seed):
+    for mutant in shuffled(mutants_at(words.places or FOLDERS), words.seed):
         if sums['killed'] + sums['lives'] == words.count:
             break
         what, why = fate(mutant, compiler, placed, tests)
@@ -262,7 +274,7 @@ def sample():
     paths = [path for path in sources(f'src/{folder}' for folder in SAMPLE_FOLDERS)
              if Path('tests', *Path(path).parts[1:2], f'{Path(path).stem}_test.cpp').is_file()]
     sums, compiler = Sums(), Compiler(PLAIN)
-    for mutant in shuffled(paths, SAMPLE_SEED):
+    for mutant in shuffled(mutants_at(paths), SAMPLE_SEED):
         if sums['killed'] + sums['lives'] == SAMPLE:
             break
         subprocess.run(['cmake', '--build', PLAIN, '--target', f'{Path(mutant.path).stem}_test'], check=True,
@@ -281,7 +293,7 @@ def main():
     parser.add_argument('--seed', type=int, default=1)
     parser.add_argument('--sample', action='store_true')
     parser.add_argument('--verbose', action='store_true', help='print the killed ones too')
-    parser.add_argument('folders', nargs='*')
+    parser.add_argument('places', nargs='*')
     words = parser.parse_args()
     return sample() if words.sample else whole(words)
 

@@ -19,7 +19,7 @@ ELSEWHERE = ('readdefinition', 'readparameterfile', 'read_definition', 'read_par
 
 
 def mixed_table(n):
-    """Options of all kinds, with synonyms, in groups of ten."""
+    """Options of all kinds, with synonyms that are marked, in groups of ten."""
     kinds = ['integer {0} 5 0 100 1 {1} An option', 'double {0} 5 0 100 1 {1} An option',
              'string {0} word 1 {1} An option', 'boolean {0} 1 1 {1} An option', 'strlist {0} 1 {1} An option',
              'enumint {0} 1 1 {1} An option']
@@ -30,6 +30,7 @@ def mixed_table(n):
             lines += [' 1 1 The first', ' 2 1 The second']
         if i % 2:
             lines.append(f'other_{i} synonym option_{i}')
+    lines += ['old deprecated'] + [f' other_{i} Say option_{i}' for i in range(1, n, 2)]
     return lines + ['.scale double 1 1 0 100 1 1 Scale', 'rowtype indicator']
 
 

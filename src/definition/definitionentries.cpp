@@ -220,7 +220,7 @@ void mark(definitionreader& record, std::string_view name, const markset& marks)
   record.restfield(optxv_field_text);
   const kepttext text = options.memory.keep(record.text);
   option->addmark(own ? marks.option : marks.synonym, text);
-  if (!own) options.synonymmarks.push_back({synonym, marks.synonym, text});
+  if (!own) options.marksynonym(synonym, marks.synonym, text);
 }
 
 void readmarks(definitionreader& record, const markset& marks) {

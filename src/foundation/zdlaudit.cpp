@@ -1,6 +1,7 @@
 #include "foundation/zdlaudit.h"
 
 #include <array>
+#include <chrono>
 #include <ctime>
 
 #include "foundation/numtext.h"
@@ -25,34 +26,13 @@ constexpr std::array<std::string_view, 12> monthnames = {"Jan", "Feb", "Mar", "A
 constexpr std::int64_t secondsofday = 86400;
 constexpr std::int32_t dayof1970 = 25568;
 
-struct civildate {
-  std::int64_t year;
-  std::int64_t month;
-  std::int64_t day;
-};
-
-// The Gregorian date of a POSIX time, by Hinnant's algorithm civil_from_days: years begin in March,
-// so that the leap day is their last, and 400 of them have 146097 days. For times from 1970 on.
-constexpr civildate dateof(std::int64_t seconds) {
-  const std::int64_t days = seconds / secondsofday + 719468;  // from 1 March of year 0
-  const std::int64_t era = days / 146097;
-  const std::int64_t dayofera = days % 146097;
-  const std::int64_t yearofera =
-      (dayofera - dayofera / 1460 + dayofera / 36524 - dayofera / 146096) / 365;
-  const std::int64_t dayofyear = dayofera - (365 * yearofera + yearofera / 4 - yearofera / 100);
-  const std::int64_t monthfrommarch = (5 * dayofyear + 2) / 153;
-  const std::int64_t month = monthfrommarch < 10 ? monthfrommarch + 3 : monthfrommarch - 9;
-  return {yearofera + era * 400 + (month <= 2 ? 1 : 0), month,
-          dayofyear - (153 * monthfrommarch + 2) / 5 + 1};
-}
-
 constexpr std::int64_t buildseconds = OPTXV_BUILD_EPOCH;
 static_assert(buildseconds >= 0);
-constexpr civildate builddate = dateof(buildseconds);
-
-std::string_view monthname(const civildate& date) {
-  return monthnames[static_cast<std::size_t>(date.month - 1)];
-}
+constexpr std::chrono::year_month_day builddate{
+    std::chrono::sys_days(std::chrono::days(buildseconds / secondsofday))};
+constexpr int buildyear = static_cast<int>(builddate.year());
+constexpr unsigned buildday = static_cast<unsigned>(builddate.day());
+constexpr std::string_view buildmonth = monthnames[static_cast<unsigned>(builddate.month()) - 1];
 
 shortstring twodigits(std::int64_t n) {
   return concat(static_cast<char>('0' + n / 10 % 10), static_cast<char>('0' + n % 10));
@@ -70,14 +50,13 @@ void fillplaceholders(zdlrecord& record) {
 
 void fillbuild(zdlrecord& record) {
   record.zdlbldcpr = padright(legalnotice, 70);
-  record.zdlblddat = concat(monthname(builddate), ' ', twodigits(builddate.day), ", ",
-                            twodigits(builddate.year / 100), twodigits(builddate.year));
+  record.zdlblddat = concat(buildmonth, ' ', twodigits(buildday), ", ", twodigits(buildyear / 100),
+                            twodigits(buildyear));
   record.zdlbldcod.assign(OPTXV_BUILD_CODE);
 }
 
 void fillrelease(zdlrecord& record) {
-  record.zdlreldat =
-      concat("PROD ", twodigits(builddate.day), monthname(builddate), twodigits(builddate.year));
+  record.zdlreldat = concat("PROD ", twodigits(buildday), buildmonth, twodigits(buildyear));
   record.zdlrelmaj.assign(OPTXV_BUILD_MAJOR);
   record.zdlrelmin.assign(OPTXV_BUILD_MINOR);
   record.zdlrelgold.assign(OPTXV_BUILD_MAINTENANCE);
@@ -126,9 +105,9 @@ void initzdlaudit() {
 
 shortstring zdlbuildauditline() noexcept {
   const zdlrecord& record = zdldata();
-  return concat(linehead, padright(systemname, 16), ' ', twodigits(builddate.day),
-                monthname(builddate), ' ', record.zdlrelmaj, '.', record.zdlrelmin, '.',
-                record.zdlrelgold, ' ', record.zdlrelplc, ' ', inttostr(record.zdlreljul), '.',
+  return concat(linehead, padright(systemname, 16), ' ', twodigits(buildday), buildmonth, ' ',
+                record.zdlrelmaj, '.', record.zdlrelmin, '.', record.zdlrelgold, ' ',
+                record.zdlrelplc, ' ', inttostr(record.zdlreljul), '.',
                 inttostr(buildseconds % secondsofday), ' ', record.zdlbldcod, ' ',
                 OPTXV_BUILD_PLATFORM_TEXT, linetail);
 }

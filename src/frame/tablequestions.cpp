@@ -110,13 +110,9 @@ std::int32_t marksof(const toption& option) {
          (option.marked(markObsoleteOption) ? optxv_mark_obsolete : 0);
 }
 
-/// Adds what the definition says of that very synonym.
-void fillmarks(const tzmaoptions& options, std::int32_t position, optxv_synonym& out) {
-  for (const synonymmark& each : options.synonymmarks) {
-    if (each.synonym != position) continue;
-    out.marks |= each.mark == markObsoleteSynonym ? optxv_mark_obsolete : optxv_mark_deprecated;
-    out.markedtext = endedtext(each.text);
-  }
+std::int32_t flagsof(const synonymmarks& marks) {
+  return (marks.obsolete ? optxv_mark_obsolete : 0) |
+         (marks.deprecated ? optxv_mark_deprecated : 0);
 }
 
 // The mark of a table ----------------------------------------------------------------------------
@@ -206,11 +202,11 @@ int32_t optxv_synonym_info(optxv_handle handle, int32_t position, optxv_synonym*
     const std::int32_t at = positionin(position, options.synonymlist.count());
     if (at < 0) return optxv_unknown;
     if (synonym == nullptr) return optxv_bad_argument;
+    const synonymmarks marks = options.marksof(at);
     *synonym = {.option = options.synonymposition(at) + 1,
-                .marks = 0,
+                .marks = flagsof(marks),
                 .name = endedtext(options.synonymlist.getname(at)),
-                .markedtext = endedtext({})};
-    fillmarks(options, at, *synonym);
+                .markedtext = endedtext(marks.text)};
     return optxv_ok;
   });
 }

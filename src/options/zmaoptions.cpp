@@ -93,6 +93,19 @@ std::int32_t tzmaoptions::synonymposition(std::int32_t position) const {
       reinterpret_cast<std::intptr_t>(synonymlist.getobject(position)));
 }
 
+void tzmaoptions::marksynonym(std::int32_t position, deprecationmark mark, kepttext text) {
+  const auto at = static_cast<std::size_t>(position);
+  if (at >= markedsynonyms.size()) markedsynonyms.resize(at + 1);
+  synonymmarks& own = markedsynonyms[at];
+  (mark == markObsoleteSynonym ? own.obsolete : own.deprecated) = true;
+  own.text = text;
+}
+
+synonymmarks tzmaoptions::marksof(std::int32_t position) const {
+  const auto at = static_cast<std::size_t>(position);
+  return at < markedsynonyms.size() ? markedsynonyms[at] : synonymmarks();
+}
+
 std::string_view tzmaoptions::getfilename() const {
   const std::string_view path = deffilename;
   return path.substr(path.find_last_of('/') + 1);

@@ -82,12 +82,12 @@ class bytehash {
   std::uint64_t value_ = 0xCBF29CE484222325U;
 };
 
-/// A mark that a definition put on a synonym. For reading, the mark is kept with the option and
-/// holds for all its synonyms; this says which one the definition named.
-struct synonymmark {
-  std::int32_t synonym;  ///< 0-based, in synonymlist
-  deprecationmark mark;
-  kepttext text;
+/// What a definition marks a synonym with. For reading, a mark is kept with the option and holds
+/// for all its synonyms; this is of the one that the definition named.
+struct synonymmarks {
+  bool obsolete = false;
+  bool deprecated = false;
+  kepttext text = {};  ///< of the last mark
 };
 
 /// One option database. The exported handle is its address.
@@ -146,6 +146,11 @@ class tzmaoptions : public toptionx {
   toption* synonymtarget(std::int32_t position) const;
   /// The 0-based position in optionlist of that option; -1 and REQUIRES likewise.
   std::int32_t synonymposition(std::int32_t position) const;
+  /// Marks that synonym, after which the text is that of all its marks. REQUIRES likewise; the mark
+  /// is one of synonyms.
+  void marksynonym(std::int32_t position, deprecationmark mark, kepttext text);
+  /// What marks that synonym; nothing does for most.
+  synonymmarks marksof(std::int32_t position) const;
   /// deffilename without its directory.
   std::string_view getfilename() const;
   /// The display form of a name: under Minos lookup every '_' is a blank.
@@ -452,7 +457,7 @@ class tzmaoptions : public toptionx {
   originlist origins;  ///< of the entries of optionlist
   /// Where the value that is being assigned comes from; outside reads, from a call.
   valueorigin assigning = {.road = roadCall};
-  std::vector<synonymmark> synonymmarks;  ///< in definition order
+  std::vector<synonymmarks> markedsynonyms;  ///< as synonymlist, up to the last that is marked
   /// The hash of the table as far as it was asked for: the value, and how many options are in it.
   /// Options are only ever added, so it goes on from there.
   bytehash markhash;

@@ -82,20 +82,17 @@ optionfacts factsof(const toption& option) {
   return facts;
 }
 
-/// The synonyms, each with its option; -1 stands for an option that was not found.
+/// The synonyms, each with its option; those of an option that was not found are left out.
 void addsynonyms(const tzmaoptions& options, tablefacts& table) {
-  std::vector<synonymfacts> synonyms;
   for (std::int32_t i = 0; i < options.synonymlist.count(); ++i)
-    synonyms.emplace_back().name = options.nounderscore(options.synonymlist.getname(i)).view();
-  for (const synonymmark& each : options.synonymmarks) {
-    synonymfacts& marked = synonyms[static_cast<std::size_t>(each.synonym)];
-    (each.mark == markObsoleteSynonym ? marked.obsolete : marked.deprecated) = true;
-    marked.text = each.text.view();
-  }
-  for (std::int32_t i = 0; i < options.synonymlist.count(); ++i)
-    if (const std::int32_t position = options.synonymposition(i); position >= 0)
+    if (const std::int32_t position = options.synonymposition(i); position >= 0) {
+      const synonymmarks marks = options.marksof(i);
       table.options[static_cast<std::size_t>(position)].synonyms.push_back(
-          std::move(synonyms[static_cast<std::size_t>(i)]));
+          {.name = std::string(options.nounderscore(options.synonymlist.getname(i)).view()),
+           .deprecated = marks.deprecated,
+           .obsolete = marks.obsolete,
+           .text = std::string(marks.text.view())});
+    }
 }
 
 groupfacts factsof(const tzmaoptions& options, std::int32_t position) {

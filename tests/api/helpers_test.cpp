@@ -48,6 +48,7 @@ TEST(Helpers, TellTheTime) {
   EXPECT_EQ(get_time(&now), 0);
   EXPECT_NEAR(static_cast<double>(now) / 1e9, static_cast<double>(std::time(nullptr)), 5);
   while (gettickcount() < start + 5 || later <= cpu) get_cpu_time(&later);
+  EXPECT_LT(gettickcount() - start, 60'000) << "milliseconds";
 }
 
 /// What is known of a file: by its name, and by a descriptor.

@@ -95,6 +95,7 @@ TEST_F(Check, TellsWhatWouldDo) {
       {"time_limit inf", "time_limit 1e6"},
       {"time_limit", "time_limit 3600\" for the default"},
       {"steps '5'", "steps 5"},
+      {"'steps' 5", "steps 5"},
       {"log_file \"the \"big\" log\"", "log_file the big log"},
       {"steps 5 // note", "steps 5"},
       {"steps: \xe2\x80\x9c"
@@ -104,6 +105,7 @@ TEST_F(Check, TellsWhatWouldDo) {
       {"time_limit -infinity", "time_limit 0"},
       {"time_limit +inf", "time_limit 1e6"},
       {"time_limit auto", "time_limit 3600\" for the default"},
+      {"time_limit: auto", "time_limit 3600\" for the default"},
       {"steps 12,345", "steps 12345"},
       {"steps 12,34", ""},
       {"steps 5 /* note */", "steps 5"},
@@ -172,6 +174,9 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
        "p:1:7: note: it was set here before\n"},
       {"lines no\nlog_file \"abc\n",
        "p:2:10: warning: the quote is not closed; the value is dropped\n"},
+      {"steps 99999999999\n",  // beyond its type too, which is one thing to tell
+       "p:1:7: error: Integer range error for option \"steps\" saw \"2147483647\"\n"
+       "p:1:7: note: Valid range is 0 to 100000\n"},
       {"old\n",
        "p:1:1: warning: obsolete option \"old\"; Not here\n"
        "p:1:1: warning: the obsolete option \"old\" is set all the same\n"},
@@ -345,7 +350,7 @@ TEST_F(Check, TellsAllAndCountsWhatCounts) {
 }
 
 TEST_F(Check, JsonHoldsTheSame) {
-  save("p", "steps 500000\nsteps 5\nsteps 6 s\nsteps 6\n");
+  save("p", "steps 500000\nsteps 5\nsteps 6 s\nsteps 6\nsteps: 8\n");
   const json all = json::parse(run("check --json s.def p").out)["diagnostics"];
   EXPECT_EQ(all[0], json::parse(R"({"severity": "error", "kind": "optMsgValueError",
       "code": "range", "file": "p", "line": 1, "column": 7, "length": 6, "source": "steps 500000",
@@ -360,6 +365,8 @@ TEST_F(Check, JsonHoldsTheSame) {
                  "length": 1}],
       "hints": [{"text": "make the first a comment: it has no effect", "sure": true,
                  "edits": [{"file": "p", "line": 2, "column": 1, "length": 0, "text": "* "}]}]})"));
+  EXPECT_EQ(all[3]["hints"], json::parse(R"([{"write": "steps 8", "sure": true,
+      "edits": [{"file": "p", "line": 5, "column": 6, "length": 1, "text": ""}]}])"));
 }
 
 // The line is cut, and given once.

@@ -94,10 +94,12 @@ TEST_F(Delivery, AFileIsReplacedAndKeepsWhatItIs) {
   umask(022);
   EXPECT_EQ(told(path("fresh"), "new"), "");
   EXPECT_EQ(statusof(path("fresh")).st_mode & 07777, 0644U);
-  for (const mode_t mode : {0600U, 0664U, 0755U}) {
+  const std::tuple<mode_t, uid_t, gid_t> rows[] = {
+      {0600, 1234, 4321}, {0664, 1234, getgid()}, {0755, getuid(), 4321}};
+  for (const auto& [mode, user, group] : rows) {
     save("file", "old, and longer");
     chmod(path("file").c_str(), mode);
-    ASSERT_TRUE(getuid() != 0 || chown(path("file").c_str(), 1234, 4321) == 0);
+    ASSERT_TRUE(getuid() != 0 || chown(path("file").c_str(), user, group) == 0);
     const struct stat before = statusof(path("file"));
     EXPECT_EQ(told(path("file"), "new"), "");
     const struct stat after = statusof(path("file"));

@@ -108,7 +108,8 @@ TEST_F(Fix, WritesNothingWhereAFileIsUnusable) {
 TEST_F(Fix, OnceIsEnough) {
   const string keys[] = {"steps", "stesp", "tlim", "time_limit", "log_file", "method", "#", "//"};
   const string separators[] = {" ", " = ", ":", " := ", "=", "-"};
-  const string values[] = {"5", "1,5", "'a'", "10,000;", "\"a b\"", "auto # c", "\u201cx\u201d"};
+  const string values[] = {"5",       "1,5",      "'a'",           "10,000;",
+                           "\"a b\"", "auto # c", "\u201cx\u201d", "5'"};
   std::mt19937 random(7);
   const auto one = [&](const auto& of) { return of[random() % std::size(of)]; };
   for (int round = 0; round < 40; round++) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
 
 namespace optxv {
@@ -28,6 +29,14 @@ TEST(ZdlAudit, HostLineWinsAndNamesTheSystem) {
   zdlsetauditline("<head>A host program  , and more<tail>");
   EXPECT_EQ(zdlgetauditline().view(), padded("A host program  , and more", 78));
   EXPECT_EQ(zdldata().zdlsysnam.view(), "A host program  ");
+}
+
+TEST(ZdlAudit, TellsTheDayOfTheBuild) {
+  initzdlaudit();
+  const std::time_t day = std::time_t{zdlgetjul() - 25568} * 86400;  // the number of 1 January 1970
+  char text[32];
+  std::strftime(text, sizeof text, "%b %d, %Y PROD %d%b%y", std::gmtime(&day));
+  EXPECT_EQ(std::string(zdlgetblddat().view()) + ' ' + std::string(zdlgetreldat().view()), text);
 }
 
 }  // namespace

@@ -100,8 +100,10 @@ TEST(NearestNames, AreThoseOfTheTableAndOfTheValues) {
   for (std::int32_t i = 1; i <= optxv_message_count(&*table); i++)
     if (const std::string names = namesat(i); names != "-") all.push_back(names);
   EXPECT_EQ(joined(all, "; "), "steplim; logname; scale");
-  table->readdefinitiontext("more", "setplims integer 1 1 1 9 1 1 New");
   optxv_text names[3];
+  optiontable empty("");
+  EXPECT_EQ(optxv_nearest_names(&*empty, "setplimX", 7, names), 0);
+  table->readdefinitiontext("more", "setplims integer 1 1 1 9 1 1 New");
   ASSERT_EQ(optxv_nearest_names(&*table, "setplimX", 7, names), 2);  // the table has grown
   EXPECT_EQ(text(names[0]) + " " + text(names[1]), "steplim setplims");
 }

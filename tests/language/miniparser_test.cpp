@@ -185,5 +185,20 @@ TEST(MiniParser, BulkScansAgreeWithSingleSteps) {
   }
 }
 
+TEST(MiniParser, IndicesLoseBlanksAtTheirEnd) {
+  const std::string x(200, 'x'), blanks(60, ' ');
+  const std::pair<std::string, std::string> rows[] = {
+      {"'a b  '", "'a b'"},
+      {"'" + x + blanks + "'", "'" + x + "'"},  // cut, among blanks
+      {"'" + x + blanks + "y'", "'" + x + blanks.substr(6)}};
+  for (const auto& [text, index] : rows) {
+    tminiparser reader(nullptr, false, {});
+    reader.readfrompchar(text.c_str());
+    shortstring found;
+    EXPECT_TRUE(reader.nextline() && reader.nextindex(found)) << text;
+    EXPECT_EQ(found, index);
+  }
+}
+
 }  // namespace
 }  // namespace optxv

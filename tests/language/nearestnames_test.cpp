@@ -13,7 +13,8 @@ TEST(NearestNames, Finds) {
   const std::tuple<std::string, names> rows[] = {
       {"stelpim", {"steplim"}},  // two neighbours swapped; its synonym is not told too
       {"STPLM", {"stplim"}},     // the synonym is the nearer of the two
-      {"to", {}},                // too short to tell a slip
+      {"tpl", {"tol"}},
+      {"to", {}},  // too short to tell a slip
       {"max_iteration", {"max iterations"}},
       {"gap_mip_rel", {"mip_rel_gap", "mip_abs_gap"}},  // words in another order; two of three
       {"lim_time", {"time_limit"}},                     // the beginning of a word, of three letters

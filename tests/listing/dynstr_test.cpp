@@ -24,6 +24,7 @@ TEST(DynamicString, TakesRoomAndGrows) {
     EXPECT_EQ(allocmemsize() - before, 256);
     text.addpchar("ab", 1);
     text.addpchar(nullptr, 0);
+    text.addpchar("ab", lowest);
     text.addbl(lowest);
     text.addbl(253);
     text.addint(-12);

@@ -250,6 +250,17 @@ TEST(Listing, PagesAndHeaderLines) {
     l.wrstr("end");
   };
   lists(levels, "\nouter\ninner\n\ninner\n\n\nouter\n\nend\n");
+  const script roomier = [](tzmalist& l) {  // the page that was due is not
+    l.setlinesperpage(20);
+    l.headerstart("");
+    l.wrstr("again");
+    l.headerdone("");
+    l.setlinesonpage(20);
+    l.setlinesperpage(30);
+    l.wrstrln("a");
+    l.wrstrln("b");
+  };
+  lists(roomier, "again\n\na\nb\n");
   const script overfull = [](tzmalist& l) {  // every line gets them, and all end
     l.setrightmargin(21);
     l.setlinesperpage(20);
@@ -310,6 +321,14 @@ TEST(Listing, CountsAndMarginsAreSetAndAsked) {
     l.wrln();
   };
   lists(margins, "    at five\n  at three\n        at nine\n        \n");
+  const script narrowed = [](tzmalist& l) {  // an empty line ends too, and is begun for that
+    l.setindent(30);
+    l.calccharsleft();
+    l.setrightmargin(22);
+    l.wrstrln("a");
+  };
+  const std::string indent(29, ' ');
+  lists(narrowed, indent + '\n' + indent + "a\n");
 }
 
 TEST(Listing, DoubleSpaceRulerAndQuickHeaders) {

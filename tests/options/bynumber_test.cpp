@@ -195,8 +195,11 @@ TEST(Resets, GoAsFarAsTheySay) {
   EXPECT_EQ(options->optresetnr(options.number("steplim")), 1);
   EXPECT_EQ(options.state(), "method=dual names=[a] .scale=2");
   EXPECT_EQ(entries(), std::tuple(1, 3, 1, 4, 1));
+  options->setasstring("steplim", "6");
   options->optresetallrecent();
   EXPECT_EQ(entries(), std::tuple(0, 3, 0, 4, 1));
+  options->optresetrecentchanges();
+  EXPECT_EQ(options.state(), "steplim=6 method=dual names=[a] .scale=2") << "nothing is recent";
   options->setasstring("steplim", "7");
   options->setasstring("method", "primal");
   options->optresetrecentchanges();

@@ -89,6 +89,7 @@ TEST_F(Programs, OutcomesOfTheShell) {
   EXPECT_EQ(of(q9system, "no-such-command 2>&-"), "127/0");
   EXPECT_EQ(of(q9system, "kill -9 $$"), "1/9");
   EXPECT_EQ(of(q9system2, "exit 6", nullptr), "0/6");
+  EXPECT_EQ(of(q9system2, "exit", "7"), "0/7");
   const std::string overlong = ": " + std::string(70000, 'x') + "; exit 8";
   EXPECT_EQ(of(q9systemp, overlong.c_str()), "0/8");
   EXPECT_EQ(of(q9system, overlong), "0/0");             // cut
@@ -202,6 +203,9 @@ TEST(Interrupt, ReachesTheHandlerInPlace) {
   // place.
   EXPECT_EQ(interrupted([] { return overridden(), q9uninstallctrlhandler() - 2; }), killed);
   EXPECT_EQ(interrupted([] { return overridden(), finalq9process(), 0; }), 12);
+  EXPECT_EQ(
+      interrupted([] { return overridden(), finalq9process(), q9installctrlhandler(nullptr) - 1; }),
+      12);
   EXPECT_EQ(q9installctrlhandler(nullptr), 1);
   EXPECT_EQ(interrupted([] { return replaced(), q9getctrlhandler() == leave<11> ? 0 : 1; }), 11);
 }

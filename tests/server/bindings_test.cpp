@@ -92,6 +92,7 @@ TEST_F(BoundCheck, ChecksAllThatIsBound) {
   EXPECT_TRUE(told.out.starts_with("a.opt:1:7: error: Integer expected")) << told.out;
   EXPECT_NE(told.out.find("\nsub/c.txt:1:1: error: Unknown option \"stesp\""), std::string::npos);
   EXPECT_NE(told.out.find("\nt.def:1:1: error: cannot be read"), std::string::npos) << told.out;
+  EXPECT_TRUE(run("check").out.ends_with("\n2 errors in 4 files, 1 not read\n"));
   save("optxv.json", R"({"definitions": [{"definition": "s.def", "files": ["**/*.opt", "**"]}]})");
   std::filesystem::create_directories(folder_.path() + "/.hidden");
   save("sub/d.opt", "stesp 2\n");
@@ -99,6 +100,11 @@ TEST_F(BoundCheck, ChecksAllThatIsBound) {
   const std::string deep = run("check --format gcc").out;
   EXPECT_NE(deep.find("sub/d.opt:1:1: error"), deep.npos) << deep;
   EXPECT_EQ(deep.find("e.opt"), deep.npos) << deep;
+  save("optxv.json", R"({"definitions": [{"definition": "s.def", "tokens": true,
+                                          "files": ["a.opt"]}]})");
+  save("a.opt", "steps 1\nsteps 2\n");
+  const auto hint = nlohmann::json::parse(run("check --json").out)["diagnostics"][0]["hints"][0];
+  EXPECT_FALSE(hint.contains("edits")) << "a line of tokens may go on";
   save("optxv.json", "{");
   EXPECT_NE(run("check").err.find("optxv.json:1:2: this is no JSON"), std::string::npos);
 }

@@ -79,6 +79,10 @@ TEST(Linked, SortsAndKeepsCountOfKeysAndMemory) {
   for (const keyvalue& key : {keyvalue{5, 7}, {6, -9}}) list.additem(key.data(), &nothing);
   EXPECT_EQ(std::pair(list.minkey(), list.maxkey()), std::pair(-9, 7));
   EXPECT_EQ(list.memoryused(), 2 * (8 + 8 + 8));
+  std::int32_t* const key = list.allocindex();
+  list.freeindex(key);
+  EXPECT_EQ(list.allocindex(), key) << "the piece that came back last";
+  list.freeindex(key);
 }
 
 }  // namespace
