@@ -6,8 +6,8 @@ suffer, chosen at random by the seed, so that a run can be had again. A place is
 file, or a line of a file as path:line. A change is left out that does not compile, or that gives the same optimised
 object code. Each is compiled into the build with counters, whose tests share one library, and then meets the tests that
 reach its line, the one of its own module and the quick ones first, until one fails. Prints the changes that live, with
-their places; the status is 1 where more than a tenth of all does. Needs the counts of `./dev coverage`, and makes them
-where there are none.
+their places, and with the reason for those that survivors.txt has; the status is 1 where more than a tenth of all
+lives. Needs the counts of `./dev coverage`, and makes them where there are none.
 
 With --sample a few changes meet the test of their own module alone, in the build that the tests have anyway. That is a
 look at this tool and at the tests of the lower floors: the status is 1 where more than three of four live.
@@ -16,9 +16,9 @@ import argparse
 import collections
 import concurrent.futures
 import contextlib
+import hashlib
 import json
 import os
-import random
 import re
 import resource
 import shlex
@@ -41,6 +41,7 @@ SAMPLE, SAMPLE_SEED, SAMPLE_FOLDERS = 5, 1, ('foundation', 'language', 'listing'
 QUICK = r'-f(profile|coverage)|-mllvm|-runtime-counter'
 SLOW = QUICK + r'|-Xclang|-include|.*/cmake_pch|-Winvalid|-O0'
 MEMORY = 4 << 30  # bytes that a test may take: a change may make it ask for all there is
+SURVIVORS = Path('prove/survivors.txt')
 WRITTEN = 8 << 30  # bytes that a file may have; a test makes a sparse one of five thousand million
 
 # A change of a file: its text, and where it stands for people.
@@ -67,9 +68,9 @@ def mutants_at(places):
 
 
 def shuffled(mutants, seed):
-    found = list(mutants)
-    random.Random(seed).shuffle(found)
-    return found
+    """In an order that the seed gives, and each mutant itself: it stays the same where other code changes."""
+    return sorted(mutants, key=lambda each: hashlib.sha256(
+        '\n'.join([str(seed), each.path, each.before, each.after]).encode()).digest())
 
 
 class Compiler:
@@ -221,8 +222,23 @@ class Sums(collections.Counter):
     def row(self):
         tried = self['killed'] + self['lives']
         percent = 100 * self['killed'] / tried if tried else 100
-        return (f'mutants: {self["killed"]} of {tried} killed ({percent:.1f} %), {self["same"]} more gave the same code, '
-                f'{self["compile"]} did not compile')
+        return (f'mutants: {self["killed"]} of {tried} killed ({percent:.1f} %), {self["named"]} of the others have a '
+                f'reason, {self["same"]} more gave the same code, {self["compile"]} did not compile')
+
+
+def known_survivors():
+    """{(path, line before, line after): why no test can notice, or which other check does}."""
+    rows = re.findall(r'^(\S+): (.*)\n {4}(.*)\n {4}(.*)$', SURVIVORS.read_text(encoding='utf-8'), re.M)
+    return {(path, before, after): why for path, why, before, after in rows}
+
+
+def outdated(known):
+    """Those of the known survivors that the code cannot suffer any more; each is printed."""
+    there = {(each.path, each.before, each.after) for each in mutants_at({path for path, _, _ in known})}
+    old = [change for change in known if change not in there]
+    for path, before, after in old:
+        print(f'{path}: {SURVIVORS} has a change that is none of this code\n    {before}\n    {after}')
+    return old
 
 
 def fate(mutant, compiler, placed, tests):
@@ -235,7 +251,7 @@ def fate(mutant, compiler, placed, tests):
         killer = tests.killer(names)
     if killer:
         return 'killed', killer
-    return ('same' if compiler.same(mutant) else 'lives'), f'lives, {len(names)} tests reach it'
+    return ('same' if compiler.same(mutant) else 'lives'), f'{len(names)} tests reach it'
 
 
 def whole(words):
@@ -243,16 +259,18 @@ def whole(words):
         subprocess.run(['./dev', 'coverage'], check=False, stdout=subprocess.DEVNULL)
     compiler, placed = Compiler(COUNTED), Placed(COUNTED)
     tests = Tests(COUNTED)
-    sums = Sums()
+    sums, known = Sums(), known_survivors()
     for mutant in shuffled(mutants_at(words.places or FOLDERS), words.seed):
         if sums['killed'] + sums['lives'] == words.count:
             break
         what, why = fate(mutant, compiler, placed, tests)
+        reason = known.get((mutant.path, mutant.before, mutant.after))
         sums[what] += 1
+        sums['named'] += what == 'lives' and reason is not None
         if what == 'lives' or words.verbose:
-            told(mutant, f'{what}: {why}')
+            told(mutant, f'{what}: {reason or why}')
     print(sums.row())
-    return 1 if sums['lives'] * 10 > sums['killed'] + sums['lives'] else 0
+    return 1 if sums['lives'] * 10 > sums['killed'] + sums['lives'] or outdated(known) else 0
 
 
 def sample_fate(mutant, compiler):

@@ -255,9 +255,9 @@ shortstring formatreal(double value, int width, int decimals, bool exponent) {
   const plainarithmetic plain;
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, form, kept).ptr;
-  if (exponent)
-    std::transform(buffer.data(), end, buffer.data(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  // Only the form with an exponent has letters.
+  std::transform(buffer.data(), end, buffer.data(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
   const int missing = isfinitereal(value) ? std::max(decimals, 0) - kept : 0;
   return infield({buffer.data(), static_cast<std::size_t>(end - buffer.data())}, width, missing);
 }

@@ -245,7 +245,7 @@ std::int32_t tzmaoptions::optresetnr(std::int32_t optnr) {
 }
 
 void tzmaoptions::clearentries() {
-  if (dotoptionlist) dotoptionlist->clear();
+  dotoptionlist->clear();
   if (indicatorlist) indicatorlist->clear();
 }
 

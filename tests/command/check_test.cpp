@@ -257,6 +257,11 @@ d:1:13: note: default 50, low 0, high 20
        R"(d:1:3: error: Unknown option type "integr" for option "a"
 d:1:3: note: did you mean "integer"?
 )"},
+      {"a integr x\nb boolean 1 1 1 1 B\n",
+       R"(d:1:3: error: Unknown option type "integr" for option "a"
+d:1:3: note: it also leads to: Bad usermap value for option "a"
+d:1:3: note: did you mean "integer"?
+)"},
       {"a boolean 7 3 1 1 A\nb boolean 7 1 0 1 13 1 B\n",
        R"(d:1:13: warning: the default of a boolean is 0 or 1, not 3
 d:2:11: warning: the usermap 7 is taken

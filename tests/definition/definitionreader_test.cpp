@@ -137,5 +137,14 @@ TEST(Definition, ThatCannotBeReadKeepsWhatWasRead) {
   EXPECT_EQ(options->optcount(), 1);
 }
 
+TEST(Definition, TakesCharactersThatNoValueBeginsWith) {
+  std::string taken;
+  for (char c = ' ' + 1; c < 127; ++c)
+    if (optiontable(std::string("c eolcomm ") + c).options.eolcommset.has(c)) taken += c;
+  EXPECT_EQ(taken, "!#$%&()*,/:;<=>?@[\\]^_`{|}~");
+  const optiontable three("c eolcomm !#0%");
+  EXPECT_EQ(declared(three.options), lines{"hash eolcomm !#"}) << "up to the first that is none";
+}
+
 }  // namespace
 }  // namespace optxv

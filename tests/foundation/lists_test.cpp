@@ -141,6 +141,7 @@ TEST(Texts, LeaveByTheirText) {
   for (const char* const none : {"", "three"}) EXPECT_EQ(list.extract(none).view(), "");
   EXPECT_EQ(list.count(), 3);
   EXPECT_EQ(list.indexof("WO") * 10 + list.indexof("One"), 2);
+  EXPECT_EQ(list.extract("wo").view(), "wo");
 }
 
 TEST(Texts, AreSortedAsTheyAreSought) {

@@ -181,6 +181,13 @@ TEST(TextToNumber, Integers) {
   }
 }
 
+TEST(TextToNumber, BeyondTheLimits) {
+  const std::pair<text, bool> rows[] = {{"2147483647", false},   {"2147483648", true},
+                                        {"-2147483648", false},  {"-2147483649", true},
+                                        {"99999999999x", false}, {"maxint", false}};
+  for (const auto& [s, beyond] : rows) EXPECT_EQ(saturatedinteger(s), beyond) << s;
+}
+
 TEST(TextToNumber, Reals) {
   const tuple<text, bool, double> rows[] = {
       {"1D-3", true, 0.001},

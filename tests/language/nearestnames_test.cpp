@@ -18,8 +18,10 @@ TEST(NearestNames, Finds) {
       {"max_iteration", {"max iterations"}},
       {"gap_mip_rel", {"mip_rel_gap", "mip_abs_gap"}},  // words in another order; two of three
       {"lim_time", {"time_limit"}},                     // the beginning of a word, of three letters
-      {"li_time", {}},                                  // but not of two
-      {"cut_x", {"cut_a", "cut_b", "cut_c"}},           // no more than three
+      {"lim_tim", {"time_limit"}},
+      {"limit_tmie", {"time_limit"}},
+      {"li_time", {}},                         // but not of two
+      {"cut_x", {"cut_a", "cut_b", "cut_c"}},  // no more than three
       {std::string(300, 'a'), {}}};
   const std::vector<knownname> table = {
       {"steplim", 1},        {"stplim", 1},      {"tol", 2},

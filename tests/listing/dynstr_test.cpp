@@ -42,6 +42,8 @@ TEST(DynamicString, TakesRoomAndGrows) {
     EXPECT_THROW(text.addstr({&c, std::size_t{largest}}), exception) << "past the largest length";
     text.addstr("again");
     EXPECT_EQ(text.view(), "again");
+    text.addbl(300);
+    EXPECT_EQ(text.view(), "again" + std::string(300, ' '));
   }
   EXPECT_EQ(allocmemsize(), before);
 }

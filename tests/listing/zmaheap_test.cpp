@@ -64,6 +64,10 @@ TEST_F(Heap, PiecesFollowOneAnotherAndComeBackLastFirst) {
   for (int i = 0; i < 2047; ++i) zmagetmem(32);
   zmagetmem(28);
   EXPECT_EQ(zmaheapstate().basebufused, 1) << "taken to the last unit";
+  for (int i = 0; i < 2047; ++i) zmagetmem(32);
+  zmagetmem(31);
+  zmagetmem(2);
+  EXPECT_EQ(zmamemoryfree(), 8e-6) << "the last unit alone";
 }
 
 double reported = 0;
@@ -82,6 +86,8 @@ TEST_F(Heap, ReportsWhatItTakes) {
   setmemorylimit(before);
   xfreemem(large, 300);
   EXPECT_EQ(reported, block / 1e6);
+  xfreemem(xgetmem(299), 299);
+  EXPECT_EQ(zmaheapstate().highmark, block + 300);
 }
 
 // In a child: a get above the limit, inside code that would catch anything.

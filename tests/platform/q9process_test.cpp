@@ -57,6 +57,17 @@ TEST(ArgumentList, SplitsWords) {
   splits(x + "x y", "[" + x + "][y]");
 }
 
+TEST(CommandLine, HasTheProgramAndItsArguments) {
+  const test::scratchfolder folder;
+  std::string program = folder.putscript("p", "exit 0");
+  char first[] = "a", second[] = "b c";
+  char* vector[] = {program.data(), first, second, nullptr};
+  setarguments(3, vector);
+  const std::string line = q9getcommandline();
+  setarguments(-1, nullptr);
+  EXPECT_EQ(line, '"' + program + "\"  a b c");
+}
+
 TEST(ArgumentList, KeepsTexts) {
   const auto blocks = allocmemcount();
   {
