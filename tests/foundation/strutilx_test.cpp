@@ -138,6 +138,11 @@ TEST(Tokens, TakenOneByOne) {
     }
     EXPECT_EQ(tokens, expected) << s;
   }
+  for (const int outside : {0, -1, 4, minint}) {
+    int p = outside;
+    EXPECT_EQ(extracttoken("abc", p).view(), "") << outside;
+    EXPECT_EQ(p, outside) << "the position stays";
+  }
 }
 
 TEST(IntegerText, PlainAndGrouped) {

@@ -33,6 +33,7 @@ TEST(ZdlAudit, HostLineWinsAndNamesTheSystem) {
 
 TEST(ZdlAudit, TellsTheDayOfTheBuild) {
   initzdlaudit();
+  EXPECT_TRUE(zdldata().zdlbldcpr.view().starts_with("Copyright")) << "in the place of blanks";
   const std::time_t day = std::time_t{zdlgetjul() - 25568} * 86400;  // the number of 1 January 1970
   char text[32];
   std::strftime(text, sizeof text, "%b %d, %Y PROD %d%b%y", std::gmtime(&day));

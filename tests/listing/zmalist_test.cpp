@@ -299,10 +299,18 @@ TEST(Listing, CountsAndMarginsAreSetAndAsked) {
     l.wrstrln("b");
   };
   lists(numbers, "a\n                        Page 8\nt\n\n\nb\n");
+  const script shortened = [](tzmalist& l) {  // below what the page has already
+    l.setrightmargin(30);
+    for (int i = 0; i < 25; ++i) l.wrln();
+    l.setlinesperpage(20);
+    l.wrstrln("b");
+  };
+  lists(shortened, std::string(25, '\n') + std::string(24, ' ') + "Page 1\n\n\nb\n");
   const script margins = [](tzmalist& l) {
     EXPECT_EQ(l.getuserleftmargin(), 0);
     EXPECT_EQ(l.getuserrightmargin(), largest);
     l.setuserleftmargin(0), l.setuserrightmargin(0);
+    EXPECT_EQ(l.getuserleftmargin(), 0) << "ignored";
     EXPECT_EQ(l.getuserrightmargin(), largest);
     l.setuserleftmargin(3), l.setuserrightmargin(9);
     EXPECT_EQ(l.getuserleftmargin() * 100 + l.getuserrightmargin(), 309);
