@@ -59,10 +59,11 @@ fs::path targetof(const fs::path& path, std::error_code& error) {
 }
 
 /// Follows the links of a name, even to a file that does not exist yet. Nothing, with errno set, if
-/// a folder on the way does not exist, or if the system does not tell where it leads.
+/// a folder on the way does not exist, or if the system does not tell where it leads. As many links
+/// are followed as the system itself follows.
 std::optional<place> placeof(fs::path name) {
   constexpr int mostlinks = 40;
-  for (int links = 0; links < mostlinks; links++) {
+  for (int links = 0; links <= mostlinks; links++) {
     std::error_code error;
     const fs::path folder = fs::canonical(name.has_parent_path() ? name.parent_path() : ".", error);
     const fs::path path = folder / name.filename();

@@ -128,6 +128,13 @@ TEST_F(Delivery, LinksStay) {
   for (const char* link : {"chain", "sub/link", "dangling"})
     EXPECT_TRUE(fs::is_symlink(path(link))) << link;
   EXPECT_EQ(statusof(path("one")).st_nlink, 2U);
+  // As many as the system follows.
+  for (int i = 1; i <= 41; i++)
+    fs::create_symlink(i == 1 ? "file" : std::to_string(i - 1), path(std::to_string(i)));
+  EXPECT_EQ(told(path("40"), "by the last"), "");
+  EXPECT_EQ(get("40"), "by the last");
+  EXPECT_NE(told(path("41"), "too far").find("Too many levels of symbolic links"),
+            std::string::npos);
 }
 
 TEST_F(Delivery, DescriptorsDevicesAndPipesAreWrittenThrough) {
