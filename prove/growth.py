@@ -4,8 +4,8 @@
 Usage: growth.py [--sample] [--program OPTXV] [name...]. With names, the inputs, subcommands or calls that are called
 so. The library is the one beside the command; without --program both are built. The exponent is that of a power of the
 size over the last two doublings, of processor time, for the command less that of a run on almost nothing; n log n shows
-as about 1.1. The least of some runs counts. A row ends where a run takes long. What grows faster is measured once more,
-since a busy machine can make it seem so.
+as about 1.1. The least of some runs counts. A row ends where a run takes long. What grows faster is measured again, up
+to three times in all, and the least time of each size counts, since a busy machine can make it seem so.
 """
 import argparse
 import math
@@ -22,9 +22,10 @@ from growing.calls import CALLS, Library
 from growing.everycall import EVERYCALL
 from growing.inputs import INPUTS
 
-FIRST, LAST = 250, 32000
+FIRST, LAST = 250, 128000
 FIRST_CALL, LAST_CALL = 4000, 128000
-LIMIT, LONGEST, ALLOWED, ROUNDS = 1.2, 4, 20, 3
+LIMIT, LONGEST, ALLOWED, ROUNDS, MEASURES = 1.2, 1, 20, 3, 3
+SHORTEST, SHORTEST_CALL = 0.05, 0.005  # seconds that say something of growth
 # In a sample: the sizes of a call, one function of how many, and which inputs.
 SAMPLE_CALL, SAMPLE_STEP, SAMPLE_INPUTS = 16000, 8, ('faulty_lines', 'synonyms')
 
@@ -51,12 +52,12 @@ def seconds_of_call(library, prepare, size):
 
 
 def measure_call(library, prepare, most):
-    """As measure, for a call of the library and tables of at most that size."""
+    """As measure, for a call of the library and tables of FIRST_CALL to at most that size."""
     times, size = [], FIRST_CALL // 2
     while size < most and (not times or times[-1] < 1):
         size *= 2
         times.append(seconds_of_call(library, prepare, size))
-    return size, times[-1], exponent(times, 0.005)
+    return times
 
 
 # --- The command
@@ -106,7 +107,7 @@ def put(folder, definition, parameters):
 
 
 def measure(program, make, subcommand, folder):
-    """The last size, its seconds, and the exponent. A run that does not end in time counts as one that just did."""
+    """The seconds for each size from FIRST on. A run that does not end in time counts as one that just did."""
     put(folder, *make(10))
     least = seconds(command_of(program, subcommand), folder)
     times, size = [], FIRST // 2
@@ -114,7 +115,7 @@ def measure(program, make, subcommand, folder):
         size *= 2
         put(folder, *make(size))
         times.append(max(seconds(command_of(program, subcommand), folder) - least, 0))
-    return size, times[-1], exponent(times, 0.05)
+    return times
 
 
 class Table:
@@ -124,15 +125,18 @@ class Table:
         self.rows = self.fast = 0
         print(f'{"input":<28} {"subcommand":<10} {"size":>7} {"seconds":>8} {"exponent":>9} {"limit":>6}')
 
-    def add(self, name, subcommand, measure):
-        """Measures a row, and once more if it grows too fast; prints it."""
-        found = measure()
-        if found[2] is not None and found[2] > LIMIT:
-            found = min(found, measure(), key=lambda each: each[2] or 0)
-        size, took, power = found
-        fast = power is not None and power > LIMIT
+    def add(self, name, subcommand, first, shortest, measure):
+        """Measures a row whose sizes begin with the first, again while it seems to grow too fast; prints it."""
+        times = measure()
+        for again in range(MEASURES):
+            power = exponent(times, shortest)
+            fast = power is not None and power > LIMIT
+            if not fast or again == MEASURES - 1:
+                break
+            times = [min(pair) for pair in zip(times, measure())]
+        size = first << (len(times) - 1)
         shown = '    short' if power is None else f'{power:9.2f}'
-        print(f'{name:<28} {subcommand:<10} {size:>7,} {took:8.2f} {shown} {LIMIT:>6}  {"NO" if fast else "yes"}',
+        print(f'{name:<28} {subcommand:<10} {size:>7,} {times[-1]:8.2f} {shown} {LIMIT:>6}  {"NO" if fast else "yes"}',
               flush=True)
         self.rows += 1
         self.fast += fast
@@ -145,14 +149,16 @@ def time_inputs(table, program, wanted):
                 if subcommand in ALONE and len(make(LAST)[0]) < LAST:
                     continue
                 if wanted(make.__name__, subcommand):
-                    table.add(make.__name__, subcommand, lambda: measure(program, make, subcommand, Path(name)))
+                    table.add(make.__name__, subcommand, FIRST, SHORTEST,
+                              lambda: measure(program, make, subcommand, Path(name)))
 
 
 def time_calls(table, program, wanted, step, last):
     library = Library(program.parent / 'liboptxv.so')
     for prepare in CALLS + EVERYCALL[::step]:
         if wanted(prepare.__name__, 'call'):
-            table.add(prepare.__name__, 'call', lambda: measure_call(library, prepare, last))
+            table.add(prepare.__name__, 'call', FIRST_CALL, SHORTEST_CALL,
+                      lambda: measure_call(library, prepare, last))
 
 
 def main():
