@@ -472,8 +472,7 @@ void hinting::name() {
 }
 
 void hinting::value() {
-  string_view seen = viewof(said_.seen);
-  if (seen.empty() && !entry().values.empty()) seen = entry().values.back().text;
+  const string_view seen = viewof(said_.seen);
   for (const habit& each : habits)
     if (const correction better = without(each, seen, option()); !better.value.empty())
       if (offervalue(better)) return;

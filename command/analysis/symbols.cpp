@@ -58,10 +58,7 @@ void symbols::declared(const optxv_declaration& declaration) {
   if (declaration.what == optxv_declared_synonym) addname(name, declaration.option);
   if (declaration.what == optxv_declared_comment) commentcharacters_ = name;
   if (declaration.what == optxv_declared_indicator) indicatorword_ = name;
-  if (declaration.what == optxv_declared_item) {
-    at(declaration.option).items.emplace_back(name);
-    nearitems_.erase(declaration.option);
-  }
+  if (declaration.what == optxv_declared_item) at(declaration.option).items.emplace_back(name);
   if (declaration.what == optxv_declared_obsolete && declaration.number == 0 &&
       declaration.option > 0)
     at(declaration.option).obsolete = true;

@@ -72,8 +72,8 @@ class symbols : public listener {
   static constexpr std::size_t mostquestions = 5000;
 
   /// The names that may have been meant: of options and synonyms, with or without a dot in front;
-  /// of the items of an option; of the words for types. None from the 5,001st question on for names
-  /// with a dot, and for those without.
+  /// of the items of an option, after the last of them was declared; of the words for types. None
+  /// from the 5,001st question on for names with a dot, and for those without.
   std::vector<std::string> nearest(std::string_view wrong);
   std::vector<std::string> nearestitem(std::int32_t optnr, std::string_view wrong);
   static std::vector<std::string> nearesttype(std::string_view wrong);

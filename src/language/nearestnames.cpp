@@ -54,7 +54,7 @@ std::size_t commonlength(std::string_view left, std::string_view right) {
 
 /// The table of distances between the beginnings of a wrong name and of a known one, a row for each
 /// byte of the known name. Rows stay good for another name as far as it begins alike. Cells further
-/// from the diagonal than the limit cannot lead to a result within it, and are not filled.
+/// from the diagonal than the limit cannot lead to a result within it; they keep a number above it.
 class distances {
  public:
   distances(std::string_view wrong, std::size_t limit)
@@ -73,8 +73,7 @@ class distances {
     const std::size_t first = depth > limit_ ? depth - limit_ : 0;
     const std::size_t last = std::min(wrong_.size(), depth + limit_);
     cell* now = &cells_[depth * width_];
-    cell least = now[last + 1] = static_cast<cell>(limit_ + 1);
-    if (first > 0) now[first - 1] = least;
+    auto least = static_cast<cell>(limit_ + 1);
     for (std::size_t j = first; j <= last; j++)
       least = std::min(least, now[j] = cost(name, depth, j, now));
     return least;

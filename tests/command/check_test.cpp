@@ -126,6 +126,7 @@ TEST_F(Check, TellsWhatWouldDo) {
       {"steps 5\xc2\xa0", "steps 5"},
       {"steps 1,2345", ""},
       {"steps 123,456x", ""},
+      {"range 500 1,5", ""},
       {"steps ,5", ""},
       {"scale inf", "scale yes"},
       {"method = = simplex", "method = simplex"},
@@ -207,7 +208,9 @@ TEST_F(Check, TellsWhatTheLibraryTakesAsItIs) {
 TEST_F(Check, WritesBlanksWhereNamesHaveThem) {
   save("m.def", "Minos lookup\ng group 1 1 G\ntime_limit double 1 5 0 9 1 1 T\n");
   save("p", "time_limit = 3\n");
-  EXPECT_NE(check("m.def p").find("help: write \"time limit 3\""), string::npos);
+  EXPECT_EQ(told("m.def p"),
+            "p:1:1: error: Unknown option \"time_limit\"\np:1:1: help: write \"time limit 3\"\n"
+            "1 error in 2 files\n");
   save("p", "time_limit 3\n");
   EXPECT_NE(check("m.def p").find("help: write \"time limit 3\""), string::npos);
   save("p", "steps " + string(400, '1') + "\n");
@@ -336,6 +339,12 @@ d:6:2: note: did you mean "steps"?
     EXPECT_EQ(out.substr(0, findings.size()), findings);
     EXPECT_EQ(std::ranges::count(out, '\n'), std::ranges::count(findings, '\n') + 1) << out;
   }
+  save("d", "g group 1 1 G\na boolean 0 1 1 2 A\nb boolean 0 1 1 1 B\n");
+  EXPECT_EQ(check("d"), R"(d:2:17: warning: no record declares the group 2
+    2 | a boolean 0 1 1 2 A
+      |                 ^
+1 warning in 1 file
+)");
   save("d", "* nothing\n");
   EXPECT_EQ(told("d s.def"),
             R"(d: error: the definition declares no option

@@ -60,6 +60,8 @@ TEST(Exceptions, MessageAndClassOfEachCause) {
             "Assertion Failed. (lists:12) no room\n");
   EXPECT_EQ(messageof<eabstracterror>([&] { raiseabstract(&instance); }),
             "Call of Abstract Method. of class 'eoserror' called\n");
+  EXPECT_EQ(messageof<eabstracterror>([] { raiseabstract(nullptr); }),
+            "Call of Abstract Method. Abstract method called\n");
   EXPECT_EQ(messageof<erangeerror>([] { raiserange(-1, 0, -2147483647 - 1); }),
             "Range Check Error. Value -1, bounds 0..-2147483648.");
   EXPECT_EQ(messageof<exception>([] { raisecause(cause::halt, std::string(300, 'x')); }),

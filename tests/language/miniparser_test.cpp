@@ -190,6 +190,8 @@ TEST(MiniParser, IndicesLoseBlanksAtTheirEnd) {
   const std::pair<std::string, std::string> rows[] = {
       {"'a b  '", "'a b'"},
       {"'" + x + blanks + "'", "'" + x + "'"},  // cut, among blanks
+      {"'" + x + blanks.substr(6) + "'", "'" + x + "'"},
+      {"'" + x + blanks.substr(6) + "y'", "'" + x + blanks.substr(6)},
       {"'" + x + blanks + "y'", "'" + x + blanks.substr(6)}};
   for (const auto& [text, index] : rows) {
     tminiparser reader(nullptr, false, {});

@@ -100,6 +100,19 @@ TEST_F(Arguments, LeadToTheProgram) {
   finds("/no:", "a", "a");
   finds(home, x, "");
   finds(x, "a", "");
+  // A path is cut at 4095 bytes.
+  std::string far = "./a";
+  while (home.size() + 1 + far.size() < 4094) far.insert(0, "./");
+  if (home.size() + 1 + far.size() < 4095) far.insert(1, "/");
+  finds("", home + '/' + far, far);
+  finds("", home + '/' + far + "bc", far);
+  // Where the current directory is gone, nothing is found by it.
+  fs::create_directory(folder_ / "gone");
+  fs::current_path(folder_ / "gone");
+  fs::remove(folder_ / "gone");
+  finds("", "./a", "");
+  finds(":", "a", "");
+  finds(':' + home, "a", "a");
 }
 
 }  // namespace
