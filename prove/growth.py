@@ -4,8 +4,9 @@
 Usage: growth.py [--sample] [--program OPTXV] [name...]. With names, the inputs, subcommands or calls that are called
 so. The library is the one beside the command; without --program both are built. The exponent is that of a power of the
 size over the last two doublings, of processor time, for the command less that of a run on almost nothing; n log n shows
-as about 1.1. The least of some runs counts. A row ends where a run takes long. What grows faster is measured again, up
-to three times in all, and the least time of each size counts, since a busy machine can make it seem so.
+as about 1.1. The least of some runs counts. A row ends where a run takes longer than a second. What grows faster is
+measured again, up to three times in all, and the least time of each size counts, since a busy machine can make it seem
+so.
 """
 import argparse
 import math

@@ -119,7 +119,8 @@ class Placed:
 
     def __init__(self, build):
         self.build, self.kept = build, build / 'mutant' / 'kept'
-        self.links = {top: [[*link_words(build, target), '-fuse-ld=gold'] for target in targets]
+        self.links = {top: [[*link_words(build, target), '-fuse-ld=gold', '-Wno-unused-command-line-argument']
+                            for target in targets]
                       for top, targets in LIBRARIES.items()}
         self.restore()  # after a run that was cut short
 

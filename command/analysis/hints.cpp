@@ -35,6 +35,10 @@ bool alldigits(string_view text) {
   return !text.empty() && std::ranges::all_of(text, isdigit);
 }
 
+bool startswithdigit(string_view text) {
+  return !text.empty() && isdigit(text[0]);
+}
+
 std::string without(string_view text, char dropped) {
   std::string result(text);
   std::erase(result, dropped);
@@ -85,10 +89,13 @@ std::string withoutthousands(string_view value, const optionsymbol&) {
   return without(value, ',');
 }
 
+/// 1,5 with a point; not 1, 5, where the comma stands between two numbers.
 std::string withpoint(string_view value, const optionsymbol& option) {
-  if (!option.isnumber() || std::ranges::count(value, ',') != 1) return {};
+  const std::size_t comma = value.find(',');
+  if (!option.isnumber() || comma == value.npos || comma != value.rfind(',')) return {};
+  if (!startswithdigit(value.substr(comma + 1))) return {};
   std::string result(value);
-  std::ranges::replace(result, ',', '.');
+  result[comma] = '.';
   return result;
 }
 
@@ -235,6 +242,7 @@ class hinting {
   void offerlikely();
   void keepcomment(hint& into, string_view comment, std::int64_t column) const;
   const readvalue* valueatfault() const;
+  bool twonumbers();
   std::string with(string_view value) const;
   void comment();
   bool joined();
@@ -471,7 +479,25 @@ void hinting::name() {
   offerlikely();
 }
 
+/// Two numbers with a comma between. It may stand for a blank or for a point: sure is only what the
+/// library takes alone.
+bool hinting::twonumbers() {
+  const std::vector<readvalue>& all = entry().values;
+  if (all.size() != 2 || &all[1] != valueatfault() || !all[1].text.starts_with(',')) return false;
+  const place &before = all[0].written, &fault = all[1].written;
+  if (before.line != fault.line || before.column + before.length != fault.column) return false;
+  const auto offertail = [&](const std::string& tail) {
+    if (offer(entry().key + ' ' + all[0].text + tail)) found_.hints.back().edits = {{fault, tail}};
+  };
+  const string_view rest = string_view(all[1].text).substr(1);
+  offertail(trimmed(rest).empty() ? std::string() : ' ' + std::string(trimmed(rest)));
+  if (startswithdigit(rest)) offertail('.' + std::string(rest));
+  if (found_.hints.size() == 1) found_.hints.back().sure = true;
+  return true;
+}
+
 void hinting::value() {
+  if (twonumbers()) return;
   const string_view seen = viewof(said_.seen);
   for (const habit& each : habits)
     if (const correction better = without(each, seen, option()); !better.value.empty())

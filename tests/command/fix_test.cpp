@@ -47,6 +47,8 @@ TEST_F(Fix, RepairsWhatCanMeanOneThing) {
       {"log_file \u201ca b.log\u201d", "log_file \"a b.log\""},
       {"time_limit 1,5", "time_limit 1.5"},
       {"range 1 2,5", "range 1 2.5"},
+      {"range 1,5 2", "range 1.5 2"},
+      {"range 9, 8", "range 9 8"},
       {"method simplx", "method simplex"},
       {"x.proir 3", "x.prior 3"},
       {"# a note", "* a note"},
@@ -67,9 +69,9 @@ TEST_F(Fix, RepairsWhatCanMeanOneThing) {
 TEST_F(Fix, LeavesWhatTakesAPerson) {
   for (const string each :
        {"time_limit 1,234", "time_limit 10s", "time_limit inf", "steps auto", "steps 500000",
-        "500 steps", "--steps 5", "log_file \"a", "range 1", "* steps: 5", "lines no\nsteps: 5 x",
-        "lines no\nsteps 1\nsteps 2", "lins no\nsteps 1", "x.prior 1 steps 1\nsteps 2", "pair 5#:2",
-        "read: \"nothing\""})
+        "500 steps", "--steps 5", "log_file \"a", "range 1", "range 1,5", "* steps: 5",
+        "lines no\nsteps: 5 x", "lines no\nsteps 1\nsteps 2", "lins no\nsteps 1",
+        "x.prior 1 steps 1\nsteps 2", "pair 5#:2", "read: \"nothing\""})
     EXPECT_EQ(fixed(each + "\n"), each + "\n");
   EXPECT_EQ(fixed("steps 1 steps 2\nstesp 3 range 1 2\n", "s.def --tokens"),
             "steps 1 steps 2\nsteps 3 range 1 2\n");

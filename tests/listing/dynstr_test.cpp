@@ -44,6 +44,9 @@ TEST(DynamicString, TakesRoomAndGrows) {
     EXPECT_EQ(text.view(), "again");
     text.addbl(300);
     EXPECT_EQ(text.view(), "again" + std::string(300, ' '));
+    tdynamicstr blank(0);
+    blank.addbl(256);
+    EXPECT_EQ(std::pair(blank.length(), blank.allocated()), std::pair(256, 512));
   }
   EXPECT_EQ(allocmemsize(), before);
 }

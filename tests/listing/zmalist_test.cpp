@@ -193,6 +193,7 @@ TEST(Listing, EchoesSourceLines) {
     echo(l, 1, "abcdefghijklmnopqrstu", &marks);
     echo(l, 2, "abcdefghijklmnopqrstu", &far);
     l.showmarks = true, l.setuserleftmargin(3), l.setuserrightmargin(15);
+    l.setuserleftmargin(0), l.setuserrightmargin(0);  // ignored
     echo(l, 3, "abcdefghijklmnopq", nullptr);
   };
   lists(lines,
